@@ -1,0 +1,52 @@
+# Compiler flags. No fast-math anywhere and no FMA contraction: every
+# rounding in a kernel is the one written. Kernel units get exactly their
+# cpu type's instruction set on top of the x86-64 baseline, and
+# -frounding-math, since several run under a rounding mode they set or one
+# the caller chose.
+set(ZVL_COMMON_FLAGS
+    -march=x86-64 -mtune=generic
+    -ffp-contract=off -fno-fast-math -fno-exceptions -fno-rtti
+    -fno-semantic-interposition
+    -Wall -Wextra)
+
+set(ZVL_CPU_FLAGS_ex -msse2)
+set(ZVL_CPU_FLAGS_e7 -msse3)
+set(ZVL_CPU_FLAGS_u8 -mssse3)
+set(ZVL_CPU_FLAGS_y8 -msse4.1)
+set(ZVL_CPU_FLAGS_h8 -msse4.2)
+set(ZVL_CPU_FLAGS_e9 -mavx)
+
+# Per-cpu units are named cpu_<label>.cpp.
+function(zvl_apply_cpu_flags sources)
+  foreach(src IN LISTS sources)
+    get_filename_component(name "${src}" NAME_WE)
+    if(name MATCHES "^cpu_(ex|e7|u8|y8|h8|e9)$")
+      set_source_files_properties(${src} TARGET_DIRECTORY zvl_objects PROPERTIES
+        COMPILE_OPTIONS "${ZVL_CPU_FLAGS_${CMAKE_MATCH_1}};-frounding-math")
+    endif()
+  endforeach()
+endfunction()
+
+if(WIN32)
+  set(ZVL_PLATFORM_LIBS "")
+else()
+  set(ZVL_PLATFORM_LIBS dl pthread)
+endif()
+
+function(zvl_set_exports target)
+  if(WIN32)
+    target_sources(${target} PRIVATE ${PROJECT_SOURCE_DIR}/frame/zvl.def)
+  else()
+    target_link_options(${target} PRIVATE
+      -Wl,--version-script=${PROJECT_SOURCE_DIR}/frame/zvl.map -Wl,--no-undefined)
+    set_property(TARGET ${target} APPEND PROPERTY LINK_DEPENDS ${PROJECT_SOURCE_DIR}/frame/zvl.map)
+  endif()
+endfunction()
+
+function(zvl_export_all target)
+  if(WIN32)
+    target_link_options(${target} PRIVATE -Wl,--export-all-symbols)
+  else()
+    target_link_options(${target} PRIVATE -Wl,--no-undefined)
+  endif()
+endfunction()

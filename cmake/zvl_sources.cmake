@@ -1,0 +1,13 @@
+# The library's sources: every .cpp of the subsystems, and the platform back
+# end of the target system.
+file(GLOB ZVL_SOURCES CONFIGURE_DEPENDS
+     ${PROJECT_SOURCE_DIR}/frame/*.cpp
+     ${PROJECT_SOURCE_DIR}/state/*.cpp
+     ${PROJECT_SOURCE_DIR}/threading/*.cpp
+     ${PROJECT_SOURCE_DIR}/kernels/*/*.cpp)
+if(WIN32)
+  file(GLOB _platform CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/platform/win32/*.cpp)
+else()
+  file(GLOB _platform CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/platform/posix/*.cpp)
+endif()
+list(APPEND ZVL_SOURCES ${_platform})

@@ -1,0 +1,17 @@
+// The table of all functions: one row each drives its exported front-end,
+// its _Idx companion and its kernel set. Adding a function is one row here,
+// its kernel set in kernel_sets.cpp, and its names in the export lists.
+//
+// Row macros by shape, each (EXPORT, report name, threshold id):
+//   D1   real, one in, one out          D2   real, two in, one out
+//   D12  real, one in, two out          DX   real array and real scalar
+//   Z1   complex, one in, one out       Z2   complex, two in, one out
+//   ZX   complex array and scalar
+// Rounding rows (EXPORT, report name), no id: R1 one out, R12 two out.
+#pragma once
+
+#define ZVL_FUNCTIONS(D1, D2, D12, DX, Z1, Z2, ZX, R1, R12) \
+    D1(VDINV, vdInv, 0)                                     \
+    D2(VDDIV, vdDiv, 18)
+
+#define ZVL_IGNORE_ROW(...)

@@ -1,0 +1,51 @@
+// Declarations of every kernel and of each function's kernel set.
+#pragma once
+
+#include "frame/frontend.h"
+#include "frame/function_table.h"
+#include "kernels/common/kernel_types.h"
+
+// Kernels by family: ZVL_DECLARE_FAMILY(shape type, family) declares the
+// three kernels of every cpu type.
+#define ZVL_DECLARE_ONE(cpu, fam, type, tag) extern "C" type##_fn ZVL_KERNEL(cpu, fam, tag);
+#define ZVL_DECLARE_CPU(cpu, fam, type) \
+    ZVL_DECLARE_ONE(cpu, fam, type, HA) \
+    ZVL_DECLARE_ONE(cpu, fam, type, 50) \
+    ZVL_DECLARE_ONE(cpu, fam, type, 26)
+#define ZVL_DECLARE_FAMILY(type, fam)            \
+    ZVL_DECLARE_CPU(ex, fam, type) ZVL_DECLARE_CPU(e7, fam, type) \
+    ZVL_DECLARE_CPU(u8, fam, type) ZVL_DECLARE_CPU(y8, fam, type) \
+    ZVL_DECLARE_CPU(h8, fam, type) ZVL_DECLARE_CPU(e9, fam, type)
+
+namespace zvl {
+// Function types (not pointers) of the shapes, for declarations.
+using KernelD1_fn = void(int32_t, const double*, double*);
+using KernelD2_fn = void(int32_t, const double*, const double*, double*);
+using KernelD12_fn = void(int32_t, const double*, double*, double*);
+using KernelDx_fn = void(int32_t, const double*, double, double*);
+}  // namespace zvl
+
+using zvl::KernelD1_fn;
+using zvl::KernelD2_fn;
+using zvl::KernelD12_fn;
+using zvl::KernelDx_fn;
+
+ZVL_DECLARE_FAMILY(KernelD1, Inv)
+ZVL_DECLARE_FAMILY(KernelD2, Div)
+
+namespace zvl {
+
+#define ZVL_SET_DECL_D1(EXPORT, report, id) extern const KernelSet<KernelD1> kernels_##EXPORT;
+#define ZVL_SET_DECL_D2(EXPORT, report, id) extern const KernelSet<KernelD2> kernels_##EXPORT;
+#define ZVL_SET_DECL_D12(EXPORT, report, id) extern const KernelSet<KernelD12> kernels_##EXPORT;
+#define ZVL_SET_DECL_DX(EXPORT, report, id) extern const KernelSet<KernelDx> kernels_##EXPORT;
+#define ZVL_SET_DECL_Z1(EXPORT, report, id) extern const KernelSet<KernelZ1> kernels_##EXPORT;
+#define ZVL_SET_DECL_Z2(EXPORT, report, id) extern const KernelSet<KernelZ2> kernels_##EXPORT;
+#define ZVL_SET_DECL_ZX(EXPORT, report, id) extern const KernelSet<KernelZx> kernels_##EXPORT;
+#define ZVL_SET_DECL_R1(EXPORT, report) extern const RoundingSet<KernelD1> kernels_##EXPORT;
+#define ZVL_SET_DECL_R12(EXPORT, report) extern const RoundingSet<KernelD12> kernels_##EXPORT;
+ZVL_FUNCTIONS(ZVL_SET_DECL_D1, ZVL_SET_DECL_D2, ZVL_SET_DECL_D12, ZVL_SET_DECL_DX,
+              ZVL_SET_DECL_Z1, ZVL_SET_DECL_Z2, ZVL_SET_DECL_ZX, ZVL_SET_DECL_R1,
+              ZVL_SET_DECL_R12)
+
+}  // namespace zvl

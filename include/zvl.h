@@ -1,0 +1,109 @@
+/*
+ * zvl.h - public interface of the ZVL vector mathematics library.
+ *
+ * Every mathematical function applies one elementary function to each
+ * element of an array: r[i] = f(a[i]) for i in 0 .. n-1.  Counts are passed
+ * by pointer to a 32-bit signed integer; arrays are plain arrays of double
+ * (VD names) or of double-complex pairs, real part first (VZ names).
+ *
+ * Each function has an _Idx companion that takes an element index after each
+ * array and works on the arrays advanced by that many elements.
+ *
+ * The calling thread's mode word selects the accuracy (ZVL_HA, ZVL_LA,
+ * ZVL_EP) and what happens on an exceptional element (ZVL_ERRMODE_*).
+ * Bad arguments print a message on standard output and set the thread's
+ * status to ZVL_STATUS_BADSIZE or ZVL_STATUS_BADMEM.
+ */
+#ifndef ZVL_H
+#define ZVL_H
+
+#ifdef __cplusplus
+extern "C" {
+#endif
+
+#if defined(_WIN32)
+#  if defined(ZVL_BUILDING_LIBRARY)
+#    define ZVL_API __declspec(dllexport)
+#  elif defined(ZVL_STATIC)
+#    define ZVL_API
+#  else
+#    define ZVL_API __declspec(dllimport)
+#  endif
+#else
+#  define ZVL_API
+#endif
+
+/* Mode word: accuracy field (mask 0xF). 2 is HA, 1 is LA, anything else EP. */
+#define ZVL_ACCURACY_MASK   0x0000000Fu
+#define ZVL_LA              0x00000001u
+#define ZVL_HA              0x00000002u
+#define ZVL_EP              0x00000003u
+
+/* Mode word: error-action field (mask 0xFF00). */
+#define ZVL_ERRMODE_MASK    0x0000FF00u
+#define ZVL_ERRMODE_IGNORE  0x00000100u /* store the status, nothing else  */
+#define ZVL_ERRMODE_ERRNO   0x00000200u /* set errno                      */
+#define ZVL_ERRMODE_STDOUT  0x00000400u /* print a message on stdout      */
+#define ZVL_ERRMODE_EXCEPT  0x00000800u /* raise the FP exception         */
+#define ZVL_ERRMODE_CALLBACK 0x00001000u /* call the error callback       */
+#define ZVL_ERRMODE_DEFAULT (ZVL_ERRMODE_ERRNO | ZVL_ERRMODE_EXCEPT | ZVL_ERRMODE_CALLBACK)
+
+/* Mode word: FP field (mask 0x30000), stored and returned, not acted on. */
+#define ZVL_FPMODE_MASK     0x00030000u
+
+/* The mode word of a new thread: HA with errno, raise and callback. */
+#define ZVL_MODE_DEFAULT    0x00001A02u
+
+/* Status word values: the last status reported on the thread. */
+#define ZVL_STATUS_BADMEM    (-2) /* a null array pointer               */
+#define ZVL_STATUS_BADSIZE   (-1) /* a negative element count            */
+#define ZVL_STATUS_OK          0
+#define ZVL_STATUS_ERRDOM      1  /* argument out of domain              */
+#define ZVL_STATUS_SING        2  /* singularity                         */
+#define ZVL_STATUS_OVERFLOW    3
+#define ZVL_STATUS_UNDERFLOW   4
+
+/*
+ * The record an error callback receives.  The callback may change r1 and r2
+ * and return 0: those values then go into the result arrays.  A non-zero
+ * return ends the handling of that element with the kernel's own result.
+ */
+typedef struct ZVLErrorRecord {
+    int    status;     /* ZVL_STATUS_* of the element                    */
+    int    index;      /* element index, relative to the caller's array  */
+    double a1;         /* first argument                                 */
+    double a2;         /* second argument, or the first again            */
+    double r1;         /* first result                                   */
+    double r2;         /* second result, or the first again              */
+    char   name[64];   /* name of the kernel that reported               */
+    int    name_len;
+} ZVLErrorRecord;
+
+typedef int (*ZVLErrorCallback)(ZVLErrorRecord *record);
+
+/* One double-complex element. */
+typedef struct ZVLComplex16 {
+    double real;
+    double imag;
+} ZVLComplex16;
+
+/* Mode word of the calling thread. */
+ZVL_API unsigned int ZVLGETMODE(void);
+/* Merge *mode into the calling thread's mode word field by field (a zero
+ * field leaves that field alone); returns the previous word. */
+ZVL_API unsigned int ZVLSETMODE(const unsigned int *mode);
+
+/* Real functions, one input, one output: r[i] = f(a[i]). */
+ZVL_API void VDINV(const int *n, const double *a, double *r);
+ZVL_API void VDINV_Idx(const int *n, const double *a, int ia, double *r, int ir);
+
+/* Real functions, two inputs, one output: r[i] = f(a[i], b[i]). */
+ZVL_API void VDDIV(const int *n, const double *a, const double *b, double *r);
+ZVL_API void VDDIV_Idx(const int *n, const double *a, int ia, const double *b, int ib,
+                       double *r, int ir);
+
+#ifdef __cplusplus
+}
+#endif
+
+#endif /* ZVL_H */

@@ -1,0 +1,79 @@
+// Floating-point control guards: bring the processor into the state a
+// kernel's arithmetic needs on entry, and undo exactly what was changed on
+// exit. None touches the exception masks. Reloading the saved word on exit
+// drops the sticky flags raised inside, but only when the guard changed it.
+//
+// The control-register accesses are volatile asm with a memory clobber, so
+// the compiler keeps the kernel's loads after the entry and its stores
+// before the exit.
+#pragma once
+
+#include <cstdint>
+
+namespace {
+
+inline uint32_t read_mxcsr() {
+    uint32_t w;
+    __asm__ __volatile__("stmxcsr %0" : "=m"(w) : : "memory");
+    return w;
+}
+inline void write_mxcsr(uint32_t w) { __asm__ __volatile__("ldmxcsr %0" : : "m"(w) : "memory"); }
+
+inline uint16_t read_x87_cw() {
+    uint16_t w;
+    __asm__ __volatile__("fnstcw %0" : "=m"(w) : : "memory");
+    return w;
+}
+inline void write_x87_cw(uint16_t w) { __asm__ __volatile__("fldcw %0" : : "m"(w) : "memory"); }
+
+struct NoGuard {};
+
+// Full form: flush-to-zero, rounding control and denormals-are-zero
+// (mask 0xe040) set to Wanted. Wanted is 0 for arithmetic kernels, a
+// directed rounding for some rounding kernels.
+template <uint32_t Wanted>
+struct MxcsrGuard {
+    uint32_t saved;
+    bool changed;
+    MxcsrGuard() : saved(read_mxcsr()), changed((saved & 0xe040u) != Wanted) {
+        if (changed) write_mxcsr((saved & 0xffff1fbfu) | Wanted);
+    }
+    ~MxcsrGuard() {
+        if (changed) write_mxcsr(saved);
+    }
+    MxcsrGuard(const MxcsrGuard&) = delete;
+    MxcsrGuard& operator=(const MxcsrGuard&) = delete;
+};
+
+// Short form: round to nearest and no flush-to-zero; denormals-are-zero is
+// left as the caller had it.
+struct MxcsrShortGuard {
+    uint32_t saved;
+    bool changed;
+    MxcsrShortGuard() : saved(read_mxcsr()), changed((saved & 0xe000u) != 0) {
+        if (changed) write_mxcsr(saved & 0xffff1fffu);
+    }
+    ~MxcsrShortGuard() {
+        if (changed) write_mxcsr(saved);
+    }
+    MxcsrShortGuard(const MxcsrShortGuard&) = delete;
+    MxcsrShortGuard& operator=(const MxcsrShortGuard&) = delete;
+};
+
+// x87 rounding and precision control (mask 0xf00) set to Wanted: 0x300 for
+// round to nearest with the 64-bit significand, 0x200 for 53 bits.
+template <uint16_t Wanted>
+struct X87Guard {
+    uint16_t saved;
+    bool changed;
+    X87Guard() : saved(read_x87_cw()), changed((saved & 0xf00u) != Wanted) {
+        if (changed) write_x87_cw(static_cast<uint16_t>((saved & 0xf0ffu) | Wanted));
+    }
+    ~X87Guard() {
+        if (changed) write_x87_cw(saved);
+    }
+    X87Guard(const X87Guard&) = delete;
+    X87Guard& operator=(const X87Guard&) = delete;
+};
+
+}  // namespace

@@ -1,0 +1,47 @@
+// Kernel entry shapes and kernel names.
+//
+// A kernel applies one function to n elements for one cpu type and accuracy
+// mode. n may be any value (zero or negative does nothing); pointers are
+// non-null and need no alignment; the output may alias the input.
+#pragma once
+
+#include <cstdint>
+
+#include "zvl.h"
+
+namespace zvl {
+
+using KernelD1 = void (*)(int32_t n, const double* a, double* r);
+using KernelD2 = void (*)(int32_t n, const double* a, const double* b, double* r);
+using KernelD12 = void (*)(int32_t n, const double* a, double* y, double* z);
+using KernelDx = void (*)(int32_t n, const double* a, double b, double* r);
+using KernelZ1 = void (*)(int32_t n, const ZVLComplex16* a, ZVLComplex16* r);
+using KernelZ2 = void (*)(int32_t n, const ZVLComplex16* a, const ZVLComplex16* b,
+                          ZVLComplex16* r);
+using KernelZx = void (*)(int32_t n, const ZVLComplex16* a, const ZVLComplex16* b,
+                          ZVLComplex16* r);
+
+// Accuracy columns of a kernel set.
+enum Accuracy { kHA = 0, kLA = 1, kEP = 2 };
+
+// For one function: its kernels by cpu type (0..5) and accuracy column.
+template <class K>
+struct KernelSet {
+    K k[6][3];
+};
+
+}  // namespace zvl
+
+// Kernel symbols and their name texts come from the same three pieces, so the
+// two cannot disagree: cpu label (ex e7 u8 y8 h8 e9), family, tag (HA 50 26).
+#define ZVL_KERNEL(cpu, fam, tag) zel_zvl_core_##cpu##_zvl_d##fam##_##tag
+#define ZVL_KERNEL_NAME(cpu, fam, tag) "zel_zvl_core_" #cpu "_zvl_d" #fam "_" #tag
+
+#define ZVL_CPU_LABELS(X) X(ex) X(e7) X(u8) X(y8) X(h8) X(e9)
+
+// Inside a per-cpu unit, which defines ZVL_CPU (its label) first.
+#define ZVL_STR2(x) #x
+#define ZVL_STR(x) ZVL_STR2(x)
+#define ZVL_KERNEL_X(cpu, fam, tag) ZVL_KERNEL(cpu, fam, tag)
+#define ZVL_HERE(fam, tag) ZVL_KERNEL_X(ZVL_CPU, fam, tag)
+#define ZVL_HERE_NAME(fam, tag) "zel_zvl_core_" ZVL_STR(ZVL_CPU) "_zvl_d" #fam "_" #tag

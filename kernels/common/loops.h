@@ -1,0 +1,208 @@
+// The loop forms every real kernel is built from. A family supplies the
+// mathematics as a struct F of static functions; these templates supply the
+// blocks, the special-lane handling, the remainder and the error reports.
+//
+// Scratch form (kernels without a guard or with a full guard around it):
+// every lane of a W-element block is computed without branches, then a
+// special-lane mask is formed; lanes with their bit set are recomputed one
+// at a time, in element order, by the family's exact scalar callout, which
+// returns 0 or a status. A reported element is stored to r[i], handed to
+// the error pipeline, and its result taken back from r[i], since a callback
+// may have replaced it. The remainder runs the block formula one element at
+// a time through the Scalar wrapper.
+//
+//   F::block<V, NV>(x, y)    y[j] = f(x[j]) for the NV = W / V::lanes vectors
+//   F::block<V, NV>(x, z, y) the same for two inputs
+//   F::one(x) / F::one(x, z) the remainder formula on one element
+//   F::special<V>(x)         lanes all ones where the lane is special
+//                            (two inputs: special<V>(x, z))
+//   F::callout(&x, &y)       exact scalar result and status (two inputs:
+//                            callout(&x, &z, &y))
+//
+// Restart form: the block is computed and its range test made; if any lane
+// fails the test the whole block is discarded and each of its elements run
+// through the family's scalar element routine, which stores its result and
+// returns a status. The remainder runs through the same routine.
+//
+//   F::checked_block<V, NV>(x, y) / (x, z, y)  computes the block and returns
+//                            true when every element passes the range test
+//   F::element(&x, &y) / F::element(&x, &z, &y)
+//
+// Included by the per-cpu units inside their unnamed namespace, so Cpu is
+// also the copy of the error pipeline that the loops call.
+#pragma once
+
+#include <cstdint>
+
+#include "kernels/common/isa.h"
+#include "state/state.h"
+
+namespace {
+
+template <int Cpu>
+inline void report(int32_t status, int32_t i, const double* a, const double* b, double* r,
+                   const char* name) {
+    zvl::Services<Cpu>::error_pipeline(status, i, a, b, r, r, name);
+}
+
+// Runs the callout on the lanes whose mask bit is set, in lane order, over
+// all 32 positions; xs/zs/ys hold the block's inputs and results and are
+// indexed by lane. `base` is the block's first element.
+template <int Cpu, int NIn, class F>
+inline void special_lanes(uint32_t mask, const double* xs, const double* zs, double* ys,
+                          int32_t base, const double* a, const double* b, double* r,
+                          const char* name) {
+    for (int l = 0; l < 32; ++l) {
+        if (!(mask >> l & 1u)) continue;
+        int32_t st;
+        if constexpr (NIn == 1)
+            st = F::callout(&xs[l], &ys[l]);
+        else
+            st = F::callout(&xs[l], &zs[l], &ys[l]);
+        if (st != 0) {
+            r[base + l] = ys[l];
+            report<Cpu>(st, base + l, a, NIn == 1 ? a : b, r, name);
+            ys[l] = r[base + l];
+        }
+    }
+}
+
+template <int Cpu, class V, int W, class F, int NIn>
+__attribute__((always_inline)) inline void scratch_loop(int32_t n, const double* a,
+                                                        const double* b, double* r,
+                                                        const char* name) {
+    using vd = typename V::vd;
+    constexpr int NV = W / V::lanes;
+    static_assert(NV * V::lanes == W, "the block is a whole number of vectors");
+    // One block's inputs and results, each group on a 64-byte boundary, and a
+    // second small group for the remainder.
+    alignas(64) double xs[W < 32 ? 32 : W];
+    alignas(64) double zs[W < 32 ? 32 : W];
+    alignas(64) double ys[W < 32 ? 32 : W];
+    const int32_t m = n & ~(W - 1);
+    for (int32_t base = 0; base < m; base += W) {
+        vd x[NV], z[NV], y[NV];
+        uint32_t mask = 0;
+        for (int j = 0; j < NV; ++j) x[j] = V::load(a + base + j * V::lanes);
+        if constexpr (NIn == 2) {
+            for (int j = 0; j < NV; ++j) z[j] = V::load(b + base + j * V::lanes);
+            F::template block<V, NV>(x, z, y);
+            for (int j = 0; j < NV; ++j)
+                mask |= static_cast<uint32_t>(V::mask(F::template special<V>(x[j], z[j])))
+                        << (j * V::lanes);
+        } else {
+            F::template block<V, NV>(x, y);
+            for (int j = 0; j < NV; ++j)
+                mask |= static_cast<uint32_t>(V::mask(F::template special<V>(x[j])))
+                        << (j * V::lanes);
+        }
+        if (__builtin_expect(mask != 0, 0)) {
+            for (int j = 0; j < NV; ++j) {
+                V::store(xs + j * V::lanes, x[j]);
+                if constexpr (NIn == 2) V::store(zs + j * V::lanes, z[j]);
+                V::store(ys + j * V::lanes, y[j]);
+            }
+            special_lanes<Cpu, NIn, F>(mask, xs, zs, ys, base, a, b, r, name);
+            for (int j = 0; j < NV; ++j) y[j] = V::load(ys + j * V::lanes);
+        }
+        for (int j = 0; j < NV; ++j) V::store(r + base + j * V::lanes, y[j]);
+    }
+    for (int32_t i = m; i < n; ++i) {
+        double x1[1] = {a[i]}, z1[1] = {0.0}, y1[1];
+        bool special;
+        if constexpr (NIn == 2) {
+            z1[0] = b[i];
+            y1[0] = F::one(x1[0], z1[0]);
+            special = Scalar::mask(F::template special<Scalar>(x1[0], z1[0])) != 0;
+        } else {
+            y1[0] = F::one(x1[0]);
+            special = Scalar::mask(F::template special<Scalar>(x1[0])) != 0;
+        }
+        if (__builtin_expect(special, 0))
+            special_lanes<Cpu, NIn, F>(1u, x1, z1, y1, i, a, b, r, name);
+        r[i] = y1[0];
+    }
+}
+
+template <int Cpu, class V, int W, class F>
+inline void scratch_1i(int32_t n, const double* a, double* r, const char* name) {
+    scratch_loop<Cpu, V, W, F, 1>(n, a, nullptr, r, name);
+}
+
+template <int Cpu, class V, int W, class F>
+inline void scratch_2i(int32_t n, const double* a, const double* b, double* r,
+                       const char* name) {
+    scratch_loop<Cpu, V, W, F, 2>(n, a, b, r, name);
+}
+
+template <int Cpu, class F, int NIn>
+__attribute__((noinline)) void restart_elements(int32_t from, int32_t to, const double* a,
+                                                const double* b, double* r, const char* name) {
+    for (int32_t i = from; i < to; ++i) {
+        int32_t st;
+        if constexpr (NIn == 1)
+            st = F::element(&a[i], &r[i]);
+        else
+            st = F::element(&a[i], &b[i], &r[i]);
+        if (st != 0) report<Cpu>(st, i, a, NIn == 1 ? a : b, r, name);
+    }
+}
+
+template <int Cpu, class V, int W, class F, int NIn>
+__attribute__((always_inline)) inline void restart_loop(int32_t n, const double* a,
+                                                        const double* b, double* r,
+                                                        const char* name) {
+    using vd = typename V::vd;
+    constexpr int NV = W / V::lanes;
+    const int32_t m = n & ~(W - 1);
+    for (int32_t base = 0; base < m; base += W) {
+        vd x[NV], z[NV], y[NV];
+        for (int j = 0; j < NV; ++j) x[j] = V::load(a + base + j * V::lanes);
+        bool ok;
+        if constexpr (NIn == 2) {
+            for (int j = 0; j < NV; ++j) z[j] = V::load(b + base + j * V::lanes);
+            ok = F::template checked_block<V, NV>(x, z, y);
+        } else {
+            ok = F::template checked_block<V, NV>(x, y);
+        }
+        if (__builtin_expect(ok, 1)) {
+            for (int j = 0; j < NV; ++j) V::store(r + base + j * V::lanes, y[j]);
+        } else {
+            restart_elements<Cpu, F, NIn>(base, base + W, a, b, r, name);
+        }
+    }
+    if (m < n) restart_elements<Cpu, F, NIn>(m, n, a, b, r, name);
+}
+
+template <int Cpu, class V, int W, class F>
+inline void restart_1i(int32_t n, const double* a, double* r, const char* name) {
+    restart_loop<Cpu, V, W, F, 1>(n, a, nullptr, r, name);
+}
+
+template <int Cpu, class V, int W, class F>
+inline void restart_2i(int32_t n, const double* a, const double* b, double* r,
+                       const char* name) {
+    restart_loop<Cpu, V, W, F, 2>(n, a, b, r, name);
+}
+
+}  // namespace
+
+namespace {
+
+// For families whose lanes are independent: block() from a per-vector
+// eval<V>(x) (or eval<V>(x, z)).
+template <class F>
+struct PerVector {
+    template <class V, int NV>
+    static void block(const typename V::vd* x, typename V::vd* y) {
+        for (int j = 0; j < NV; ++j) y[j] = F::template eval<V>(x[j]);
+    }
+    template <class V, int NV>
+    static void block(const typename V::vd* x, const typename V::vd* z, typename V::vd* y) {
+        for (int j = 0; j < NV; ++j) y[j] = F::template eval<V>(x[j], z[j]);
+    }
+    static double one(double x) { return F::template eval<Scalar>(x); }
+    static double one(double x, double z) { return F::template eval<Scalar>(x, z); }
+};
+
+}  // namespace

@@ -1,0 +1,5 @@
+// The exponential, logarithm, power and root kernels of cpu type 1 (e7).
+#define ZVL_CPU e7
+#define ZVL_CPU_INDEX 1
+
+#include "kernels/explog/inv_div.h"

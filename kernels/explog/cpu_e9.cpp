@@ -1,0 +1,5 @@
+// The exponential, logarithm, power and root kernels of cpu type 5 (e9).
+#define ZVL_CPU e9
+#define ZVL_CPU_INDEX 5
+
+#include "kernels/explog/inv_div.h"

@@ -1,0 +1,5 @@
+// The exponential, logarithm, power and root kernels of cpu type 0 (ex).
+#define ZVL_CPU ex
+#define ZVL_CPU_INDEX 0
+
+#include "kernels/explog/inv_div.h"

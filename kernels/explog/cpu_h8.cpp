@@ -1,0 +1,5 @@
+// The exponential, logarithm, power and root kernels of cpu type 4 (h8).
+#define ZVL_CPU h8
+#define ZVL_CPU_INDEX 4
+
+#include "kernels/explog/inv_div.h"

@@ -1,0 +1,5 @@
+// The exponential, logarithm, power and root kernels of cpu type 2 (u8).
+#define ZVL_CPU u8
+#define ZVL_CPU_INDEX 2
+
+#include "kernels/explog/inv_div.h"

@@ -1,0 +1,359 @@
+// Inv and Div: r = 1 / a and r = a / b.
+//
+// HA divides every element. At cpu types 3 to 5 it runs the scratch form and
+// sends zero and denormal divisors (exponent field zero) to the callout; at
+// types 0 to 2 it is the small scalar form, which tests for a zero divisor
+// after the division.
+//
+// LA and EP are the same code: they divide rarely, sharing one division
+// among a group of elements, at the price of a few ulps and range guards.
+//   types 1 to 4, Inv: four-way product of pairs p q s t, one division per
+//     eight elements, restart form under the full MXCSR guard; the range
+//     guards keep any product of four elements normal and finite.
+//   types 1 to 4, Div: extended-precision product of four divisors on the
+//     x87 stack, one division per four elements, restart form under the
+//     x87 0x300 guard; a block passes when the product has a non-zero,
+//     finite single-precision image.
+//   type 5: mantissa product, one division per sixteen elements; only the
+//     mantissas are multiplied and the exponent is put back by integer
+//     arithmetic, so no size guard is needed; the special-lane test flags
+//     the divisors whose reciprocal would leave that scheme.
+//   type 0: LA and EP slots run HA.
+//
+// The only status is ZVL_STATUS_SING, for a zero divisor. Overflow,
+// underflow and invalid operations are never reported. At types 0 to 2 an
+// infinite or NaN dividend keeps a zero divisor silent, as there the check
+// follows the division; at types 3 to 5 a zero divisor always reports.
+//
+// Included by the explog units inside their own context (see unit.h).
+#pragma once
+
+#include "kernels/common/unit.h"
+
+namespace {
+
+struct InvDiv {
+    static constexpr uint64_t kExpMask = 0x7ff0000000000000;
+    static constexpr uint64_t kMantSignMask = 0x800fffffffffffff;
+    static constexpr uint64_t kOne = 0x3ff0000000000000;
+    static constexpr uint64_t kAbsMask = 0x7fffffffffffffff;
+    static constexpr uint64_t kExpTwo = 0x0020000000000000;
+    // 2^1020, 1.1235582092889474e307: above it (after subtracting kExpTwo) a
+    // type 5 LA lane is special
+    static constexpr double kRangeLimit = zvl::from_bits(0x7fb0000000000000);
+    // sqrt(2) * 2^-256, 1.2213391636088999e-77: the high word of the smallest
+    // element of a four-way block; the sqrt(2) makes the smallest product of
+    // four exactly the smallest normal number
+    static constexpr double kLowGuard = zvl::from_bits(0x2ff6a09f00000000);
+    // just under 2^256, 1.1579203402334542e77, as a high-word bound
+    static constexpr double kHighGuard = zvl::from_bits(0x4fefffff00000000);
+
+    static bool is_zero(double x) { return (zvl::bits(x) & kAbsMask) == 0; }
+    static bool exp_all_ones(double x) { return (zvl::bits(x) & kExpMask) == kExpMask; }
+    // high word with the sign cleared in [low guard, high guard): the same as
+    // comparing |x| with the two bounds, a NaN failing both
+    static bool in_guards(double x) {
+        const double ax = zvl::from_bits(zvl::bits(x) & kAbsMask);
+        return kLowGuard <= ax && ax < kHighGuard;
+    }
+};
+
+// Exponent field zero: zero and denormal divisors.
+template <class W>
+typename W::vd exp_zero(typename W::vd x) {
+    return W::eq(W::and_(x, splat_bits<W>(InvDiv::kExpMask)), W::splat(0.0));
+}
+
+// --- HA, types 3 to 5: true division in the scratch form --------------------
+
+struct InvHA : PerVector<InvHA> {
+    template <class W>
+    static typename W::vd eval(typename W::vd x) {
+        return W::div(W::splat(1.0), x);
+    }
+    template <class W>
+    static typename W::vd special(typename W::vd x) {
+        return exp_zero<W>(x);
+    }
+    // Denormals only get their quotient; zero reports.
+    static int32_t callout(const double* x, double* y) {
+        *y = 1.0 / *x;
+        return *x == 0.0 ? ZVL_STATUS_SING : 0;
+    }
+};
+
+struct DivHA : PerVector<DivHA> {
+    template <class W>
+    static typename W::vd eval(typename W::vd a, typename W::vd b) {
+        return W::div(a, b);
+    }
+    template <class W>
+    static typename W::vd special(typename W::vd, typename W::vd b) {
+        return exp_zero<W>(b);
+    }
+    static int32_t callout(const double* a, const double* b, double* y) {
+        *y = *a / *b;
+        return *b == 0.0 ? ZVL_STATUS_SING : 0;
+    }
+};
+
+// --- HA, types 0 to 2: the scalar form --------------------------------------
+// Types 1 and 2 divide two elements per round (divpd) and then test each in
+// order; the remainder, and all of type 0, go one element at a time.
+
+template <int Cpu, class W, bool OneAtATime>
+inline void div_ha_scalar_form(int32_t n, const double* a, const double* b, double* r,
+                               const char* name) {
+    constexpr int L = OneAtATime ? 1 : W::lanes;
+    int32_t i = 0;
+    const auto round = [&](auto w, int32_t at) {
+        using X = decltype(w);
+        constexpr int lanes = X::lanes;
+        double av[lanes], bv[lanes];
+        for (int l = 0; l < lanes; ++l) {
+            av[l] = a == nullptr ? 1.0 : a[at + l];
+            bv[l] = b[at + l];
+        }
+        const typename X::vd q = X::div(X::load(av), X::load(bv));
+        double qv[lanes];
+        X::store(qv, q);
+        for (int l = 0; l < lanes; ++l) {
+            r[at + l] = qv[l];
+            // Inv has no dividend; Div keeps a zero divisor silent when the
+            // dividend (and, one at a time, the divisor) is infinite or NaN.
+            if (a != nullptr && (InvDiv::exp_all_ones(av[l]) ||
+                                 (lanes == 1 && InvDiv::exp_all_ones(bv[l]))))
+                continue;
+            if (InvDiv::is_zero(bv[l]))
+                report<Cpu>(ZVL_STATUS_SING, at + l, a == nullptr ? b : a, b, r, name);
+        }
+    };
+    if constexpr (L > 1)
+        for (; i + L <= n; i += L) round(W{}, i);
+    for (; i < n; ++i) round(Scalar{}, i);
+}
+
+// --- LA and EP, types 1 to 4: the four-way product of Inv -------------------
+
+struct InvLA4 {
+    // Every element's magnitude in [low guard, high guard).
+    template <class W>
+    static bool guarded(typename W::vd x) {
+        const typename W::vd ax = W::and_(x, splat_bits<W>(InvDiv::kAbsMask));
+        const typename W::vd ok =
+            W::and_(W::le(W::splat(InvDiv::kLowGuard), ax), W::lt(ax, W::splat(InvDiv::kHighGuard)));
+        return W::mask(ok) == (1 << W::lanes) - 1;
+    }
+    // Pairs p, q, s, t: one division gives 1/(pq) and 1/(st).
+    template <class W, int NV>
+    static bool checked_block(const typename W::vd* x, typename W::vd* y) {
+        static_assert(NV == 4, "the four-way product takes four vectors");
+        const typename W::vd p = x[0], q = x[1], s = x[2], t = x[3];
+        const typename W::vd pq = W::mul(p, q), st = W::mul(s, t);
+        const typename W::vd R = W::div(W::splat(1.0), W::mul(pq, st));
+        const typename W::vd u = W::mul(st, R), v = W::mul(pq, R);
+        y[0] = W::mul(q, u);
+        y[1] = W::mul(p, u);
+        y[2] = W::mul(t, v);
+        y[3] = W::mul(s, v);
+        return guarded<W>(p) & guarded<W>(q) & guarded<W>(s) & guarded<W>(t);
+    }
+    // In the guards the element is done through its fourth power, so that
+    // it rounds like a block element and not with the accuracy of HA.
+    static int32_t element(const double* xp, double* yp) {
+        const double x = *xp;
+        double y = 1.0 / x;
+        if (InvDiv::in_guards(x)) {
+            const double x2 = x * x;
+            y = ((1.0 / (x2 * x2)) * x2) * x;
+        }
+        *yp = y;
+        return InvDiv::is_zero(x) ? ZVL_STATUS_SING : 0;
+    }
+};
+
+// --- LA and EP, types 1 to 4: the extended-precision product of Div ---------
+// On the x87 stack under the 0x300 guard, so every product below carries the
+// 64-bit significand and only the final stores round to double.
+
+struct DivLA4 {
+    template <class W, int NV>
+    static bool checked_block(const double* a, const double* b, double* y) {
+        static_assert(NV == 4, "four elements per block");
+        const long double c = static_cast<long double>(b[0]) * b[1];
+        const long double d = static_cast<long double>(b[2]) * b[3];
+        const long double P = c * d;
+        // The product is in range when its single-precision image is
+        // neither zero nor infinite (denormal images pass).
+        const float image = static_cast<float>(P);
+        const uint32_t ib = __builtin_bit_cast(uint32_t, image) & 0x7fffffffu;
+        if (ib == 0 || (ib & 0x7f800000u) == 0x7f800000u) return false;
+        const long double R = 1.0L / P;
+        const long double e = c * R, f = d * R;
+        y[2] = static_cast<double>(a[2] * (b[3] * e));
+        y[3] = static_cast<double>(a[3] * (b[2] * e));
+        y[0] = static_cast<double>(a[0] * (b[1] * f));
+        y[1] = static_cast<double>(a[1] * (b[0] * f));
+        return true;
+    }
+    static int32_t element(const double* ap, const double* bp, double* yp) {
+        const long double a = *ap, b = *bp;
+        long double q = a / b;
+        const bool zero = InvDiv::is_zero(*bp);
+        if (!zero && !InvDiv::exp_all_ones(*bp)) {
+            const long double b2 = b * b;
+            q = (((1.0L / (b2 * b2)) * b2) * b) * a;
+        }
+        *yp = static_cast<double>(q);
+        return zero ? ZVL_STATUS_SING : 0;
+    }
+};
+
+// --- LA and EP, type 5: the mantissa product --------------------------------
+
+struct InvMantissa {
+    // mantissa with its sign, magnitude in [1, 2)
+    template <class W>
+    static typename W::vd mant(typename W::vd x) {
+        return W::or_(W::and_(x, splat_bits<W>(InvDiv::kMantSignMask)), splat_bits<W>(InvDiv::kOne));
+    }
+    // the exponent of x taken back out of the reciprocal i of its mantissa
+    template <class W>
+    static typename W::vd rescale(typename W::vd i, typename W::vd x) {
+        return W::sub_i64(W::add_i64(i, splat_bits<W>(InvDiv::kOne)),
+                          W::and_(x, splat_bits<W>(InvDiv::kExpMask)));
+    }
+    // g0 .. g3: one division for the whole block.
+    template <class W>
+    static void reciprocals(const typename W::vd* x, typename W::vd* y) {
+        const typename W::vd m0 = mant<W>(x[0]), m1 = mant<W>(x[1]), m2 = mant<W>(x[2]),
+                             m3 = mant<W>(x[3]);
+        const typename W::vd R = W::div(W::splat(1.0), W::mul(W::mul(W::mul(m0, m1), m2), m3));
+        const typename W::vd w = W::mul(R, m0), z = W::mul(w, m1);
+        y[0] = rescale<W>(W::mul(W::mul(W::mul(R, m1), m2), m3), x[0]);
+        y[1] = rescale<W>(W::mul(W::mul(w, m2), m3), x[1]);
+        y[2] = rescale<W>(W::mul(z, m3), x[2]);
+        y[3] = rescale<W>(W::mul(z, m2), x[3]);
+    }
+    static double reciprocal_one(double x) {
+        const double m = mant<Scalar>(x);
+        return rescale<Scalar>((((1.0 / (m * m * m * m)) * m) * m) * m, x);
+    }
+    // bits(x) - 2^53's pattern with the sign cleared, above 2^1020 as a
+    // double (ordered): zero, denormals, 2^-1022, infinities, NaNs and the
+    // x whose reciprocal would be denormal. Not a plain range compare: a
+    // biased exponent of 1 with a non-zero mantissa lands on a NaN pattern
+    // and is (correctly) left to the fast path.
+    template <class W>
+    static typename W::vd special(typename W::vd x) {
+        const typename W::vd t =
+            W::and_(W::sub_i64(x, splat_bits<W>(InvDiv::kExpTwo)), splat_bits<W>(InvDiv::kAbsMask));
+        return W::lt(W::splat(InvDiv::kRangeLimit), t);
+    }
+};
+
+struct InvLA5 : InvMantissa {
+    template <class W, int NV>
+    static void block(const typename W::vd* x, typename W::vd* y) {
+        static_assert(NV == 4, "the mantissa product takes four vectors");
+        reciprocals<W>(x, y);
+    }
+    static double one(double x) { return reciprocal_one(x); }
+    static int32_t callout(const double* x, double* y) { return InvHA::callout(x, y); }
+};
+
+struct DivLA5 : InvMantissa {
+    template <class W, int NV>
+    static void block(const typename W::vd* a, const typename W::vd* b, typename W::vd* y) {
+        static_assert(NV == 4, "the mantissa product takes four vectors");
+        reciprocals<W>(b, y);
+        for (int j = 0; j < 4; ++j) y[j] = W::mul(a[j], y[j]);
+    }
+    static double one(double a, double b) { return a * reciprocal_one(b); }
+    template <class W>
+    static typename W::vd special(typename W::vd, typename W::vd b) {
+        return InvMantissa::special<W>(b);
+    }
+    static int32_t callout(const double* a, const double* b, double* y) {
+        return DivHA::callout(a, b, y);
+    }
+};
+
+// --- The kernels by cpu type ------------------------------------------------
+
+template <int Cpu>
+inline void inv_ha(int32_t n, const double* a, double* r, const char* name) {
+    if constexpr (Cpu >= 3) {
+        scratch_1i<Cpu, V, Cpu == 5 ? 16 : 8, InvHA>(n, a, r, name);
+    } else if constexpr (Cpu >= 1) {
+        MxcsrShortGuard g;
+        div_ha_scalar_form<Cpu, V, false>(n, nullptr, a, r, name);
+    } else {
+        X87Guard<0x200> g;
+        div_ha_scalar_form<Cpu, V, true>(n, nullptr, a, r, name);
+    }
+}
+
+template <int Cpu>
+inline void div_ha(int32_t n, const double* a, const double* b, double* r, const char* name) {
+    if constexpr (Cpu >= 3) {
+        scratch_2i<Cpu, V, Cpu == 5 ? 16 : 8, DivHA>(n, a, b, r, name);
+    } else if constexpr (Cpu >= 1) {
+        MxcsrShortGuard g;
+        div_ha_scalar_form<Cpu, V, false>(n, a, b, r, name);
+    } else {
+        X87Guard<0x200> g;
+        div_ha_scalar_form<Cpu, V, true>(n, a, b, r, name);
+    }
+}
+
+template <int Cpu>
+inline void inv_la(int32_t n, const double* a, double* r, const char* name) {
+    static_assert(Cpu >= 1, "type 0 runs HA");
+    if constexpr (Cpu == 5) {
+        scratch_1i<Cpu, V, 16, InvLA5>(n, a, r, name);
+    } else {
+        MxcsrGuard<0> g;
+        restart_1i<Cpu, V, 8, InvLA4>(n, a, r, name);
+    }
+}
+
+template <int Cpu>
+inline void div_la(int32_t n, const double* a, const double* b, double* r, const char* name) {
+    static_assert(Cpu >= 1, "type 0 runs HA");
+    if constexpr (Cpu == 5) {
+        scratch_2i<Cpu, V, 16, DivLA5>(n, a, b, r, name);
+    } else {
+        X87Guard<0x300> g;
+        restart_2i<Cpu, Scalar, 4, DivLA4>(n, a, b, r, name);
+    }
+}
+
+}  // namespace
+
+extern "C" {
+
+void ZVL_HERE(Inv, HA)(int32_t n, const double* a, double* r) {
+    inv_ha<kCpu>(n, a, r, ZVL_HERE_NAME(Inv, HA));
+}
+void ZVL_HERE(Div, HA)(int32_t n, const double* a, const double* b, double* r) {
+    div_ha<kCpu>(n, a, b, r, ZVL_HERE_NAME(Div, HA));
+}
+
+#if ZVL_CPU_INDEX >= 1
+// LA and EP are one algorithm; only the name they report under differs.
+void ZVL_HERE(Inv, 50)(int32_t n, const double* a, double* r) {
+    inv_la<kCpu>(n, a, r, ZVL_HERE_NAME(Inv, 50));
+}
+void ZVL_HERE(Inv, 26)(int32_t n, const double* a, double* r) {
+    inv_la<kCpu>(n, a, r, ZVL_HERE_NAME(Inv, 26));
+}
+void ZVL_HERE(Div, 50)(int32_t n, const double* a, const double* b, double* r) {
+    div_la<kCpu>(n, a, b, r, ZVL_HERE_NAME(Div, 50));
+}
+void ZVL_HERE(Div, 26)(int32_t n, const double* a, const double* b, double* r) {
+    div_la<kCpu>(n, a, b, r, ZVL_HERE_NAME(Div, 26));
+}
+#endif
+
+}  // extern "C"

@@ -25,6 +25,13 @@
 
 namespace {
 
+// The double at an unsigned byte offset from t: table lookups index by
+// offsets their integer work has already scaled.
+inline const double* at(const double* t, int32_t offset) {
+    return reinterpret_cast<const double*>(reinterpret_cast<const char*>(t) +
+                                           static_cast<uint32_t>(offset));
+}
+
 struct Scalar {
     using vd = double;
     static constexpr int lanes = 1;
@@ -57,6 +64,33 @@ struct Scalar {
     static int mask(vd m) { return static_cast<int>(zvl::bits(m) >> 63); }
     // m ? a : b, lane by lane, for masks from the comparisons.
     static vd select(vd m, vd a, vd b) { return zvl::bits(m) ? a : b; }
+
+    // Integer work on one 32-bit half of each lane (`vi`): hi32 takes the
+    // high words (sign, exponent, top of the mantissa), lo32 the low words.
+    // Adds wrap; shifts take a constant count; ilt compares signed.
+    using vi = int32_t;
+    static vi hi32(vd x) { return static_cast<int32_t>(zvl::bits(x) >> 32); }
+    static vi lo32(vd x) { return static_cast<int32_t>(zvl::bits(x)); }
+    static vi isplat(int32_t c) { return c; }
+    static vi iadd(vi a, vi b) {
+        return static_cast<int32_t>(static_cast<uint32_t>(a) + static_cast<uint32_t>(b));
+    }
+    static vi iand(vi a, vi b) { return a & b; }
+    static vi isrl(vi a, int s) { return static_cast<int32_t>(static_cast<uint32_t>(a) >> s); }
+    static vi isra(vi a, int s) { return a >> s; }
+    static vi ilt(vi a, vi b) { return a < b ? -1 : 0; }
+    static vd icvt(vi a) { return static_cast<double>(a); }
+    // One bit per lane from the signs of a vi.
+    static int imask(vi m) { return static_cast<int>(static_cast<uint32_t>(m) >> 31); }
+    static void istore(int32_t* p, vi a) { p[0] = a; }
+    // One scalar load per lane: lane l reads the double at byte offset
+    // o[l] (unsigned) from t.
+    static vd gather(const double* t, const int32_t* o) { return *at(t, o[0]); }
+    // Two neighbours per lane: p gets the double at o[l], q the next one.
+    static void gather2(const double* t, const int32_t* o, vd& p, vd& q) {
+        p = at(t, o[0])[0];
+        q = at(t, o[0])[1];
+    }
 };
 
 struct Sse2 {
@@ -89,6 +123,28 @@ struct Sse2 {
     static vd eq(vd a, vd b) { return _mm_cmpeq_pd(a, b); }
     static int mask(vd m) { return _mm_movemask_pd(m); }
     static vd select(vd m, vd a, vd b) { return _mm_or_pd(_mm_and_pd(m, a), _mm_andnot_pd(m, b)); }
+
+    // vi: the 32-bit halves gathered into the low int32 lanes (two used).
+    using vi = __m128i;
+    static vi hi32(vd x) { return _mm_shuffle_epi32(_mm_castpd_si128(x), _MM_SHUFFLE(3, 1, 3, 1)); }
+    static vi lo32(vd x) { return _mm_shuffle_epi32(_mm_castpd_si128(x), _MM_SHUFFLE(2, 0, 2, 0)); }
+    static vi isplat(int32_t c) { return _mm_set1_epi32(c); }
+    static vi iadd(vi a, vi b) { return _mm_add_epi32(a, b); }
+    static vi iand(vi a, vi b) { return _mm_and_si128(a, b); }
+    static vi isrl(vi a, int s) { return _mm_srli_epi32(a, s); }
+    static vi isra(vi a, int s) { return _mm_srai_epi32(a, s); }
+    static vi ilt(vi a, vi b) { return _mm_cmplt_epi32(a, b); }
+    static vd icvt(vi a) { return _mm_cvtepi32_pd(a); }
+    static int imask(vi m) { return _mm_movemask_ps(_mm_castsi128_ps(m)) & 3; }
+    static void istore(int32_t* p, vi a) { _mm_storel_epi64(reinterpret_cast<__m128i*>(p), a); }
+    static vd gather(const double* t, const int32_t* o) {
+        return _mm_loadh_pd(_mm_load_sd(at(t, o[0])), at(t, o[1]));
+    }
+    static void gather2(const double* t, const int32_t* o, vd& p, vd& q) {
+        const __m128d a = _mm_loadu_pd(at(t, o[0])), b = _mm_loadu_pd(at(t, o[1]));
+        p = _mm_unpacklo_pd(a, b);
+        q = _mm_unpackhi_pd(a, b);
+    }
 };
 
 struct Sse3 : Sse2 {
@@ -132,9 +188,42 @@ struct Avx {
     static int mask(vd m) { return _mm256_movemask_pd(m); }
     static vd select(vd m, vd a, vd b) { return _mm256_blendv_pd(b, a, m); }
 
+    // vi: the 32-bit halves of the four lanes in one 128-bit register.
+    using vi = __m128i;
+    static vi hi32(vd x) { return halves32<_MM_SHUFFLE(3, 1, 3, 1)>(x); }
+    static vi lo32(vd x) { return halves32<_MM_SHUFFLE(2, 0, 2, 0)>(x); }
+    static vi isplat(int32_t c) { return _mm_set1_epi32(c); }
+    static vi iadd(vi a, vi b) { return _mm_add_epi32(a, b); }
+    static vi iand(vi a, vi b) { return _mm_and_si128(a, b); }
+    static vi isrl(vi a, int s) { return _mm_srli_epi32(a, s); }
+    static vi isra(vi a, int s) { return _mm_srai_epi32(a, s); }
+    static vi ilt(vi a, vi b) { return _mm_cmplt_epi32(a, b); }
+    static vd icvt(vi a) { return _mm256_cvtepi32_pd(a); }
+    static int imask(vi m) { return _mm_movemask_ps(_mm_castsi128_ps(m)); }
+    static void istore(int32_t* p, vi a) { _mm_storeu_si128(reinterpret_cast<__m128i*>(p), a); }
+    static vd gather(const double* t, const int32_t* o) {
+        const __m128d lo = _mm_loadh_pd(_mm_load_sd(at(t, o[0])), at(t, o[1]));
+        const __m128d hi = _mm_loadh_pd(_mm_load_sd(at(t, o[2])), at(t, o[3]));
+        return _mm256_insertf128_pd(_mm256_castpd128_pd256(lo), hi, 1);
+    }
+    // one 16-byte load per lane and two unpacks for both columns
+    static void gather2(const double* t, const int32_t* o, vd& p, vd& q) {
+        const vd a02 = _mm256_insertf128_pd(_mm256_castpd128_pd256(_mm_loadu_pd(at(t, o[0]))),
+                                            _mm_loadu_pd(at(t, o[2])), 1);
+        const vd a13 = _mm256_insertf128_pd(_mm256_castpd128_pd256(_mm_loadu_pd(at(t, o[1]))),
+                                            _mm_loadu_pd(at(t, o[3])), 1);
+        p = _mm256_unpacklo_pd(a02, a13);
+        q = _mm256_unpackhi_pd(a02, a13);
+    }
+
   private:
     static __m128i op_add(__m128i a, __m128i b) { return _mm_add_epi64(a, b); }
     static __m128i op_sub(__m128i a, __m128i b) { return _mm_sub_epi64(a, b); }
+    template <int Sel>
+    static vi halves32(vd x) {
+        return _mm_castps_si128(_mm_shuffle_ps(_mm_castpd_ps(_mm256_castpd256_pd128(x)),
+                                               _mm_castpd_ps(_mm256_extractf128_pd(x, 1)), Sel));
+    }
     template <__m128i (*Op)(__m128i, __m128i)>
     static vd halves(vd a, vd b) {
         const __m128i lo = Op(_mm_castpd_si128(_mm256_castpd256_pd128(a)),

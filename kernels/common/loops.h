@@ -14,7 +14,8 @@
 //   F::block<V, NV>(x, y)    y[j] = f(x[j]) for the NV = W / V::lanes vectors
 //   F::block<V, NV>(x, z, y) the same for two inputs
 //   F::one(x) / F::one(x, z) the remainder formula on one element
-//   F::special<V>(x)         lanes all ones where the lane is special
+//   F::special<V>(x)         lanes all ones where the lane is special, or
+//                            one bit per special lane as an int
 //                            (two inputs: special<V>(x, z))
 //   F::callout(&x, &y)       exact scalar result and status (two inputs:
 //                            callout(&x, &z, &y))
@@ -28,6 +29,9 @@
 //                            true when every element passes the range test
 //   F::element(&x, &y) / F::element(&x, &z, &y)
 //
+// Restarted<F> builds checked_block and element from a formula F::eval<V>,
+// a test F::refused<V> and F::callout.
+//
 // Included by the per-cpu units inside their unnamed namespace, so Cpu is
 // also the copy of the error pipeline that the loops call.
 #pragma once
@@ -38,6 +42,16 @@
 #include "state/state.h"
 
 namespace {
+
+// The special-lane test may give a full-lane mask or the lane bits already.
+template <class V>
+inline int lane_bits(typename V::vd m) {
+    return V::mask(m);
+}
+template <class V>
+inline int lane_bits(int bits) {
+    return bits;
+}
 
 template <int Cpu>
 inline void report(int32_t status, int32_t i, const double* a, const double* b, double* r,
@@ -74,6 +88,7 @@ __attribute__((always_inline)) inline void scratch_loop(int32_t n, const double*
     using vd = typename V::vd;
     constexpr int NV = W / V::lanes;
     static_assert(NV * V::lanes == W, "the block is a whole number of vectors");
+    if (n <= 0) return;  // m below would be negative, and the remainder run backwards
     // One block's inputs and results, each group on a 64-byte boundary, and a
     // second small group for the remainder.
     alignas(64) double xs[W < 32 ? 32 : W];
@@ -88,12 +103,12 @@ __attribute__((always_inline)) inline void scratch_loop(int32_t n, const double*
             for (int j = 0; j < NV; ++j) z[j] = V::load(b + base + j * V::lanes);
             F::template block<V, NV>(x, z, y);
             for (int j = 0; j < NV; ++j)
-                mask |= static_cast<uint32_t>(V::mask(F::template special<V>(x[j], z[j])))
+                mask |= static_cast<uint32_t>(lane_bits<V>(F::template special<V>(x[j], z[j])))
                         << (j * V::lanes);
         } else {
             F::template block<V, NV>(x, y);
             for (int j = 0; j < NV; ++j)
-                mask |= static_cast<uint32_t>(V::mask(F::template special<V>(x[j])))
+                mask |= static_cast<uint32_t>(lane_bits<V>(F::template special<V>(x[j])))
                         << (j * V::lanes);
         }
         if (__builtin_expect(mask != 0, 0)) {
@@ -113,10 +128,10 @@ __attribute__((always_inline)) inline void scratch_loop(int32_t n, const double*
         if constexpr (NIn == 2) {
             z1[0] = b[i];
             y1[0] = F::one(x1[0], z1[0]);
-            special = Scalar::mask(F::template special<Scalar>(x1[0], z1[0])) != 0;
+            special = lane_bits<Scalar>(F::template special<Scalar>(x1[0], z1[0])) != 0;
         } else {
             y1[0] = F::one(x1[0]);
-            special = Scalar::mask(F::template special<Scalar>(x1[0])) != 0;
+            special = lane_bits<Scalar>(F::template special<Scalar>(x1[0])) != 0;
         }
         if (__builtin_expect(special, 0))
             special_lanes<Cpu, NIn, F>(1u, x1, z1, y1, i, a, b, r, name);
@@ -154,6 +169,7 @@ __attribute__((always_inline)) inline void restart_loop(int32_t n, const double*
                                                         const char* name) {
     using vd = typename V::vd;
     constexpr int NV = W / V::lanes;
+    if (n <= 0) return;
     const int32_t m = n & ~(W - 1);
     for (int32_t base = 0; base < m; base += W) {
         vd x[NV], z[NV], y[NV];
@@ -195,6 +211,7 @@ template <class F>
 struct PerVector {
     template <class V, int NV>
     static void block(const typename V::vd* x, typename V::vd* y) {
+#pragma GCC unroll 16
         for (int j = 0; j < NV; ++j) y[j] = F::template eval<V>(x[j]);
     }
     template <class V, int NV>
@@ -203,6 +220,33 @@ struct PerVector {
     }
     static double one(double x) { return F::template eval<Scalar>(x); }
     static double one(double x, double z) { return F::template eval<Scalar>(x, z); }
+};
+
+}  // namespace
+
+namespace {
+
+// A restart-form family from a per-vector formula eval<V>(x), a test
+// refused<V>(x) (one bit per lane that the formula does not serve) and a
+// callout: a block passes when no lane is refused; an element of a failed
+// block, or of the remainder, runs the same formula one lane wide, or the
+// callout when it is refused.
+template <class F>
+struct Restarted {
+    template <class V, int NV>
+    static bool checked_block(const typename V::vd* x, typename V::vd* y) {
+        int refused = 0;
+        for (int j = 0; j < NV; ++j) {
+            y[j] = F::template eval<V>(x[j]);
+            refused |= F::template refused<V>(x[j]);
+        }
+        return refused == 0;
+    }
+    static int32_t element(const double* x, double* y) {
+        if (F::template refused<Scalar>(*x)) return F::callout(x, y);
+        *y = F::template eval<Scalar>(*x);
+        return 0;
+    }
 };
 
 }  // namespace

@@ -1,0 +1,274 @@
+// Ln: r = ln(a).
+//
+// Every kernel splits x = 2^n * m, looks a reciprocal R and T = ln(1/R) up
+// by the leading bits of m, and evaluates a short polynomial in r = m*R - 1
+// (see ln_reduce.h for the two reductions). The modes are three algorithms:
+//
+//   A  HA, type 5. Pivot 2/3, 257 rows, degree 6. The sum n*ln2 + T + r is
+//      carried in two parts (ln2 in two parts, T_hi and T_lo, exact m_hi*R
+//      - 1), so only the final addition rounds at full size.
+//   B  LA, types 2 to 5. The same reduction and polynomial, one-part ln2
+//      and T, all in plain double arithmetic.
+//   C  EP, types 4 and 5. The same reduction with a degree-3 polynomial.
+//   D  HA, types 0 to 4. Pivot 0.7495, 768 rows, degree 5, two-part sum as
+//      in A; restart form under the full MXCSR guard.
+//   E  EP, types 1 to 3. D's reduction with the degree-3 polynomial of C;
+//      denormals are scaled by 2^52 in line; restart form under the x87
+//      guard.
+//
+// The LA slot of types 0 and 1 and the EP slot of type 0 run the HA kernel.
+//
+// Refused lanes: zero, denormals (except in E), negatives, infinities and
+// NaNs, found by one signed compare of the high word. They go to the
+// callout, which is the same for all modes: -inf for zeros with
+// ZVL_STATUS_SING, NaN for negatives and -inf with ZVL_STATUS_ERRDOM, +inf
+// and NaN silently, and exact results for denormals. ln(1) is +0 in every
+// mode: the row holding 1 has R = 1 and T = 0, so r and every term vanish.
+//
+// Included by the explog units inside their own context (see unit.h).
+#pragma once
+
+#include "kernels/common/unit.h"
+#include "kernels/explog/ln/ln_data.h"
+#include "kernels/explog/ln/ln_reduce.h"
+
+namespace {
+
+using zvl::from_bits;
+
+// --- A, B, C: pivot 2/3 -----------------------------------------------------
+
+// The degree-6 polynomial of A and B: ln(1+r) = r - r^2/2 + c3 r^3 + ... +
+// c6 r^6 within 2^-61.5 relative for |r| <= 2^-9.
+struct LnPoly6 {
+    static constexpr double c2 = -0.5;
+    static constexpr double c3 = from_bits(0x3fd5555555551655);  // 0.33333333333243803
+    static constexpr double c4 = from_bits(0xbfcfffffffff70b1);  // -0.24999999999898173
+    static constexpr double c5 = from_bits(0x3fc9999ff6def978);  // 0.20000075868842848
+    static constexpr double c6 = from_bits(0xbfc5555b7c0b1cdb);  // -0.16666739994818766
+
+    template <class V>
+    static typename V::vd eval(typename V::vd r) {
+        typename V::vd p = V::mul_add(V::splat(c6), r, V::splat(c5));
+        p = V::mul_add(p, r, V::splat(c4));
+        p = V::mul_add(p, r, V::splat(c3));
+        return V::mul_add(p, r, V::splat(c2));
+    }
+};
+
+// Lanes refused by every kernel except E, one bit each.
+template <class V>
+inline int ln_special(typename V::vd x) {
+    return V::imask(log_refused<V>(x));
+}
+
+struct LnA : PerVector<LnA> {
+    // ln2 in 21 bits and the rest: n*ln2_hi + T_hi is exact, as the table's
+    // T_hi (last column) is a multiple of 2^-21
+    static constexpr double ln2_hi = from_bits(0x3fe62e4300000000);  // 0.6931471824645996
+    static constexpr double ln2_lo = from_bits(0xbe205c610ca86c39);  // -1.904654299957768e-09
+
+    template <class V>
+    static typename V::vd eval(typename V::vd x) {
+        using vd = typename V::vd;
+        SplitB<V> s;
+        split_b<V>(x, s);
+        const double* t = &zvl::ln_table_b[0][0];
+        vd R, T, T_lo, T_hi;
+        V::gather2(t, s.row, R, T);
+        V::gather2(t + 2, s.row, T_lo, T_hi);
+        const vd a = V::sub(V::mul(s.m_hi, R), V::splat(1.0));  // exact
+        const vd b = V::mul(s.m_lo, R);
+        const vd r = V::add(a, b);
+        const vd p = LnPoly6::eval<V>(r);
+        // hi + a + b in two parts. |hi| >= 0.69 - 0.41 unless n is 0; |T_hi|
+        // exceeds |a| on every row but the one holding 1, where T_hi is 0;
+        // there a is 0 or a multiple of m_hi's last bit, which b stays
+        // below. b is added apart from the polynomial because near 1 it is a
+        // large part of the result.
+        const vd hi = V::mul_add(s.n, V::splat(ln2_hi), T_hi);
+        vd y, e1, z, e2;
+        fast_two_sum<V>(hi, a, y, e1);
+        fast_two_sum<V>(y, b, z, e2);
+        const vd lo = V::add(V::add(V::mul(p, V::mul(r, r)), V::mul_add(s.n, V::splat(ln2_lo), T_lo)),
+                             V::add(e1, e2));
+        return V::add(z, lo);
+    }
+    template <class V>
+    static int special(typename V::vd x) {
+        return ln_special<V>(x);
+    }
+    static int32_t callout(const double* x, double* y) { return zvl::ln_callout(x, y); }
+};
+
+struct LnB : PerVector<LnB> {
+    static constexpr double ln2 = from_bits(0x3fe62e42fefa39ef);  // 0.6931471805599453
+
+    template <class V>
+    static typename V::vd eval(typename V::vd x) {
+        using vd = typename V::vd;
+        SplitB<V> s;
+        split_b<V>(x, s);
+        const double* t = &zvl::ln_table_b[0][0];
+        vd R, T;
+        V::gather2(t, s.row, R, T);
+        const vd r = V::add(V::sub(V::mul(s.m_hi, R), V::splat(1.0)), V::mul(s.m_lo, R));
+        const vd p = LnPoly6::eval<V>(r);
+        const vd q = V::add(V::mul(V::mul(p, r), r), r);
+        return V::add(V::mul(s.n, V::splat(ln2)), V::add(q, T));
+    }
+    template <class V>
+    static int special(typename V::vd x) {
+        return ln_special<V>(x);
+    }
+    static int32_t callout(const double* x, double* y) { return zvl::ln_callout(x, y); }
+};
+
+// The degree-3 polynomial of C and E: within 2^-29 relative for |r| <= 2^-9.
+struct LnPoly3 {
+    static constexpr double c2 = -0.5;
+    static constexpr double c3 = from_bits(0x3fd555568888b027);  // 0.33333361943619128
+};
+
+struct LnC : PerVector<LnC> {
+    template <class V>
+    static typename V::vd eval(typename V::vd x) {
+        using vd = typename V::vd;
+        SplitB<V> s;
+        split_b<V>(x, s);
+        const double* t = &zvl::ln_table_b[0][0];
+        vd R, T;
+        V::gather2(t, s.row, R, T);
+        const vd r = V::add(V::sub(V::mul(s.m_hi, R), V::splat(1.0)), V::mul(s.m_lo, R));
+        const vd p = V::mul_add(V::splat(LnPoly3::c3), r, V::splat(LnPoly3::c2));
+        const vd q = V::add(V::mul(V::mul(p, r), r), r);
+        return V::add(V::mul(s.n, V::splat(LnB::ln2)), V::add(q, T));
+    }
+    template <class V>
+    static int special(typename V::vd x) {
+        return ln_special<V>(x);
+    }
+    static int32_t callout(const double* x, double* y) { return zvl::ln_callout(x, y); }
+};
+
+// --- D, E: pivot 0.7495, restart form ---------------------------------------
+
+struct LnD : Restarted<LnD> {
+    // ln2 to 42 bits and the rest: n*ln2_hi + T_hi is exact
+    static constexpr double ln2_hi = from_bits(0x3fe62e42fefa3800);  // 0.6931471805598903
+    static constexpr double ln2_lo = from_bits(0x3d2ef35793c76730);  // 5.497923018708371e-14
+    // degree 5, within 2^-56.5 relative for |r| <= 2^-10
+    static constexpr double c2 = from_bits(0xbfdffffffffffca9);  // -0.49999999999995254
+    static constexpr double c3 = from_bits(0x3fd555555555512a);  // 0.33333333333327408
+    static constexpr double c4 = from_bits(0xbfd00000d588d052);  // -0.25000019886943392
+    static constexpr double c5 = from_bits(0x3fc9999b39037e04);  // 0.20000019344205111
+
+    template <class V>
+    static typename V::vd eval(typename V::vd x) {
+        using vd = typename V::vd;
+        SplitD<V> s;
+        split_d<V>(x, s);
+        const double* t = &zvl::ln_table_d[0][0];
+        vd R, T_hi;
+        V::gather2(t, s.row, R, T_hi);
+        const vd T_lo = V::gather(t + 2, s.row);
+        const vd a = V::sub(V::mul(s.m_hi, R), V::splat(1.0));  // exact
+        const vd b = V::mul(s.m_lo, R);
+        const vd r = V::add(a, b);
+        vd p = V::mul_add(V::splat(c5), r, V::splat(c4));
+        p = V::mul_add(p, r, V::splat(c3));
+        p = V::mul_add(p, r, V::splat(c2));
+        // hi is exact; |hi| >= |a| unless hi is 0 (the row of 1 with k = 0)
+        const vd hi = V::mul_add(s.k, V::splat(ln2_hi), T_hi);
+        vd y, e;
+        fast_two_sum<V>(hi, a, y, e);
+        const vd lo = V::add(V::add(V::mul_add(p, V::mul(r, r), b),
+                                    V::mul_add(s.k, V::splat(ln2_lo), T_lo)),
+                             e);
+        return V::add(y, lo);
+    }
+    template <class V>
+    static int refused(typename V::vd x) {
+        return ln_special<V>(x);
+    }
+    static int32_t callout(const double* x, double* y) { return zvl::ln_callout(x, y); }
+};
+
+struct LnE : Restarted<LnE> {
+    static constexpr double ln2 = from_bits(0x3fe62e42fefa39ef);  // 0.6931471805599453
+    static constexpr double two52 = 4503599627370496.0;
+    static constexpr double ln2_52 = 36.043653389117154;  // 52 ln 2
+    static constexpr uint64_t min_normal = 0x0010000000000000;
+
+    template <class V>
+    static typename V::vd eval(typename V::vd x) {
+        using vd = typename V::vd;
+        // denormals: ln(x) = ln(x * 2^52) - 52 ln 2
+        const vd tiny = V::lt(x, splat_bits<V>(min_normal));
+        x = V::select(tiny, V::mul(x, V::splat(two52)), x);
+        SplitD<V> s;
+        split_d<V>(x, s);
+        const double* t = &zvl::ln_table_d[0][0];
+        vd R, T;
+        V::gather2(t, s.row, R, T);
+        const vd r = V::sub(V::mul(s.m, R), V::splat(1.0));
+        const vd p = V::mul_add(V::splat(LnPoly3::c3), r, V::splat(LnPoly3::c2));
+        const vd q = V::add(V::mul(V::mul(p, r), r), r);
+        const vd kl = V::sub(V::mul(s.k, V::splat(ln2)), V::and_(tiny, V::splat(ln2_52)));
+        return V::add(V::add(kl, T), q);
+    }
+    template <class V>
+    static int refused(typename V::vd x) {
+        return log_refused_positive<V>(x);
+    }
+    static int32_t callout(const double* x, double* y) { return zvl::ln_callout(x, y); }
+};
+
+// --- The kernels by cpu type ------------------------------------------------
+
+template <int Cpu>
+inline void ln_ha(int32_t n, const double* a, double* r, const char* name) {
+    if constexpr (Cpu == 5) {
+        scratch_1i<Cpu, V, 16, LnA>(n, a, r, name);
+    } else {
+        MxcsrGuard<0> g;
+        restart_1i<Cpu, V, Cpu == 0 ? 2 : 4, LnD>(n, a, r, name);
+    }
+}
+
+template <int Cpu>
+inline void ln_la(int32_t n, const double* a, double* r, const char* name) {
+    static_assert(Cpu >= 2, "types 0 and 1 run HA");
+    scratch_1i<Cpu, V, Cpu == 5 ? 16 : 8, LnB>(n, a, r, name);
+}
+
+template <int Cpu>
+inline void ln_ep(int32_t n, const double* a, double* r, const char* name) {
+    static_assert(Cpu >= 1, "type 0 runs HA");
+    if constexpr (Cpu >= 4) {
+        scratch_1i<Cpu, V, Cpu == 5 ? 16 : 8, LnC>(n, a, r, name);
+    } else {
+        X87Guard<0x200> g;
+        restart_1i<Cpu, V, 4, LnE>(n, a, r, name);
+    }
+}
+
+}  // namespace
+
+extern "C" {
+
+void ZVL_HERE(Ln, HA)(int32_t n, const double* a, double* r) {
+    ln_ha<kCpu>(n, a, r, ZVL_HERE_NAME(Ln, HA));
+}
+#if ZVL_CPU_INDEX >= 2
+void ZVL_HERE(Ln, 50)(int32_t n, const double* a, double* r) {
+    ln_la<kCpu>(n, a, r, ZVL_HERE_NAME(Ln, 50));
+}
+#endif
+#if ZVL_CPU_INDEX >= 1
+void ZVL_HERE(Ln, 26)(int32_t n, const double* a, double* r) {
+    ln_ep<kCpu>(n, a, r, ZVL_HERE_NAME(Ln, 26));
+}
+#endif
+
+}  // extern "C"

@@ -255,3 +255,32 @@ TEST(DataFiles, BudgetLines) {
 }
 
 }  // namespace
+
+namespace {
+
+// Every peer that this machine can run, of every row (functions still to
+// come included): its symbol resolves, the vector driver passes arguments
+// right, and it agrees with the row's reference within a few ulps.
+TEST(Peers, AgreeWithTheReference) {
+    int bound = 0;
+    for (const zvl_tools::FunctionRow& row : zvl_tools::rows()) {
+        zvl_tools::SampleOptions o;
+        o.random = 3000;
+        o.sweeps = false;
+        o.hardcases = false;
+        const zvl_tools::Samples s = zvl_tools::make_samples(row, o);
+        const std::vector<zvl_tools::Exact> exact = zvl_tools::exact_values(row, s);
+        for (const zvl_tools::Peer* p : zvl_tools::peers_of(row)) {
+            const char* why = nullptr;
+            const zvl_tools::Callable c = zvl_tools::bind_peer(*p, row.shape, &why);
+            if (!c) continue;
+            ++bound;
+            const zvl_tools::Stats st = zvl_tools::measure(c, s, exact, true);
+            EXPECT_LE(st.max_ulp, 8.0) << row.name << " " << p->label << " at "
+                                        << zvl_tools::show(s.a[st.worst_ulp]);
+        }
+    }
+    EXPECT_GT(bound, 0);
+}
+
+}  // namespace

@@ -21,6 +21,7 @@
 #include <string>
 #include <vector>
 
+#include "frame/cpu_type.h"
 #include "state/state.h"
 #include "tools/accuracy/accuracy.h"
 #include "tools/common/rng.h"
@@ -140,9 +141,29 @@ std::string hex(uint64_t b) {
     return s;
 }
 
+struct CaseRun {
+    std::string where;
+    const Case* c;
+};
+
+void expect_case(const CaseRun& run, double got, const char* path) {
+    const Case& c = *run.c;
+    if (c.any_nan) {
+        EXPECT_TRUE(std::isnan(got)) << run.where << path << ": got " << hex(bits_of(got));
+    } else {
+        EXPECT_EQ(hex(bits_of(got)), hex(c.result)) << run.where << path;
+    }
+    EXPECT_EQ(zvl::get_status(), c.status) << run.where << path << ": status";
+}
+
+std::string where(const Function& f, const Case& c, int cpu, int mode) {
+    return std::string(f.row->name) + ".txt:" + std::to_string(c.line) + " cpu " +
+           std::to_string(cpu) + " " + (has_modes(f) ? kModeNames[mode] : "");
+}
+
 class Directed : public testing::TestWithParam<const Function*> {};
 
-TEST_P(Directed, ResultsAndStatus) {
+TEST_P(Directed, Kernels) {
     const Function& f = *GetParam();
     std::vector<Case> cases;
     if (!read_cases(f, &cases)) GTEST_SKIP() << "no directed cases for " << f.row->name;
@@ -151,28 +172,18 @@ TEST_P(Directed, ResultsAndStatus) {
     // The case sits at `at` among ordinary arguments: inside the first block
     // of every block width, with whole blocks after it.
     const int n = 41, at = 13;
-    std::vector<double> a(n, f.row->ordinary_a), b(n, f.row->ordinary_b), r(n);
+    std::vector<double> a(n), b(n), r(n);
     for (int cpu = 0; cpu < kCpuTypes; ++cpu) {
         if (!cpu_runnable(cpu)) continue;
         for (int m = 0; m < modes; ++m) {
             const Callable k = kernel(f, cpu, static_cast<Mode>(m));
             for (const Case& c : cases) {
                 if (!(c.cpus >> cpu & 1) || !(c.modes >> m & 1)) continue;
-                const std::string where = std::string(f.row->name) + ".txt:" +
-                                          std::to_string(c.line) + " cpu " + std::to_string(cpu) +
-                                          " " + (has_modes(f) ? kModeNames[m] : "");
-                auto check = [&](double got, const char* path) {
-                    if (c.any_nan) {
-                        EXPECT_TRUE(std::isnan(got)) << where << path << ": got " << hex(bits_of(got));
-                    } else {
-                        EXPECT_EQ(hex(bits_of(got)), hex(c.result)) << where << path;
-                    }
-                    EXPECT_EQ(zvl::get_status(), c.status) << where << path << ": status";
-                };
+                const CaseRun run = {where(f, c, cpu, m), &c};
                 double got;
                 zvl::set_status(0);
                 k(1, &c.a, two ? &c.b : nullptr, &got);
-                check(got, " alone");
+                expect_case(run, got, " alone");
 
                 // One scalar for the whole array in the array-and-scalar shape.
                 const double nb = f.shape == Shape::DX ? c.b : f.row->ordinary_b;
@@ -184,14 +195,38 @@ TEST_P(Directed, ResultsAndStatus) {
                 b[at] = c.b;
                 zvl::set_status(0);
                 k(n, a.data(), two ? b.data() : nullptr, r.data());
-                check(r[at], " in an array");
+                expect_case(run, r[at], " in an array");
                 for (int i = 0; i < n; ++i) {
                     if (i == at) continue;
                     EXPECT_EQ(hex(bits_of(r[i])), hex(bits_of(ordinary)))
-                        << where << ": neighbour " << i;
+                        << run.where << ": neighbour " << i;
                 }
             }
         }
+    }
+}
+
+// The exported entry picks the kernel of the cpu type the library chose
+// here and of the thread's mode.
+TEST_P(Directed, ExportedEntry) {
+    const Function& f = *GetParam();
+    std::vector<Case> cases;
+    if (!read_cases(f, &cases)) GTEST_SKIP() << "no directed cases for " << f.row->name;
+    const uint32_t cpu = zvl::cpu_type();
+    if (cpu > 5 || !cpu_runnable(static_cast<int>(cpu))) GTEST_SKIP() << "cpu type " << cpu;
+    const bool two = arity(f.shape) == 2;
+    const unsigned words[kModes] = {ZVL_HA, ZVL_LA, ZVL_EP};
+    const Callable entry = front_end(f);
+    for (int m = 0; m < (has_modes(f) ? kModes : 1); ++m) {
+        const unsigned old = ZVLSETMODE(&words[m]);
+        for (const Case& c : cases) {
+            if (!(c.cpus >> cpu & 1) || !(c.modes >> m & 1)) continue;
+            double got;
+            zvl::set_status(0);
+            entry(1, &c.a, two ? &c.b : nullptr, &got);
+            expect_case({where(f, c, static_cast<int>(cpu), m), &c}, got, " through the entry");
+        }
+        ZVLSETMODE(&old);
     }
 }
 

@@ -254,22 +254,6 @@ double rel_error(double ulps, const Exact& e) {
     return static_cast<double>(ulps * u / mag);
 }
 
-void Stats::merge(const Stats& o) {
-    if (o.count == 0) return;
-    if (count == 0 || o.max_ulp > max_ulp) {
-        max_ulp = o.max_ulp;
-        worst_ulp = o.worst_ulp;
-        got_ulp = o.got_ulp;
-        single_ulp = o.single_ulp;
-    }
-    if (count == 0 || o.max_rel > max_rel) {
-        max_rel = o.max_rel;
-        worst_rel = o.worst_rel;
-        got_rel = o.got_rel;
-    }
-    count += o.count;
-}
-
 Stats measure(const Callable& fn, const Samples& s, const std::vector<Exact>& exact, bool single,
               std::vector<float>* per_sample) {
     Stats st;

@@ -76,7 +76,6 @@ struct Stats {
     double got_ulp = 0;     // the result at the worst sample
     double got_rel = 0;
     bool single_ulp = false;  // the worst came from the element-by-element run
-    void merge(const Stats& o);
 };
 
 // Runs `fn` over all samples as one array (block paths) and, when `single`,

@@ -12,6 +12,7 @@
 #include <cmath>
 #include <cstdint>
 #include <cstring>
+#include <iterator>
 #include <random>
 #include <string>
 #include <vector>
@@ -236,6 +237,16 @@ double any_finite(std::mt19937_64& rng) {
     }
 }
 
+// Divisors where the paths change: the range guards of the four-way
+// product, the exponents whose reciprocal is denormal, the smallest normal.
+const double kEdges[] = {
+    from_bits(0x2ff6a09f00000000), from_bits(0x2ff6a09effffffff),  // low guard
+    from_bits(0x4feffffeffffffff), from_bits(0x4fefffff00000000),  // high guard
+    0x1p1022, from_bits(0x7fd0000000000001), 0x1p1023, from_bits(0x7fefffffffffffff),
+    0x1p-1022, from_bits(0x0010000000000001), 0x1p-1021, from_bits(0x000fffffffffffff),
+    from_bits(0x7fcfffffffffffff), 0x1p1021,
+};
+
 TEST_P(KernelContract, AccuracyAgainstMpfr) {
     std::mt19937_64 rng(0x5eed + k().cpu);
     const int n = 4099;
@@ -249,6 +260,8 @@ TEST_P(KernelContract, AccuracyAgainstMpfr) {
             b[i] = any_finite(rng);
             a[i] = pass == 1 ? std::ldexp(1.0 + i / 8192.0, i % 40 - 20) : any_finite(rng);
         }
+        if (pass == 1)
+            for (size_t i = 0; i < std::size(kEdges); ++i) b[2 * i] = kEdges[i], b[2 * i + 1] = -kEdges[i];
         run(n, a.data(), b.data(), r.data());
         for (int i = 0; i < n; ++i) {
             const int64_t d = ulps_apart(r[i], quotient(dividend(a[i]), b[i]));
@@ -282,6 +295,10 @@ const Special kSpecials[] = {
     {"Inf/Inf", INFINITY, INFINITY, 0x7ff8000000000000, false},
     {"NaN divisor", 1.0, NAN, 0x7ff8000000000000, false},
     {"denormal divisor", 1.0, kDenormal, 0x7ff0000000000000, false},
+    {"denormal divisor, finite quotient", 1e-300, kDenormal, bits_of(1e-300 / kDenormal), false},
+    {"overflow by a denormal divisor", 1e308, 1e-308, 0x7ff0000000000000, false},
+    {"overflow by a normal divisor", -1e308, 1e-10, 0xfff0000000000000, false},
+    {"denormal quotient", 1e-300, 3e20, bits_of(1e-300 / 3e20), false},
     {"huge divisor", 1.0, kHuge, bits_of(1.0 / kHuge), false},
     {"smallest normal divisor", 1.0, 0x1p-1022, 0x7fd0000000000000, false},
 };

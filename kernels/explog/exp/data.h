@@ -24,26 +24,17 @@ struct ExpShared {
     static constexpr uint64_t exp_mask = 0x7ff0000000000000;
 };
 
+// Defined once, in tables.cpp, for every cpu type's kernels.
 // Variant A: hi, lo of 2^(j/64), j = 0 .. 63. The callout uses it too.
-alignas(64) inline constexpr double kExpTableA[2 * 64] = {
-#include "kernels/explog/exp/table_a.inc"
-};
+extern const double kExpTableA[2 * 64];
 // Variant B: 2^(j/1024).
-alignas(64) inline constexpr double kExpTableB[1024] = {
-#include "kernels/explog/exp/table_b.inc"
-};
+extern const double kExpTableB[1024];
 // Variant C: 0.9999999928394805 * 2^(j/2048).
-alignas(64) inline constexpr double kExpTableC[2048] = {
-#include "kernels/explog/exp/table_c.inc"
-};
+extern const double kExpTableC[2048];
 // Variant D: hi, lo of 2^(j/128).
-alignas(64) inline constexpr double kExpTableD[2 * 128] = {
-#include "kernels/explog/exp/table_d.inc"
-};
+extern const double kExpTableD[2 * 128];
 // Variant E: 2^(j/128).
-alignas(64) inline constexpr double kExpTableE[128] = {
-#include "kernels/explog/exp/table_e.inc"
-};
+extern const double kExpTableE[128];
 
 // The exact scalar exp of one element the vector path refuses: stores the
 // result to *y and returns 0, ZVL_STATUS_OVERFLOW or ZVL_STATUS_UNDERFLOW.

@@ -1,6 +1,6 @@
 // VDEXP through its front-end, on the cpu type that ZVL_CPU_TYPE forces:
 // each accuracy value reaches its kernel, reports reach the status word and
-// errno, _Idx forwards, and parameter errors name vdExp.
+// errno, and parameter errors name vdExp.
 #include <gtest/gtest.h>
 
 #include <cerrno>
@@ -64,17 +64,6 @@ TEST_F(ExpFrontEnd, StatusAndErrno) {
     // Calls without a report leave the status alone.
     VDEXP(&three, r, r);
     EXPECT_EQ(zvl::get_status(), ZVL_STATUS_UNDERFLOW);
-}
-
-TEST_F(ExpFrontEnd, IdxAdvancesBothArrays) {
-    const double a[] = {9.0, 9.0, 0.0, 1.0, -1.0};
-    double r[6] = {-1, -1, -1, -1, -1, -1};
-    const int n = 3;
-    VDEXP_Idx(&n, a, 2, r, 3);
-    EXPECT_EQ(r[2], -1.0);
-    EXPECT_EQ(r[3], 1.0);
-    EXPECT_NEAR(r[4], M_E, 1e-15);
-    EXPECT_NEAR(r[5], 1 / M_E, 1e-15);
 }
 
 TEST_F(ExpFrontEnd, ParameterErrorsNameTheFunction) {

@@ -314,7 +314,7 @@ Table measure_function(const Function& f, const SampleOptions& opt, unsigned cpu
 }
 
 bool read_hardcases(const char* stem, std::vector<Pair>* out) {
-    const std::string path = data_path(std::string("hardcases/") + stem + ".txt");
+    const std::string path = data_path(std::string("ulp-hardcases/") + stem + ".txt");
     FILE* f = std::fopen(path.c_str(), "r");
     if (!f) return false;
     char line[512];

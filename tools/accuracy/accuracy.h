@@ -99,7 +99,7 @@ struct Table {
 Table measure_function(const Function& f, const SampleOptions& opt, unsigned cpus = 0x3f,
                        unsigned modes = 0x7, bool keep_per_sample = false);
 
-// Hard-to-round cases of tests/data/hardcases/<stem>.txt: one value or one
+// Hard-to-round cases of tests/data/ulp-hardcases/<stem>.txt: one value or one
 // pair "x,y" per line (hexadecimal floats), '#' comments; a line "# symmetric"
 // adds -x for each x. Returns false when the file cannot be read.
 bool read_hardcases(const char* stem, std::vector<Pair>* out);

@@ -137,7 +137,7 @@ struct FunctionRow {
     List<double> special_b = {};
     List<Pair> special_pairs = {};  // exact pairs, no sweep
     bool mirror = false;            // sweep -p as well as p
-    const char* hardcases = nullptr;  // stem of a file in tests/data/hardcases
+    const char* hardcases = nullptr;  // stem of a file in tests/data/ulp-hardcases
     // Ordinary arguments for timing, and one value every kernel takes on its
     // fast path (the neighbour of directed cases).
     Interval timing_a = {};

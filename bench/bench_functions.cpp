@@ -46,9 +46,9 @@ void run(benchmark::State& state, const FunctionRow* row, Callable fn, size_t n)
         benchmark::ClobberMemory();
     }
     state.SetItemsProcessed(static_cast<int64_t>(state.iterations() * n));
-    state.counters["ns_per_elem"] = benchmark::Counter(
-        static_cast<double>(n), benchmark::Counter::kIsIterationInvariantRate |
-                                    benchmark::Counter::kInvert);
+    state.counters["ns_per_elem"] =
+        benchmark::Counter(static_cast<double>(n), benchmark::Counter::kIsIterationInvariantRate |
+                                                       benchmark::Counter::kInvert);
 }
 
 std::string slug(const char* label) {
@@ -77,7 +77,8 @@ void register_all() {
                 const char* why = nullptr;
                 const Callable c = bind_peer(*p, f.shape, &why);
                 if (!c) {
-                    if (n == 1000) std::fprintf(stderr, "%s: %s skipped (%s)\n", row->name, p->label, why);
+                    if (n == 1000)
+                        std::fprintf(stderr, "%s: %s skipped (%s)\n", row->name, p->label, why);
                     continue;
                 }
                 const std::string name = std::string(row->name) + "/peer/" + slug(p->label) + size;

@@ -40,10 +40,10 @@ std::string describe(const Table& t, const Stats& s, bool relative) {
     return text;
 }
 
-class Within : public testing::TestWithParam<const Function*> {};
+class Within : public testing::TestWithParam<Function> {};
 
 TEST_P(Within, EveryCpuTypeAndMode) {
-    const Function& f = *GetParam();
+    const Function& f = GetParam();
     SampleOptions opt;
     opt.random = sample_count();
     const Table t = measure_function(f, opt);
@@ -56,23 +56,17 @@ TEST_P(Within, EveryCpuTypeAndMode) {
             ASSERT_NE(b, nullptr) << f.row->name << " " << kModeNames[m] << " has no budget";
             const Stats& s = t.stats[cpu][m];
             EXPECT_TRUE(within(*b, s))
-                << f.row->name << " cpu " << cpu << " (" << kCpuLabels[cpu] << ") "
-                << kModeNames[m] << ": " << (b->relative ? "relative error " : "ulp error ")
-                << measured(*b, s) << " over " << b->bound << "; "
-                << describe(t, s, b->relative);
+                << f.row->name << " cpu " << cpu << " (" << kCpuLabels[cpu] << ") " << kModeNames[m]
+                << ": " << (b->relative ? "relative error " : "ulp error ") << measured(*b, s)
+                << " over " << b->bound << "; " << describe(t, s, b->relative);
         }
     EXPECT_GT(measured_runs, 0);
 }
 
-std::vector<const Function*> live() {
-    std::vector<const Function*> v;
-    for (const Function& f : functions()) v.push_back(&f);
-    return v;
-}
-
-INSTANTIATE_TEST_SUITE_P(Functions, Within, testing::ValuesIn(live()),
-                         [](const testing::TestParamInfo<const Function*>& p) {
-                             return std::string(p.param->row->name);
+INSTANTIATE_TEST_SUITE_P(Functions, Within,
+                         testing::ValuesIn(functions().begin(), functions().end()),
+                         [](const testing::TestParamInfo<Function>& p) {
+                             return std::string(p.param.row->name);
                          });
 
 TEST(Registry, EveryFunctionOfTheLibraryTableHasARow) {

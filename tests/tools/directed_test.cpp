@@ -128,7 +128,7 @@ bool read_cases(const Function& f, std::vector<Case>* out) {
         EXPECT_TRUE(ok) << path << ":" << line << ": cannot read this line";
         if (!ok) continue;
         c.any_nan = tok[need - 2] == "nan" || tok[need - 2] == "-nan";
-        c.result = bits_of(result);
+        c.result = bits(result);
         out->push_back(c);
     }
     std::fclose(file);
@@ -149,9 +149,9 @@ struct CaseRun {
 void expect_case(const CaseRun& run, double got, const char* path) {
     const Case& c = *run.c;
     if (c.any_nan) {
-        EXPECT_TRUE(std::isnan(got)) << run.where << path << ": got " << hex(bits_of(got));
+        EXPECT_TRUE(std::isnan(got)) << run.where << path << ": got " << hex(bits(got));
     } else {
-        EXPECT_EQ(hex(bits_of(got)), hex(c.result)) << run.where << path;
+        EXPECT_EQ(hex(bits(got)), hex(c.result)) << run.where << path;
     }
     EXPECT_EQ(zvl::get_status(), c.status) << run.where << path << ": status";
 }
@@ -161,10 +161,10 @@ std::string where(const Function& f, const Case& c, int cpu, int mode) {
            std::to_string(cpu) + " " + (has_modes(f) ? kModeNames[mode] : "");
 }
 
-class Directed : public testing::TestWithParam<const Function*> {};
+class Directed : public testing::TestWithParam<Function> {};
 
 TEST_P(Directed, Kernels) {
-    const Function& f = *GetParam();
+    const Function& f = GetParam();
     std::vector<Case> cases;
     if (!read_cases(f, &cases)) GTEST_SKIP() << "no directed cases for " << f.row->name;
     const bool two = arity(f.shape) == 2;
@@ -198,7 +198,7 @@ TEST_P(Directed, Kernels) {
                 expect_case(run, r[at], " in an array");
                 for (int i = 0; i < n; ++i) {
                     if (i == at) continue;
-                    EXPECT_EQ(hex(bits_of(r[i])), hex(bits_of(ordinary)))
+                    EXPECT_EQ(hex(bits(r[i])), hex(bits(ordinary)))
                         << run.where << ": neighbour " << i;
                 }
             }
@@ -209,7 +209,7 @@ TEST_P(Directed, Kernels) {
 // The exported entry picks the kernel of the cpu type the library chose
 // here and of the thread's mode.
 TEST_P(Directed, ExportedEntry) {
-    const Function& f = *GetParam();
+    const Function& f = GetParam();
     std::vector<Case> cases;
     if (!read_cases(f, &cases)) GTEST_SKIP() << "no directed cases for " << f.row->name;
     const uint32_t cpu = zvl::cpu_type();
@@ -230,15 +230,10 @@ TEST_P(Directed, ExportedEntry) {
     }
 }
 
-std::vector<const Function*> live() {
-    std::vector<const Function*> v;
-    for (const Function& f : functions()) v.push_back(&f);
-    return v;
-}
-
-INSTANTIATE_TEST_SUITE_P(Functions, Directed, testing::ValuesIn(live()),
-                         [](const testing::TestParamInfo<const Function*>& p) {
-                             return std::string(p.param->row->name);
+INSTANTIATE_TEST_SUITE_P(Functions, Directed,
+                         testing::ValuesIn(functions().begin(), functions().end()),
+                         [](const testing::TestParamInfo<Function>& p) {
+                             return std::string(p.param.row->name);
                          });
 
 }  // namespace

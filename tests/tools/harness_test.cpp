@@ -74,34 +74,34 @@ const double third = 1.0 / 3.0;  // 1/3 lies a third of an ulp above it
 
 INSTANTIATE_TEST_SUITE_P(
     Cases, Metric,
-    testing::Values(
-        MetricCase{"rounded result", ref_recip, 3.0, third, 1.0 / 3},
-        MetricCase{"one ulp up", ref_recip, 3.0, std::nextafter(third, 1.0), 2.0 / 3},
-        MetricCase{"one ulp down", ref_recip, 3.0, std::nextafter(third, 0.0), 4.0 / 3},
-        MetricCase{"exact result", ref_recip, 4.0, 0.25, 0},
-        // ulp of the rounded result's binade: 1 - 2^-52 + 2^-104 rounds below 1
-        MetricCase{"below a power of two", ref_recip, 1.0 + 0x1p-52, 1.0, 2.0 - 0x1p-51},
-        // 1 - 2^-60 rounds to 1, whose ulp is 2^-52
-        MetricCase{"rounds up to a power of two", ref_below, 1.0, 0x1.fffffffffffffp-1,
-                   0.5 - 0x1p-8},
-        MetricCase{"subnormal tie", ref_half, 0x1.8p-1073, 0x1p-1073, 0.5},
-        MetricCase{"subnormal other side", ref_half, 0x1.8p-1073, 0x1p-1074, 0.5},
-        MetricCase{"subnormal flushed", ref_half, 0x1.8p-1073, 0.0, 1.5},
-        MetricCase{"overflow rounds to infinity", ref_above, kMax, kInf, 0},
-        MetricCase{"largest double below it", ref_above, kMax, kMax, 0.6},
-        MetricCase{"far overflow", mpfr_exp, 1e300, kInf, 0},
-        MetricCase{"far overflow, finite", mpfr_exp, 1e300, kMax, kInf},
-        // infinity counts as 2^1024
-        MetricCase{"finite result, infinity", ref_recip, 0x1p-1023, kInf, 0x1p52},
-        MetricCase{"pole", ref_recip, 0.0, kInf, 0},
-        MetricCase{"pole, wrong sign", ref_recip, -0.0, kInf, kInf},
-        MetricCase{"pole, finite", ref_recip, 0.0, kMax, kInf},
-        MetricCase{"exact zero", ref_recip, kInf, 0.0, 0},
-        MetricCase{"exact zero, wrong sign", ref_recip, kInf, -0.0, kInf},
-        MetricCase{"exact zero, not zero", ref_recip, kInf, 0x1p-1074, 1},
-        MetricCase{"NaN", ref_recip, __builtin_nan(""), __builtin_nan(""), 0},
-        MetricCase{"NaN expected", ref_recip, __builtin_nan(""), 0.0, kInf},
-        MetricCase{"NaN returned", ref_recip, 3.0, __builtin_nan(""), kInf}));
+    testing::Values(MetricCase{"rounded result", ref_recip, 3.0, third, 1.0 / 3},
+                    MetricCase{"one ulp up", ref_recip, 3.0, std::nextafter(third, 1.0), 2.0 / 3},
+                    MetricCase{"one ulp down", ref_recip, 3.0, std::nextafter(third, 0.0), 4.0 / 3},
+                    MetricCase{"exact result", ref_recip, 4.0, 0.25, 0},
+                    // ulp of the rounded result's binade: 1 - 2^-52 + 2^-104 rounds below 1
+                    MetricCase{"below a power of two", ref_recip, 1.0 + 0x1p-52, 1.0,
+                               2.0 - 0x1p-51},
+                    // 1 - 2^-60 rounds to 1, whose ulp is 2^-52
+                    MetricCase{"rounds up to a power of two", ref_below, 1.0, 0x1.fffffffffffffp-1,
+                               0.5 - 0x1p-8},
+                    MetricCase{"subnormal tie", ref_half, 0x1.8p-1073, 0x1p-1073, 0.5},
+                    MetricCase{"subnormal other side", ref_half, 0x1.8p-1073, 0x1p-1074, 0.5},
+                    MetricCase{"subnormal flushed", ref_half, 0x1.8p-1073, 0.0, 1.5},
+                    MetricCase{"overflow rounds to infinity", ref_above, kMax, kInf, 0},
+                    MetricCase{"largest double below it", ref_above, kMax, kMax, 0.6},
+                    MetricCase{"far overflow", mpfr_exp, 1e300, kInf, 0},
+                    MetricCase{"far overflow, finite", mpfr_exp, 1e300, kMax, kInf},
+                    // infinity counts as 2^1024
+                    MetricCase{"finite result, infinity", ref_recip, 0x1p-1023, kInf, 0x1p52},
+                    MetricCase{"pole", ref_recip, 0.0, kInf, 0},
+                    MetricCase{"pole, wrong sign", ref_recip, -0.0, kInf, kInf},
+                    MetricCase{"pole, finite", ref_recip, 0.0, kMax, kInf},
+                    MetricCase{"exact zero", ref_recip, kInf, 0.0, 0},
+                    MetricCase{"exact zero, wrong sign", ref_recip, kInf, -0.0, kInf},
+                    MetricCase{"exact zero, not zero", ref_recip, kInf, 0x1p-1074, 1},
+                    MetricCase{"NaN", ref_recip, __builtin_nan(""), __builtin_nan(""), 0},
+                    MetricCase{"NaN expected", ref_recip, __builtin_nan(""), 0.0, kInf},
+                    MetricCase{"NaN returned", ref_recip, 3.0, __builtin_nan(""), kInf}));
 
 TEST(Metric, RelativeError) {
     const Exact e = exact_of(ref_recip, 3.0);
@@ -276,8 +276,8 @@ TEST(Peers, AgreeWithTheReference) {
             if (!c) continue;
             ++bound;
             const zvl_tools::Stats st = zvl_tools::measure(c, s, exact, true);
-            EXPECT_LE(st.max_ulp, 8.0) << row.name << " " << p->label << " at "
-                                        << zvl_tools::show(s.a[st.worst_ulp]);
+            EXPECT_LE(st.max_ulp, 8.0)
+                << row.name << " " << p->label << " at " << zvl_tools::show(s.a[st.worst_ulp]);
         }
     }
     EXPECT_GT(bound, 0);

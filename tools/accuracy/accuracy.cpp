@@ -23,7 +23,7 @@ const Region& pick_region(Rng& rng, const List<Region>& regions, double total) {
 
 // Doubles in order of value as integers: -0 and +0 both map to 0.
 int64_t ordinal(double x) {
-    const uint64_t b = bits_of(x);
+    const uint64_t b = bits(x);
     const int64_t m = static_cast<int64_t>(b & 0x7fffffffffffffff);
     return (b >> 63) ? -m : m;
 }
@@ -221,25 +221,24 @@ std::vector<Exact> exact_values(const FunctionRow& row, const Samples& s, int pr
 
 double ulp_error(double got, const Exact& e) {
     switch (e.kind) {
-        case Exact::NotANumber:
-            return std::isnan(got) ? 0 : kInf;
-        case Exact::Infinite:
-            return got == e.rn ? 0 : kInf;
+        case Exact::NotANumber: return std::isnan(got) ? 0 : kInf;
+        case Exact::Infinite: return got == e.rn ? 0 : kInf;
         case Exact::Zero:
             if (got == 0) return std::signbit(got) == std::signbit(e.rn) ? 0 : kInf;
             if (std::isnan(got)) return kInf;
             return static_cast<double>(std::fabs(static_cast<long double>(got)) * 0x1p1074L);
         case Exact::Number:
-        case Exact::Overflow:
-            break;
+        case Exact::Overflow: break;
     }
     if (std::isnan(got)) return kInf;
     if (e.kind == Exact::Overflow && got == e.rn) return 0;
     // In long double, where got - rn is exact for nearby values and 2^1024
     // and 2^1074 are in range.
     const long double two1024 = 0x1p1024L;
-    const long double g = std::isinf(got) ? std::copysign(two1024, static_cast<long double>(got)) : got;
-    const long double h = e.kind == Exact::Overflow ? std::copysign(two1024, static_cast<long double>(e.rn)) : e.rn;
+    const long double g =
+        std::isinf(got) ? std::copysign(two1024, static_cast<long double>(got)) : got;
+    const long double h =
+        e.kind == Exact::Overflow ? std::copysign(two1024, static_cast<long double>(e.rn)) : e.rn;
     const long double err = std::fabs((g - h) / static_cast<long double>(ulp_of(e.rn)) - e.tail);
     return static_cast<double>(err);
 }
@@ -248,7 +247,8 @@ double rel_error(double ulps, const Exact& e) {
     if (ulps == 0) return 0;
     if (e.kind != Exact::Number && e.kind != Exact::Overflow) return kInf;
     const long double u = ulp_of(e.rn);
-    const long double h = e.kind == Exact::Overflow ? std::copysign(0x1p1024L, static_cast<long double>(e.rn)) : e.rn;
+    const long double h =
+        e.kind == Exact::Overflow ? std::copysign(0x1p1024L, static_cast<long double>(e.rn)) : e.rn;
     long double mag = std::fabs(h + e.tail * u);
     if (mag < 0x1p-1022L) mag = 0x1p-1022L;
     return static_cast<double>(ulps * u / mag);
@@ -294,8 +294,8 @@ Stats measure(const Callable& fn, const Samples& s, const std::vector<Exact>& ex
     return st;
 }
 
-Table measure_function(const Function& f, const SampleOptions& opt, unsigned cpus,
-                       unsigned modes, bool keep_per_sample) {
+Table measure_function(const Function& f, const SampleOptions& opt, unsigned cpus, unsigned modes,
+                       bool keep_per_sample) {
     Table t;
     t.samples = make_samples(*f.row, opt);
     t.exact = exact_values(*f.row, t.samples);

@@ -27,12 +27,12 @@ enum class Origin : uint8_t {
 };
 
 struct SampleOptions {
-    size_t random = 50000;            // random samples
+    size_t random = 50000;  // random samples
     uint64_t seed = 1;
     const Interval* range = nullptr;  // replaces the regions for the first argument
     bool sweeps = true;               // special points with their neighbours
     bool hardcases = true;
-    int neighbours = 8;               // doubles on each side of a special point
+    int neighbours = 8;  // doubles on each side of a special point
 };
 
 struct Samples {
@@ -68,12 +68,12 @@ double ulp_error(double got, const Exact& e);
 double rel_error(double ulps, const Exact& e);
 
 struct Stats {
-    size_t count = 0;       // results measured (two per sample: block and single)
+    size_t count = 0;  // results measured (two per sample: block and single)
     double max_ulp = 0;
     double max_rel = 0;
-    size_t worst_ulp = 0;   // sample index
+    size_t worst_ulp = 0;  // sample index
     size_t worst_rel = 0;
-    double got_ulp = 0;     // the result at the worst sample
+    double got_ulp = 0;  // the result at the worst sample
     double got_rel = 0;
     bool single_ulp = false;  // the worst came from the element-by-element run
 };

@@ -21,15 +21,17 @@ struct Bound {
 };
 
 // One entry per function of the library's table that the tools can measure.
-#define ZT_BIND_D1(EXPORT, report, id) {#EXPORT, Shape::D1, &zvl::kernels_##EXPORT, EXPORT, nullptr},
-#define ZT_BIND_D2(EXPORT, report, id) {#EXPORT, Shape::D2, &zvl::kernels_##EXPORT, nullptr, EXPORT},
-#define ZT_BIND_DX(EXPORT, report, id) {#EXPORT, Shape::DX, &zvl::kernels_##EXPORT, nullptr, EXPORT},
+#define ZT_BIND_D1(EXPORT, report, id) \
+    {#EXPORT, Shape::D1, &zvl::kernels_##EXPORT, EXPORT, nullptr},
+#define ZT_BIND_D2(EXPORT, report, id) \
+    {#EXPORT, Shape::D2, &zvl::kernels_##EXPORT, nullptr, EXPORT},
+#define ZT_BIND_DX(EXPORT, report, id) \
+    {#EXPORT, Shape::DX, &zvl::kernels_##EXPORT, nullptr, EXPORT},
 #define ZT_BIND_R1(EXPORT, report) {#EXPORT, Shape::R1, &zvl::kernels_##EXPORT, EXPORT, nullptr},
 
-const Bound bound[] = {
-    ZVL_FUNCTIONS(ZT_BIND_D1, ZT_BIND_D2, ZVL_IGNORE_ROW, ZT_BIND_DX, ZVL_IGNORE_ROW,
-                  ZVL_IGNORE_ROW, ZVL_IGNORE_ROW, ZT_BIND_R1, ZVL_IGNORE_ROW)
-};
+const Bound bound[] = {ZVL_FUNCTIONS(ZT_BIND_D1, ZT_BIND_D2, ZVL_IGNORE_ROW, ZT_BIND_DX,
+                                     ZVL_IGNORE_ROW, ZVL_IGNORE_ROW, ZVL_IGNORE_ROW, ZT_BIND_R1,
+                                     ZVL_IGNORE_ROW)};
 
 struct Joined {
     std::vector<Function> live;
@@ -141,12 +143,9 @@ Callable kernel(const Function& f, int cpu, Mode mode) {
 Callable front_end(const Function& f) {
     switch (f.shape) {
         case Shape::D1:
-        case Shape::R1:
-            return {front_d1, &f};
-        case Shape::D2:
-            return {front_d2, &f};
-        case Shape::DX:
-            return {front_dx, &f};
+        case Shape::R1: return {front_d1, &f};
+        case Shape::D2: return {front_d2, &f};
+        case Shape::DX: return {front_dx, &f};
     }
     return {nullptr, nullptr};
 }

@@ -49,7 +49,7 @@ enum class Shape : uint8_t {
 enum Mode : int { kHA = 0, kLA = 1, kEP = 2 };
 constexpr int kModes = 3;
 constexpr int kCpuTypes = 6;
-extern const char* const kModeNames[kModes];  // "HA", "LA", "EP"
+extern const char* const kModeNames[kModes];     // "HA", "LA", "EP"
 extern const char* const kCpuLabels[kCpuTypes];  // "ex" .. "e9"
 
 // How samples spread over an interval.
@@ -88,8 +88,8 @@ using Ref2 = int (*)(mpfr_ptr r, mpfr_srcptr x, mpfr_srcptr y, mpfr_rnd_t rnd);
 // not a product of intervals (pow: y chosen for x so that the result is in
 // range). Fills a[0..n-1], b[0..n-1]; with shared_b all n pairs take one b.
 // a_range, when not null, is the user's range for the first argument.
-using PairSampler = void (*)(Rng& rng, const Interval* a_range, bool shared_b, size_t n,
-                             double* a, double* b);
+using PairSampler = void (*)(Rng& rng, const Interval* a_range, bool shared_b, size_t n, double* a,
+                             double* b);
 
 // Array loops in one form for every shape: b is null for one-argument
 // functions and holds the scalar repeated for the array-and-scalar shape.
@@ -135,8 +135,8 @@ struct FunctionRow {
     // from the regions.
     List<double> special_a = {};
     List<double> special_b = {};
-    List<Pair> special_pairs = {};  // exact pairs, no sweep
-    bool mirror = false;            // sweep -p as well as p
+    List<Pair> special_pairs = {};    // exact pairs, no sweep
+    bool mirror = false;              // sweep -p as well as p
     const char* hardcases = nullptr;  // stem of a file in tests/data/ulp-hardcases
     // Ordinary arguments for timing, and one value every kernel takes on its
     // fast path (the neighbour of directed cases).

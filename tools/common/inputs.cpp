@@ -6,10 +6,8 @@ namespace zvl_tools {
 
 double draw(Rng& rng, const Interval& in) {
     switch (in.spread) {
-        case Spread::Linear:
-            return rng.linear(in.lo, in.hi);
-        case Spread::Log:
-            return rng.by_bits(in.lo, in.hi);
+        case Spread::Linear: return rng.linear(in.lo, in.hi);
+        case Spread::Log: return rng.by_bits(in.lo, in.hi);
         case Spread::LogBoth: {
             const double x = rng.by_bits(in.lo < 0 ? -in.lo : in.lo, in.hi < 0 ? -in.hi : in.hi);
             return (rng.next() & 1) ? -x : x;

@@ -4,7 +4,8 @@
 #pragma once
 
 #include <cstdint>
-#include <cstring>
+
+#include "kernels/common/bits.h"
 
 namespace zvl_tools {
 
@@ -54,22 +55,13 @@ struct Rng {
     static uint64_t rotl(uint64_t x, int k) { return (x << k) | (x >> (64 - k)); }
 };
 
-inline uint64_t bits_of(double x) {
-    uint64_t b;
-    std::memcpy(&b, &x, sizeof b);
-    return b;
-}
-
-inline double from_bits(uint64_t b) {
-    double x;
-    std::memcpy(&x, &b, sizeof x);
-    return x;
-}
+using zvl::bits;
+using zvl::from_bits;
 
 inline double Rng::by_bits(double lo, double hi) {
     const bool negative = hi < 0 || (hi == 0 && lo < 0);
-    uint64_t m1 = bits_of(lo) & 0x7fffffffffffffff;
-    uint64_t m2 = bits_of(hi) & 0x7fffffffffffffff;
+    uint64_t m1 = bits(lo) & 0x7fffffffffffffff;
+    uint64_t m2 = bits(hi) & 0x7fffffffffffffff;
     if (m1 > m2) {
         const uint64_t t = m1;
         m1 = m2;

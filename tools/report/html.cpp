@@ -52,7 +52,7 @@ bool relative(const FunctionReport& r, int m) { return r.budget[m] && r.budget[m
 // among doubles (a log-like scale through zero, subnormals included).
 double axis_pos(double x, bool linear) {
     if (linear) return x;
-    const uint64_t b = bits_of(x);
+    const uint64_t b = bits(x);
     const double m = static_cast<double>(b & 0x7fffffffffffffff);
     return (b >> 63) ? -m : m;
 }
@@ -74,7 +74,8 @@ std::vector<double> ticks(double lo, double hi, bool linear) {
         double step = std::pow(10.0, std::floor(std::log10(span / 5)));
         if (span / step > 10) step *= 2;
         if (span / step > 10) step *= 2.5;
-        for (double v = std::ceil(lo / step) * step; v <= hi; v += step) t.push_back(std::fabs(v) < step * 1e-9 ? 0 : v);
+        for (double v = std::ceil(lo / step) * step; v <= hi; v += step)
+            t.push_back(std::fabs(v) < step * 1e-9 ? 0 : v);
         return t;
     }
     // Powers of ten with a round exponent step, at most about seven.
@@ -102,12 +103,13 @@ std::string error_plot(const FunctionReport& r, int mode, int head) {
     const Table& t = r.acc;
     const bool rel = relative(r, mode);
     const bool linear = row.plot_linear;
-    const std::vector<double>& xs = row.plot == PlotAxis::B && !t.samples.b.empty() ? t.samples.b : t.samples.a;
+    const std::vector<double>& xs =
+        row.plot == PlotAxis::B && !t.samples.b.empty() ? t.samples.b : t.samples.a;
     const int W = 330, H = 190, L = 52, R = 10, T = 22, B = 34;
-    std::string s = fmt("<svg xmlns='http://www.w3.org/2000/svg' width='%d' height='%d' class='plot'>", W, H);
+    std::string s =
+        fmt("<svg xmlns='http://www.w3.org/2000/svg' width='%d' height='%d' class='plot'>", W, H);
     s += fmt("<text x='%d' y='14' class='title'>%s: error against %s</text>", L,
-             has_modes(*r.f) ? kModeNames[mode] : "kernel",
-             row.plot == PlotAxis::B ? "b" : "x");
+             has_modes(*r.f) ? kModeNames[mode] : "kernel", row.plot == PlotAxis::B ? "b" : "x");
 
     double lo = HUGE_VAL, hi = -HUGE_VAL;
     for (size_t i = 0; i < xs.size(); ++i) {
@@ -167,7 +169,8 @@ std::string error_plot(const FunctionReport& r, int mode, int head) {
         for (int i = 0; i <= 4; ++i) yt.push_back(yhi / 1.1 * i / 4);
     }
     for (double v : yt) {
-        s += fmt("<line x1='%d' x2='%.1f' y1='%.1f' y2='%.1f' class='grid'/>", L, L + pw, Y(v), Y(v));
+        s += fmt("<line x1='%d' x2='%.1f' y1='%.1f' y2='%.1f' class='grid'/>", L, L + pw, Y(v),
+                 Y(v));
         s += fmt("<text x='%d' y='%.1f' class='ylab'>%s</text>", L - 4, Y(v) + 3,
                  rel ? fmt("1e%d", static_cast<int>(std::round(std::log10(v)))).c_str()
                      : fmt("%.2g", v).c_str());
@@ -177,8 +180,10 @@ std::string error_plot(const FunctionReport& r, int mode, int head) {
         const double x = X(axis_pos(v, linear));
         if (x - last < 44) continue;  // keep labels apart
         last = x;
-        s += fmt("<line x1='%.1f' x2='%.1f' y1='%.0f' y2='%.0f' class='tick'/>", x, x, T + ph, T + ph + 4);
-        s += fmt("<text x='%.1f' y='%.0f' class='xlab'>%s</text>", x, T + ph + 15, tick_label(v).c_str());
+        s += fmt("<line x1='%.1f' x2='%.1f' y1='%.0f' y2='%.0f' class='tick'/>", x, x, T + ph,
+                 T + ph + 4);
+        s += fmt("<text x='%.1f' y='%.0f' class='xlab'>%s</text>", x, T + ph + 15,
+                 tick_label(v).c_str());
     }
     if (r.budget[mode]) {
         const double y = Y(r.budget[mode]->bound);
@@ -192,11 +197,12 @@ std::string error_plot(const FunctionReport& r, int mode, int head) {
     s += "<polyline class='allcpu' points='" + line + "'/>";
     for (int k = 0; k < bins; ++k) {
         if (head_max[k] < 0) continue;
-        s += fmt("<circle cx='%.1f' cy='%.1f' r='1.8' fill='%s'/>", X(lo + (k + 0.5) / bins * (hi - lo)),
-                 Y(head_max[k]), kModeColour[mode]);
+        s += fmt("<circle cx='%.1f' cy='%.1f' r='1.8' fill='%s'/>",
+                 X(lo + (k + 0.5) / bins * (hi - lo)), Y(head_max[k]), kModeColour[mode]);
     }
-    s += fmt("<text x='%d' y='%d' class='note'>%s%s</text>", L, H - 4, rel ? "relative error" : "ulp",
-             beyond ? "; some special results wrong (clipped)" : "");
+    s +=
+        fmt("<text x='%d' y='%d' class='note'>%s%s</text>", L, H - 4,
+            rel ? "relative error" : "ulp", beyond ? "; some special results wrong (clipped)" : "");
     return s + "</svg>";
 }
 
@@ -212,8 +218,10 @@ std::string time_chart(const FunctionReport& r) {
     for (int m = 0; m < modes; ++m)
         for (int cpu = kCpuTypes - 1; cpu >= 0; --cpu)
             if (r.timed[cpu][m])
-                bars.push_back({fmt("%s %d %s", has_modes(*r.f) ? kModeNames[m] : "", cpu, kCpuLabels[cpu]),
-                                {r.ns[cpu][m][0], r.ns[cpu][m][1]}, kModeColour[m]});
+                bars.push_back(
+                    {fmt("%s %d %s", has_modes(*r.f) ? kModeNames[m] : "", cpu, kCpuLabels[cpu]),
+                     {r.ns[cpu][m][0], r.ns[cpu][m][1]},
+                     kModeColour[m]});
     for (const PeerResult& p : r.peers)
         if (p.ran) bars.push_back({p.peer->label, {p.ns[0], p.ns[1]}, "#777"});
     double top = 0;
@@ -222,17 +230,23 @@ std::string time_chart(const FunctionReport& r) {
     const int L = 150, R = 60, T = 24, row = 16, W = 620;
     const int H = T + row * static_cast<int>(bars.size()) + 22;
     const double pw = W - L - R;
-    std::string s = fmt("<svg xmlns='http://www.w3.org/2000/svg' width='%d' height='%d' class='plot'>", W, H);
-    s += fmt("<text x='%d' y='14' class='title'>ns per element: n = 1000 (dark), n = 1000000 (light)</text>", L);
+    std::string s =
+        fmt("<svg xmlns='http://www.w3.org/2000/svg' width='%d' height='%d' class='plot'>", W, H);
+    s +=
+        fmt("<text x='%d' y='14' class='title'>ns per element: n = 1000 (dark), n = 1000000 "
+            "(light)</text>",
+            L);
     for (size_t i = 0; i < bars.size(); ++i) {
         const Bar& b = bars[i];
         const double y = T + row * static_cast<double>(i);
-        s += fmt("<text x='%d' y='%.0f' class='ylab'>%s</text>", L - 6, y + 11, esc(b.label).c_str());
-        s += fmt("<rect x='%d' y='%.0f' width='%.1f' height='6' fill='%s'/>", L, y + 2, b.ns[0] / top * pw, b.colour);
-        s += fmt("<rect x='%d' y='%.0f' width='%.1f' height='6' fill='%s' opacity='0.45'/>", L, y + 8,
-                 b.ns[1] / top * pw, b.colour);
-        s += fmt("<text x='%.1f' y='%.0f' class='val'>%.2f / %.2f</text>", L + std::fmax(b.ns[0], b.ns[1]) / top * pw + 4,
-                 y + 11, b.ns[0], b.ns[1]);
+        s += fmt("<text x='%d' y='%.0f' class='ylab'>%s</text>", L - 6, y + 11,
+                 esc(b.label).c_str());
+        s += fmt("<rect x='%d' y='%.0f' width='%.1f' height='6' fill='%s'/>", L, y + 2,
+                 b.ns[0] / top * pw, b.colour);
+        s += fmt("<rect x='%d' y='%.0f' width='%.1f' height='6' fill='%s' opacity='0.45'/>", L,
+                 y + 8, b.ns[1] / top * pw, b.colour);
+        s += fmt("<text x='%.1f' y='%.0f' class='val'>%.2f / %.2f</text>",
+                 L + std::fmax(b.ns[0], b.ns[1]) / top * pw + 4, y + 11, b.ns[0], b.ns[1]);
     }
     return s + "</svg>";
 }
@@ -244,7 +258,8 @@ std::string worst_text(const FunctionReport& r, int cpu, int mode) {
     const size_t i = rel ? st.worst_rel : st.worst_ulp;
     std::string in = show(t.samples.a[i]);
     if (!t.samples.b.empty()) in += ", " + show(t.samples.b[i]);
-    return fmt("%s: %s at ", kCpuLabels[cpu], err_text(rel ? st.max_rel : st.max_ulp, rel).c_str()) +
+    return fmt("%s: %s at ", kCpuLabels[cpu],
+               err_text(rel ? st.max_rel : st.max_ulp, rel).c_str()) +
            esc(in) + "; got " + esc(show(rel ? st.got_rel : st.got_ulp)) + ", exact rounds to " +
            esc(show(t.exact[i].rn));
 }
@@ -266,23 +281,30 @@ td.l,th.l{text-align:left}.over{background:#fdd;font-weight:bold}.ok{color:#2e7d
 
 bool write_html(const std::string& path, const std::vector<FunctionReport>& reports,
                 const ReportContext& ctx, std::string* error) {
-    std::string h = "<!DOCTYPE html><html><head><meta charset='utf-8'><title>ZVL accuracy and speed</title><style>";
+    std::string h =
+        "<!DOCTYPE html><html><head><meta charset='utf-8'><title>ZVL accuracy and "
+        "speed</title><style>";
     h += kStyle;
     h += "</style></head><body><h1>ZVL: accuracy and speed</h1>";
     const int head = ctx.headline_cpu;
-    h += fmt("<p>%s (%s); %s; the run took %.0f s.<br>Accuracy: largest error against MPFR "
-             "(192 bits) over %zu seeded random samples per function, sweeps around special "
-             "points and the hard-to-round cases, each kernel run on the whole array and element "
-             "by element. Errors are in ulps of the correctly rounded result (relative error for "
-             "budgets given so). Speed: median time per element of the calling thread, kernels "
-             "called directly; the headline cpu type is %d (%s), the one the library picks here.</p>",
-             esc(ctx.machine).c_str(), esc(ctx.features).c_str(), esc(ctx.date).c_str(), ctx.seconds,
-             ctx.samples, head, kCpuLabels[head]);
+    h += fmt(
+        "<p>%s (%s); %s; the run took %.0f s.<br>Accuracy: largest error against MPFR "
+        "(192 bits) over %zu seeded random samples per function, sweeps around special "
+        "points and the hard-to-round cases, each kernel run on the whole array and element "
+        "by element. Errors are in ulps of the correctly rounded result (relative error for "
+        "budgets given so). Speed: median time per element of the calling thread, kernels "
+        "called directly; the headline cpu type is %d (%s), the one the library picks here.</p>",
+        esc(ctx.machine).c_str(), esc(ctx.features).c_str(), esc(ctx.date).c_str(), ctx.seconds,
+        ctx.samples, head, kCpuLabels[head]);
 
-    h += "<h2>Summary</h2><table><tr><th class='l'>function</th><th>mode</th><th>max error, all cpu "
-         "types</th><th>at</th><th>budget</th>";
-    h += fmt("<th>ns/elem %s, n=1e3</th><th>n=1e6</th><th class='l'>baseline</th><th>n=1e3</th><th>n=1e6</th>"
-             "<th>speed-up n=1e3</th><th>n=1e6</th></tr>", kCpuLabels[head]);
+    h +=
+        "<h2>Summary</h2><table><tr><th class='l'>function</th><th>mode</th><th>max error, all cpu "
+        "types</th><th>at</th><th>budget</th>";
+    h +=
+        fmt("<th>ns/elem %s, n=1e3</th><th>n=1e6</th><th "
+            "class='l'>baseline</th><th>n=1e3</th><th>n=1e6</th>"
+            "<th>speed-up n=1e3</th><th>n=1e6</th></tr>",
+            kCpuLabels[head]);
     for (const FunctionReport& r : reports) {
         const int modes = has_modes(*r.f) ? kModes : 1;
         for (int m = 0; m < modes; ++m) {
@@ -291,17 +313,18 @@ bool write_html(const std::string& path, const std::vector<FunctionReport>& repo
             h += fmt("<tr><td class='l'><a href='#%s'>%s</a></td><td>%s</td>", r.f->row->name,
                      r.f->row->name, has_modes(*r.f) ? kModeNames[m] : "-");
             h += fmt("<td class='%s'>%s</td><td>%s</td><td>%s</td>", over ? "over" : "",
-                     err_text(w.value, relative(r, m)).c_str(), w.cpu >= 0 ? kCpuLabels[w.cpu] : "-",
-                     budget_text(r.budget[m]).c_str());
+                     err_text(w.value, relative(r, m)).c_str(),
+                     w.cpu >= 0 ? kCpuLabels[w.cpu] : "-", budget_text(r.budget[m]).c_str());
             if (r.timed[head][m])
                 h += fmt("<td>%.2f</td><td>%.2f</td>", r.ns[head][m][0], r.ns[head][m][1]);
             else
                 h += "<td>-</td><td>-</td>";
             const PeerResult* base = r.peers.empty() ? nullptr : &r.peers[0];
             if (base && base->ran)
-                h += fmt("<td class='l'>%s</td><td>%.2f</td><td>%.2f</td><td>%.2fx</td><td>%.2fx</td>",
-                         esc(base->peer->label).c_str(), base->ns[0], base->ns[1], speedup(r, head, m, 0),
-                         speedup(r, head, m, 1));
+                h += fmt(
+                    "<td class='l'>%s</td><td>%.2f</td><td>%.2f</td><td>%.2fx</td><td>%.2fx</td>",
+                    esc(base->peer->label).c_str(), base->ns[0], base->ns[1],
+                    speedup(r, head, m, 0), speedup(r, head, m, 1));
             else
                 h += "<td class='l'>-</td><td></td><td></td><td></td><td></td>";
             h += "</tr>";
@@ -317,9 +340,11 @@ bool write_html(const std::string& path, const std::vector<FunctionReport>& repo
         size_t random = 0, special = 0, hard = 0;
         for (Origin o : r.acc.samples.origin)
             (o == Origin::Random ? random : o == Origin::Hard ? hard : special)++;
-        h += fmt("<p>%zu random samples, %zu at special points, %zu hard cases.</p>", random, special, hard);
+        h += fmt("<p>%zu random samples, %zu at special points, %zu hard cases.</p>", random,
+                 special, hard);
         h += "<table><tr><th class='l'>largest error</th>";
-        for (int cpu = kCpuTypes - 1; cpu >= 0; --cpu) h += fmt("<th>%d %s</th>", cpu, kCpuLabels[cpu]);
+        for (int cpu = kCpuTypes - 1; cpu >= 0; --cpu)
+            h += fmt("<th>%d %s</th>", cpu, kCpuLabels[cpu]);
         h += "<th>budget</th></tr>";
         for (int m = 0; m < modes; ++m) {
             h += fmt("<tr><td class='l'>%s</td>", has_modes(f) ? kModeNames[m] : "-");
@@ -331,7 +356,8 @@ bool write_html(const std::string& path, const std::vector<FunctionReport>& repo
                 const Stats& st = r.acc.stats[cpu][m];
                 const double v = relative(r, m) ? st.max_rel : st.max_ulp;
                 const bool over = r.budget[m] && v > r.budget[m]->bound;
-                h += fmt("<td class='%s'>%s</td>", over ? "over" : "", err_text(v, relative(r, m)).c_str());
+                h += fmt("<td class='%s'>%s</td>", over ? "over" : "",
+                         err_text(v, relative(r, m)).c_str());
             }
             h += "<td>" + budget_text(r.budget[m]) + "</td></tr>";
         }
@@ -339,14 +365,16 @@ bool write_html(const std::string& path, const std::vector<FunctionReport>& repo
         for (int m = 0; m < modes; ++m) {
             const Worst w = worst_over_cpus(r, m);
             if (w.cpu >= 0)
-                h += fmt("<li>%s worst, ", has_modes(f) ? kModeNames[m] : "") + worst_text(r, w.cpu, m) + "</li>";
+                h += fmt("<li>%s worst, ", has_modes(f) ? kModeNames[m] : "") +
+                     worst_text(r, w.cpu, m) + "</li>";
         }
         h += "</ul><div>";
         for (int m = 0; m < modes; ++m) h += error_plot(r, m, head);
         h += "</div>";
 
         h += "<table><tr><th class='l'>ns per element<br>n=1e3 / n=1e6</th>";
-        for (int cpu = kCpuTypes - 1; cpu >= 0; --cpu) h += fmt("<th>%d %s</th>", cpu, kCpuLabels[cpu]);
+        for (int cpu = kCpuTypes - 1; cpu >= 0; --cpu)
+            h += fmt("<th>%d %s</th>", cpu, kCpuLabels[cpu]);
         h += "</tr>";
         for (int m = 0; m < modes; ++m) {
             h += fmt("<tr><td class='l'>%s</td>", has_modes(f) ? kModeNames[m] : "-");
@@ -355,11 +383,13 @@ bool write_html(const std::string& path, const std::vector<FunctionReport>& repo
                                      : std::string("<td>-</td>");
             h += "</tr>";
         }
-        h += "</table><table><tr><th class='l'>peer</th><th>ns n=1e3</th><th>n=1e6</th><th>max ulp</th></tr>";
+        h += "</table><table><tr><th class='l'>peer</th><th>ns n=1e3</th><th>n=1e6</th><th>max "
+             "ulp</th></tr>";
         for (const PeerResult& p : r.peers) {
             if (p.ran)
                 h += fmt("<tr><td class='l'>%s</td><td>%.2f</td><td>%.2f</td><td>%s</td></tr>",
-                         esc(p.peer->label).c_str(), p.ns[0], p.ns[1], err_text(p.accuracy.max_ulp, false).c_str());
+                         esc(p.peer->label).c_str(), p.ns[0], p.ns[1],
+                         err_text(p.accuracy.max_ulp, false).c_str());
             else
                 h += fmt("<tr><td class='l'>%s</td><td colspan='3' class='l'>skipped: %s</td></tr>",
                          esc(p.peer->label).c_str(), esc(p.why ? p.why : "").c_str());

@@ -15,14 +15,14 @@ constexpr size_t kSizeN[kSizes] = {1000, 1000000};
 struct PeerResult {
     const Peer* peer;
     bool ran;
-    const char* why;     // when it did not run
-    Stats accuracy;      // over the same samples as the kernels
+    const char* why;  // when it did not run
+    Stats accuracy;   // over the same samples as the kernels
     double ns[kSizes];
 };
 
 struct FunctionReport {
     const Function* f;
-    Table acc;                    // per-sample errors kept for the plots
+    Table acc;  // per-sample errors kept for the plots
     const Budget* budget[kModes];
     bool timed[kCpuTypes][kModes];
     double ns[kCpuTypes][kModes][kSizes];
@@ -30,12 +30,12 @@ struct FunctionReport {
 };
 
 struct ReportContext {
-    std::string machine;     // processor model
-    std::string features;    // what of SSE3..AVX2 it has
+    std::string machine;   // processor model
+    std::string features;  // what of SSE3..AVX2 it has
     std::string date;
-    int headline_cpu;        // the cpu type the library picks here
+    int headline_cpu;  // the cpu type the library picks here
     size_t samples;
-    double seconds;          // the whole run
+    double seconds;  // the whole run
 };
 
 // The largest value of a budget's measure over the cpu types, and where.

@@ -122,8 +122,8 @@ void measure_times(FunctionReport& r, bool quick) {
             for (int m = 0; m < modes; ++m) {
                 if (!cpu_runnable(cpu)) continue;
                 r.timed[cpu][m] = true;
-                r.ns[cpu][m][s] = ns_per_element(kernel(f, cpu, static_cast<Mode>(m)), n,
-                                                 a.data(), bp, out.data(), runs, min_run);
+                r.ns[cpu][m][s] = ns_per_element(kernel(f, cpu, static_cast<Mode>(m)), n, a.data(),
+                                                 bp, out.data(), runs, min_run);
             }
         for (PeerResult& p : r.peers) {
             if (!p.ran) continue;
@@ -163,7 +163,8 @@ void print_function(const FunctionReport& r) {
     std::printf("    budget\n");
     for (int m = 0; m < modes; ++m) {
         const bool rel = r.budget[m] && r.budget[m]->relative;
-        std::printf("  %-4s %-24s", has_modes(f) ? kModeNames[m] : "-", rel ? "(relative)" : "(ulp)");
+        std::printf("  %-4s %-24s", has_modes(f) ? kModeNames[m] : "-",
+                    rel ? "(relative)" : "(ulp)");
         for (int cpu = kCpuTypes - 1; cpu >= 0; --cpu) {
             if (!r.acc.ran[cpu][m]) {
                 std::printf("%10s", "-");
@@ -174,7 +175,8 @@ void print_function(const FunctionReport& r) {
         }
         const Worst w = worst_over_cpus(r, m);
         const bool ok = r.budget[m] && w.value <= r.budget[m]->bound;
-        std::printf("    %s %s\n", budget_text(r.budget[m]).c_str(), r.budget[m] ? (ok ? "ok" : "OVER") : "");
+        std::printf("    %s %s\n", budget_text(r.budget[m]).c_str(),
+                    r.budget[m] ? (ok ? "ok" : "OVER") : "");
     }
     std::printf("  ns per element, n=1e3 | 1e6   ");
     for (int cpu = kCpuTypes - 1; cpu >= 0; --cpu) std::printf("%13s", kCpuLabels[cpu]);
@@ -201,9 +203,10 @@ void print_function(const FunctionReport& r) {
 }
 
 void print_summary(const std::vector<FunctionReport>& reports, int head) {
-    std::printf("\nSummary: largest error over all cpu types; time per element at cpu type %d (%s),\n"
-                "n = 1000 and 1000000; speed-up over the baseline loop at the same n.\n\n",
-                head, kCpuLabels[head]);
+    std::printf(
+        "\nSummary: largest error over all cpu types; time per element at cpu type %d (%s),\n"
+        "n = 1000 and 1000000; speed-up over the baseline loop at the same n.\n\n",
+        head, kCpuLabels[head]);
     std::printf("%-9s %-4s %12s %-5s %-14s %-4s %15s %15s %15s\n", "function", "mode", "max error",
                 "cpu", "budget", "", "ns/elem", "baseline ns", "speed-up");
     for (const FunctionReport& r : reports) {
@@ -237,14 +240,16 @@ int main(int argc, char** argv) {
     std::string error;
     if (!parse_options(argc, argv, &o, &error, false)) {
         if (!error.empty()) std::fprintf(stderr, "zvl-report: %s\n", error.c_str());
-        std::fprintf(stderr, "usage: zvl-report [--out page.html] [--samples N] [--seed S] [--quick]\n");
+        std::fprintf(stderr,
+                     "usage: zvl-report [--out page.html] [--samples N] [--seed S] [--quick]\n");
         return 2;
     }
     if (o.quick && o.samples > 5000) o.samples = 5000;
     if (o.out.empty()) o.out = "zvl-report.html";
 
     Budgets budgets;
-    if (!budgets.load(budgets_path(), &error)) std::fprintf(stderr, "zvl-report: %s\n", error.c_str());
+    if (!budgets.load(budgets_path(), &error))
+        std::fprintf(stderr, "zvl-report: %s\n", error.c_str());
 
     ReportContext ctx;
     ctx.machine = machine_model();
@@ -254,8 +259,10 @@ int main(int argc, char** argv) {
     ctx.samples = o.samples;
     std::printf("zvl-report on %s (%s), %s\n", ctx.machine.c_str(), ctx.features.c_str(),
                 ctx.date.c_str());
-    std::printf("accuracy: %zu random samples per function plus special points and hard cases, "
-                "against MPFR at 192 bits\n", o.samples);
+    std::printf(
+        "accuracy: %zu random samples per function plus special points and hard cases, "
+        "against MPFR at 192 bits\n",
+        o.samples);
 
     std::vector<FunctionReport> reports;
     for (const Function& f : functions()) {

@@ -102,7 +102,6 @@ std::string error_plot(const FunctionReport& r, int mode, int head) {
     const FunctionRow& row = *r.f->row;
     const Table& t = r.acc;
     const bool rel = relative(r, mode);
-    const bool linear = row.plot_linear;
     const std::vector<double>& xs =
         row.plot == PlotAxis::B && !t.samples.b.empty() ? t.samples.b : t.samples.a;
     const int W = 330, H = 190, L = 52, R = 10, T = 22, B = 34;
@@ -111,12 +110,20 @@ std::string error_plot(const FunctionReport& r, int mode, int head) {
     s += fmt("<text x='%d' y='14' class='title'>%s: error against %s</text>", L,
              has_modes(*r.f) ? kModeNames[mode] : "kernel", row.plot == PlotAxis::B ? "b" : "x");
 
-    double lo = HUGE_VAL, hi = -HUGE_VAL;
-    for (size_t i = 0; i < xs.size(); ++i) {
-        if (!std::isfinite(xs[i])) continue;
-        const double p = axis_pos(xs[i], linear);
-        lo = std::fmin(lo, p);
-        hi = std::fmax(hi, p);
+    // The axis spans the random samples; points beyond it are left out. A
+    // value scale too wide for doubles falls back to the bit-pattern scale.
+    bool linear = row.plot_linear;
+    double lo, hi;
+    for (;;) {
+        lo = HUGE_VAL, hi = -HUGE_VAL;
+        for (size_t i = 0; i < xs.size(); ++i) {
+            if (!std::isfinite(xs[i]) || t.samples.origin[i] != Origin::Random) continue;
+            const double p = axis_pos(xs[i], linear);
+            lo = std::fmin(lo, p);
+            hi = std::fmax(hi, p);
+        }
+        if (!linear || std::isfinite(hi - lo)) break;
+        linear = false;
     }
     if (!(hi > lo)) return s + "</svg>";
 
@@ -129,8 +136,9 @@ std::string error_plot(const FunctionReport& r, int mode, int head) {
     };
     for (size_t i = 0; i < xs.size(); ++i) {
         if (!std::isfinite(xs[i])) continue;
-        int k = static_cast<int>((axis_pos(xs[i], linear) - lo) / (hi - lo) * bins);
-        if (k >= bins) k = bins - 1;
+        const double p = axis_pos(xs[i], linear);
+        if (!(p >= lo && p <= hi)) continue;
+        const int k = std::min(bins - 1, static_cast<int>((p - lo) / (hi - lo) * bins));
         for (int cpu = 0; cpu < kCpuTypes; ++cpu) {
             if (!t.ran[cpu][mode] || t.per_sample[cpu][mode].empty()) continue;
             const double v = value(cpu, i);
@@ -148,8 +156,10 @@ std::string error_plot(const FunctionReport& r, int mode, int head) {
         if (v > 0) ymin = std::fmin(ymin, v);
     }
     if (ymax <= 0) ymax = rel ? 1e-16 : 1;
-    const double ylo = rel ? std::pow(10.0, std::floor(std::log10(std::fmin(ymin, ymax)))) : 0;
     const double yhi = rel ? std::pow(10.0, std::ceil(std::log10(ymax * 1.5))) : ymax * 1.1;
+    const double ylo =
+        rel ? std::fmax(std::pow(10.0, std::floor(std::log10(std::fmin(ymin, ymax)))), yhi * 1e-12)
+            : 0;
     const double pw = W - L - R, ph = H - T - B;
     auto X = [&](double p) { return L + (p - lo) / (hi - lo) * pw; };
     auto Y = [&](double v) {

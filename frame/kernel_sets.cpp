@@ -14,15 +14,18 @@ namespace zvl {
 
 const KernelSet<KernelD1> kernels_VDINV = ZVL_REAL_SET(Inv);
 const KernelSet<KernelD2> kernels_VDDIV = ZVL_REAL_SET(Div);
+const KernelSet<KernelD1> kernels_VDEXP = ZVL_REAL_SET(Exp);
+
+// A row whose LA slot runs the HA kernel.
+#define ZVL_ROW_NO_LA(cpu, fam) \
+    {ZVL_KERNEL(cpu, fam, HA), ZVL_KERNEL(cpu, fam, HA), ZVL_KERNEL(cpu, fam, 26)}
 
 // Ln: at type 1 the LA slot runs HA as well.
 const KernelSet<KernelD1> kernels_VDLN = {
-    {ZVL_ROW_HA_ONLY(ex, Ln),
-     {ZVL_KERNEL(e7, Ln, HA), ZVL_KERNEL(e7, Ln, HA), ZVL_KERNEL(e7, Ln, 26)},
-     ZVL_ROW3(u8, Ln), ZVL_ROW3(y8, Ln), ZVL_ROW3(h8, Ln), ZVL_ROW3(e9, Ln)}};
+    {ZVL_ROW_HA_ONLY(ex, Ln), ZVL_ROW_NO_LA(e7, Ln), ZVL_ROW3(u8, Ln), ZVL_ROW3(y8, Ln),
+     ZVL_ROW3(h8, Ln), ZVL_ROW3(e9, Ln)}};
 
 // Log10 has no LA kernel: the LA slot runs HA at every type.
-#define ZVL_ROW_NO_LA(cpu, fam) {ZVL_KERNEL(cpu, fam, HA), ZVL_KERNEL(cpu, fam, HA), ZVL_KERNEL(cpu, fam, 26)}
 const KernelSet<KernelD1> kernels_VDLOG10 = {
     {ZVL_ROW_HA_ONLY(ex, Log10), ZVL_ROW_NO_LA(e7, Log10), ZVL_ROW_NO_LA(u8, Log10),
      ZVL_ROW_NO_LA(y8, Log10), ZVL_ROW_NO_LA(h8, Log10), ZVL_ROW_NO_LA(e9, Log10)}};

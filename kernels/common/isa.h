@@ -25,13 +25,6 @@
 
 namespace {
 
-// The double at an unsigned byte offset from t: table lookups index by
-// offsets their integer work has already scaled.
-inline const double* at(const double* t, int32_t offset) {
-    return reinterpret_cast<const double*>(reinterpret_cast<const char*>(t) +
-                                           static_cast<uint32_t>(offset));
-}
-
 struct Scalar {
     using vd = double;
     static constexpr int lanes = 1;
@@ -65,9 +58,24 @@ struct Scalar {
     // m ? a : b, lane by lane, for masks from the comparisons.
     static vd select(vd m, vd a, vd b) { return zvl::bits(m) ? a : b; }
 
+    // Shifts of the 64-bit patterns; the count is a constant of the caller.
+    static vd shl_i64(vd a, int n) { return zvl::from_bits(zvl::bits(a) << n); }
+    static vd shr_i64(vd a, int n) { return zvl::from_bits(zvl::bits(a) >> n); }
+    // Table lookups, one load per lane. low_words gives each lane's low 32
+    // pattern bits (the index a rounded value holds); gather loads t[j[l]]
+    // into lane l, and gather_pairs loads the two halves of 16-byte entries,
+    // t[2*j[l]] and t[2*j[l]+1], into lane l of `a` and `b`.
+    static void low_words(vd a, uint32_t* w) { w[0] = static_cast<uint32_t>(zvl::bits(a)); }
+    static vd gather(const double* t, const uint32_t* j) { return t[j[0]]; }
+    static void gather_pairs(const double* t, const uint32_t* j, vd& a, vd& b) {
+        a = t[2 * j[0]];
+        b = t[2 * j[0] + 1];
+    }
+
     // Integer work on one 32-bit half of each lane (`vi`): hi32 takes the
     // high words (sign, exponent, top of the mantissa), lo32 the low words.
-    // Adds wrap; shifts take a constant count; ilt compares signed.
+    // Adds wrap; shifts take a constant count; ilt compares signed; istore
+    // writes the lanes' words for table lookups.
     using vi = int32_t;
     static vi hi32(vd x) { return static_cast<int32_t>(zvl::bits(x) >> 32); }
     static vi lo32(vd x) { return static_cast<int32_t>(zvl::bits(x)); }
@@ -82,15 +90,7 @@ struct Scalar {
     static vd icvt(vi a) { return static_cast<double>(a); }
     // One bit per lane from the signs of a vi.
     static int imask(vi m) { return static_cast<int>(static_cast<uint32_t>(m) >> 31); }
-    static void istore(int32_t* p, vi a) { p[0] = a; }
-    // One scalar load per lane: lane l reads the double at byte offset
-    // o[l] (unsigned) from t.
-    static vd gather(const double* t, const int32_t* o) { return *at(t, o[0]); }
-    // Two neighbours per lane: p gets the double at o[l], q the next one.
-    static void gather2(const double* t, const int32_t* o, vd& p, vd& q) {
-        p = at(t, o[0])[0];
-        q = at(t, o[0])[1];
-    }
+    static void istore(uint32_t* p, vi a) { p[0] = static_cast<uint32_t>(a); }
 };
 
 struct Sse2 {
@@ -124,6 +124,26 @@ struct Sse2 {
     static int mask(vd m) { return _mm_movemask_pd(m); }
     static vd select(vd m, vd a, vd b) { return _mm_or_pd(_mm_and_pd(m, a), _mm_andnot_pd(m, b)); }
 
+    static vd shl_i64(vd a, int n) {
+        return _mm_castsi128_pd(_mm_slli_epi64(_mm_castpd_si128(a), n));
+    }
+    static vd shr_i64(vd a, int n) {
+        return _mm_castsi128_pd(_mm_srli_epi64(_mm_castpd_si128(a), n));
+    }
+    static void low_words(vd a, uint32_t* w) {
+        const __m128i i = _mm_castpd_si128(a);
+        w[0] = static_cast<uint32_t>(_mm_cvtsi128_si32(i));
+        w[1] = static_cast<uint32_t>(_mm_cvtsi128_si32(_mm_unpackhi_epi64(i, i)));
+    }
+    static vd gather(const double* t, const uint32_t* j) {
+        return _mm_loadh_pd(_mm_load_sd(t + j[0]), t + j[1]);
+    }
+    static void gather_pairs(const double* t, const uint32_t* j, vd& a, vd& b) {
+        const __m128d p0 = _mm_loadu_pd(t + 2 * j[0]), p1 = _mm_loadu_pd(t + 2 * j[1]);
+        a = _mm_unpacklo_pd(p0, p1);
+        b = _mm_unpackhi_pd(p0, p1);
+    }
+
     // vi: the 32-bit halves gathered into the low int32 lanes (two used).
     using vi = __m128i;
     static vi hi32(vd x) { return _mm_shuffle_epi32(_mm_castpd_si128(x), _MM_SHUFFLE(3, 1, 3, 1)); }
@@ -136,15 +156,7 @@ struct Sse2 {
     static vi ilt(vi a, vi b) { return _mm_cmplt_epi32(a, b); }
     static vd icvt(vi a) { return _mm_cvtepi32_pd(a); }
     static int imask(vi m) { return _mm_movemask_ps(_mm_castsi128_ps(m)) & 3; }
-    static void istore(int32_t* p, vi a) { _mm_storel_epi64(reinterpret_cast<__m128i*>(p), a); }
-    static vd gather(const double* t, const int32_t* o) {
-        return _mm_loadh_pd(_mm_load_sd(at(t, o[0])), at(t, o[1]));
-    }
-    static void gather2(const double* t, const int32_t* o, vd& p, vd& q) {
-        const __m128d a = _mm_loadu_pd(at(t, o[0])), b = _mm_loadu_pd(at(t, o[1]));
-        p = _mm_unpacklo_pd(a, b);
-        q = _mm_unpackhi_pd(a, b);
-    }
+    static void istore(uint32_t* p, vi a) { _mm_storel_epi64(reinterpret_cast<__m128i*>(p), a); }
 };
 
 struct Sse3 : Sse2 {
@@ -188,6 +200,35 @@ struct Avx {
     static int mask(vd m) { return _mm256_movemask_pd(m); }
     static vd select(vd m, vd a, vd b) { return _mm256_blendv_pd(b, a, m); }
 
+    static vd shl_i64(vd a, int n) {
+        return join(_mm_slli_epi64(low(a), n), _mm_slli_epi64(high(a), n));
+    }
+    static vd shr_i64(vd a, int n) {
+        return join(_mm_srli_epi64(low(a), n), _mm_srli_epi64(high(a), n));
+    }
+    static void low_words(vd a, uint32_t* w) {
+        const __m128i l = low(a), h = high(a);
+        w[0] = static_cast<uint32_t>(_mm_cvtsi128_si32(l));
+        w[1] = static_cast<uint32_t>(_mm_extract_epi32(l, 2));
+        w[2] = static_cast<uint32_t>(_mm_cvtsi128_si32(h));
+        w[3] = static_cast<uint32_t>(_mm_extract_epi32(h, 2));
+    }
+    static vd gather(const double* t, const uint32_t* j) {
+        const __m128d l = _mm_loadh_pd(_mm_load_sd(t + j[0]), t + j[1]);
+        const __m128d h = _mm_loadh_pd(_mm_load_sd(t + j[2]), t + j[3]);
+        return _mm256_insertf128_pd(_mm256_castpd128_pd256(l), h, 1);
+    }
+    // Entries 0 and 2 share one 256-bit register, 1 and 3 another; the
+    // in-lane unpacks then give lanes in element order.
+    static void gather_pairs(const double* t, const uint32_t* j, vd& a, vd& b) {
+        const vd p02 = _mm256_insertf128_pd(_mm256_castpd128_pd256(_mm_loadu_pd(t + 2 * j[0])),
+                                            _mm_loadu_pd(t + 2 * j[2]), 1);
+        const vd p13 = _mm256_insertf128_pd(_mm256_castpd128_pd256(_mm_loadu_pd(t + 2 * j[1])),
+                                            _mm_loadu_pd(t + 2 * j[3]), 1);
+        a = _mm256_unpacklo_pd(p02, p13);
+        b = _mm256_unpackhi_pd(p02, p13);
+    }
+
     // vi: the 32-bit halves of the four lanes in one 128-bit register.
     using vi = __m128i;
     static vi hi32(vd x) { return halves32<_MM_SHUFFLE(3, 1, 3, 1)>(x); }
@@ -200,38 +241,25 @@ struct Avx {
     static vi ilt(vi a, vi b) { return _mm_cmplt_epi32(a, b); }
     static vd icvt(vi a) { return _mm256_cvtepi32_pd(a); }
     static int imask(vi m) { return _mm_movemask_ps(_mm_castsi128_ps(m)); }
-    static void istore(int32_t* p, vi a) { _mm_storeu_si128(reinterpret_cast<__m128i*>(p), a); }
-    static vd gather(const double* t, const int32_t* o) {
-        const __m128d lo = _mm_loadh_pd(_mm_load_sd(at(t, o[0])), at(t, o[1]));
-        const __m128d hi = _mm_loadh_pd(_mm_load_sd(at(t, o[2])), at(t, o[3]));
-        return _mm256_insertf128_pd(_mm256_castpd128_pd256(lo), hi, 1);
-    }
-    // one 16-byte load per lane and two unpacks for both columns
-    static void gather2(const double* t, const int32_t* o, vd& p, vd& q) {
-        const vd a02 = _mm256_insertf128_pd(_mm256_castpd128_pd256(_mm_loadu_pd(at(t, o[0]))),
-                                            _mm_loadu_pd(at(t, o[2])), 1);
-        const vd a13 = _mm256_insertf128_pd(_mm256_castpd128_pd256(_mm_loadu_pd(at(t, o[1]))),
-                                            _mm_loadu_pd(at(t, o[3])), 1);
-        p = _mm256_unpacklo_pd(a02, a13);
-        q = _mm256_unpackhi_pd(a02, a13);
-    }
+    static void istore(uint32_t* p, vi a) { _mm_storeu_si128(reinterpret_cast<__m128i*>(p), a); }
 
   private:
+    static __m128i low(vd a) { return _mm_castpd_si128(_mm256_castpd256_pd128(a)); }
+    static __m128i high(vd a) { return _mm_castpd_si128(_mm256_extractf128_pd(a, 1)); }
+    static vd join(__m128i l, __m128i h) {
+        return _mm256_insertf128_pd(_mm256_castpd128_pd256(_mm_castsi128_pd(l)),
+                                    _mm_castsi128_pd(h), 1);
+    }
     static __m128i op_add(__m128i a, __m128i b) { return _mm_add_epi64(a, b); }
     static __m128i op_sub(__m128i a, __m128i b) { return _mm_sub_epi64(a, b); }
-    template <int Sel>
-    static vi halves32(vd x) {
-        return _mm_castps_si128(_mm_shuffle_ps(_mm_castpd_ps(_mm256_castpd256_pd128(x)),
-                                               _mm_castpd_ps(_mm256_extractf128_pd(x, 1)), Sel));
-    }
     template <__m128i (*Op)(__m128i, __m128i)>
     static vd halves(vd a, vd b) {
-        const __m128i lo = Op(_mm_castpd_si128(_mm256_castpd256_pd128(a)),
-                              _mm_castpd_si128(_mm256_castpd256_pd128(b)));
-        const __m128i hi = Op(_mm_castpd_si128(_mm256_extractf128_pd(a, 1)),
-                              _mm_castpd_si128(_mm256_extractf128_pd(b, 1)));
-        return _mm256_insertf128_pd(_mm256_castpd128_pd256(_mm_castsi128_pd(lo)),
-                                    _mm_castsi128_pd(hi), 1);
+        return join(Op(low(a), low(b)), Op(high(a), high(b)));
+    }
+    template <int Sel>
+    static vi halves32(vd x) {
+        return _mm_castps_si128(
+            _mm_shuffle_ps(_mm_castsi128_ps(low(x)), _mm_castsi128_ps(high(x)), Sel));
     }
 };
 #endif

@@ -29,8 +29,7 @@
 //                            true when every element passes the range test
 //   F::element(&x, &y) / F::element(&x, &z, &y)
 //
-// Restarted<F> builds checked_block and element from a formula F::eval<V>,
-// a test F::refused<V> and F::callout.
+// Restartable<F> gives a one-input scratch-form family these two members.
 //
 // Included by the per-cpu units inside their unnamed namespace, so Cpu is
 // also the copy of the error pipeline that the loops call.
@@ -88,12 +87,12 @@ __attribute__((always_inline)) inline void scratch_loop(int32_t n, const double*
     using vd = typename V::vd;
     constexpr int NV = W / V::lanes;
     static_assert(NV * V::lanes == W, "the block is a whole number of vectors");
-    if (n <= 0) return;  // m below would be negative, and the remainder run backwards
     // One block's inputs and results, each group on a 64-byte boundary, and a
     // second small group for the remainder.
     alignas(64) double xs[W < 32 ? 32 : W];
     alignas(64) double zs[W < 32 ? 32 : W];
     alignas(64) double ys[W < 32 ? 32 : W];
+    if (n <= 0) return;  // n & ~(W-1) would start the remainder below 0
     const int32_t m = n & ~(W - 1);
     for (int32_t base = 0; base < m; base += W) {
         vd x[NV], z[NV], y[NV];
@@ -226,25 +225,22 @@ struct PerVector {
 
 namespace {
 
-// A restart-form family from a per-vector formula eval<V>(x), a test
-// refused<V>(x) (one bit per lane that the formula does not serve) and a
-// callout: a block passes when no lane is refused; an element of a failed
-// block, or of the remainder, runs the same formula one lane wide, or the
-// callout when it is refused.
+// The restart form for a one-input family written for the scratch form
+// (block, one, special, callout): a block passes when none of its lanes is
+// special, and the element routine sends a special element to the callout
+// and any other through the block's formula on one lane.
 template <class F>
-struct Restarted {
+struct Restartable : F {
     template <class V, int NV>
     static bool checked_block(const typename V::vd* x, typename V::vd* y) {
-        int refused = 0;
-        for (int j = 0; j < NV; ++j) {
-            y[j] = F::template eval<V>(x[j]);
-            refused |= F::template refused<V>(x[j]);
-        }
-        return refused == 0;
+        F::template block<V, NV>(x, y);
+        int special = 0;
+        for (int j = 0; j < NV; ++j) special |= lane_bits<V>(F::template special<V>(x[j]));
+        return special == 0;
     }
     static int32_t element(const double* x, double* y) {
-        if (F::template refused<Scalar>(*x)) return F::callout(x, y);
-        *y = F::template eval<Scalar>(*x);
+        if (lane_bits<Scalar>(F::template special<Scalar>(*x)) != 0) return F::callout(x, y);
+        *y = F::one(*x);
         return 0;
     }
 };

@@ -1,18 +1,13 @@
 #include "tests/kernels/log_kernels.h"
 
 #include <cmath>
-#include <cstdio>
-#include <cstdlib>
-#include <cstring>
-#include <fstream>
-#include <sstream>
 
 #include "state/state.h"
 
 namespace zvl_test {
 
-const LogFamily kLn{"Ln", &zvl::kernels_VDLN, "ln.txt", false};
-const LogFamily kLog10{"Log10", &zvl::kernels_VDLOG10, "log10.txt", true};
+const LogFamily kLn{"Ln", &zvl::kernels_VDLN};
+const LogFamily kLog10{"Log10", &zvl::kernels_VDLOG10};
 
 int effective_column(const LogSlot& s) {
     if (s.col == zvl::kHA) return zvl::kHA;
@@ -59,35 +54,6 @@ std::vector<LogSlot> runnable_slots() {
 std::string slot_label(const LogSlot& s) {
     static const char* const modes[3] = {"HA", "LA", "EP"};
     return std::string(s.f->name) + "_cpu" + std::to_string(s.cpu) + "_" + modes[s.col];
-}
-
-std::vector<DirectedCase> directed_cases(const LogFamily& f) {
-    const std::string path = std::string(ZVL_TEST_DATA) + "/" + f.data;
-    std::ifstream in(path);
-    if (!in) {
-        std::fprintf(stderr, "cannot read %s\n", path.c_str());
-        std::abort();
-    }
-    std::vector<DirectedCase> cases;
-    std::string line;
-    while (std::getline(in, line)) {
-        if (line.empty() || line[0] == '#') continue;
-        std::istringstream w(line);
-        std::string input, result;
-        DirectedCase c{};
-        w >> input >> result >> c.status;
-        c.input = std::strtoull(input.c_str(), nullptr, 16);
-        if (result == "nan")
-            c.kind = DirectedCase::kNan;
-        else if (result == "finite")
-            c.kind = DirectedCase::kFinite;
-        else {
-            c.kind = DirectedCase::kBits;
-            c.expected = std::strtoull(result.c_str(), nullptr, 16);
-        }
-        cases.push_back(c);
-    }
-    return cases;
 }
 
 std::vector<double> ordinary_inputs() {

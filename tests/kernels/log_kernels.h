@@ -1,6 +1,6 @@
-// What the Ln and Log10 tests share: the two kernel sets, which algorithm
-// and guard sits in each slot, the directed cases of tests/data, and a
-// callback that records reports.
+// What the Ln and Log10 kernel tests share: the two kernel sets, which
+// algorithm and guard sits in each slot, and a callback that records
+// reports.
 #pragma once
 
 #include <cstdint>
@@ -16,8 +16,6 @@ enum Guard { kNoGuard, kMxcsrFull, kX87 };
 struct LogFamily {
     const char* name;  // as in kernel names: Ln, Log10
     const zvl::KernelSet<zvl::KernelD1>* set;
-    const char* data;  // file of directed cases in tests/data
-    bool base10;
 };
 
 extern const LogFamily kLn;
@@ -41,15 +39,6 @@ std::string kernel_name(const LogSlot& s);
 // Every slot that this processor can run (type 5 needs AVX).
 std::vector<LogSlot> runnable_slots();
 std::string slot_label(const LogSlot& s);
-
-// A directed case: expected bits, or any NaN, or any finite value.
-struct DirectedCase {
-    uint64_t input;
-    enum { kBits, kNan, kFinite } kind;
-    uint64_t expected;
-    int32_t status;
-};
-std::vector<DirectedCase> directed_cases(const LogFamily& f);
 
 // Positive normal arguments away from every special class, 37 of them, so
 // that every block width and a remainder are covered.

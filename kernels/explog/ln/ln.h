@@ -2,7 +2,7 @@
 //
 // Every kernel splits x = 2^n * m, looks a reciprocal R and T = ln(1/R) up
 // by the leading bits of m, and evaluates a short polynomial in r = m*R - 1
-// (see ln_reduce.h for the two reductions). The modes are three algorithms:
+// (see reduce.h for the two reductions). The modes are three algorithms:
 //
 //   A  HA, type 5. Pivot 2/3, 257 rows, degree 6. The sum n*ln2 + T + r is
 //      carried in two parts (ln2 in two parts, T_hi and T_lo, exact m_hi*R
@@ -29,8 +29,8 @@
 #pragma once
 
 #include "kernels/common/unit.h"
-#include "kernels/explog/ln/ln_data.h"
-#include "kernels/explog/ln/ln_reduce.h"
+#include "kernels/explog/ln/data.h"
+#include "kernels/explog/ln/reduce.h"
 
 namespace {
 
@@ -56,12 +56,6 @@ struct LnPoly6 {
     }
 };
 
-// Lanes refused by every kernel except E, one bit each.
-template <class V>
-inline int ln_special(typename V::vd x) {
-    return V::imask(log_refused<V>(x));
-}
-
 struct LnA : PerVector<LnA> {
     // ln2 in 21 bits and the rest: n*ln2_hi + T_hi is exact, as the table's
     // T_hi (last column) is a multiple of 2^-21
@@ -73,10 +67,10 @@ struct LnA : PerVector<LnA> {
         using vd = typename V::vd;
         SplitB<V> s;
         split_b<V>(x, s);
-        const double* t = &zvl::ln_table_b[0][0];
+        const double* t = &zvl::kLnTableB[0][0];
         vd R, T, T_lo, T_hi;
-        V::gather2(t, s.row, R, T);
-        V::gather2(t + 2, s.row, T_lo, T_hi);
+        V::gather_pairs(t, s.pair, R, T);
+        V::gather_pairs(t + 2, s.pair, T_lo, T_hi);
         const vd a = V::sub(V::mul(s.m_hi, R), V::splat(1.0));  // exact
         const vd b = V::mul(s.m_lo, R);
         const vd r = V::add(a, b);
@@ -90,13 +84,14 @@ struct LnA : PerVector<LnA> {
         vd y, e1, z, e2;
         fast_two_sum<V>(hi, a, y, e1);
         fast_two_sum<V>(y, b, z, e2);
-        const vd lo = V::add(V::add(V::mul(p, V::mul(r, r)), V::mul_add(s.n, V::splat(ln2_lo), T_lo)),
+        const vd lo = V::add(V::add(V::mul(p, V::mul(r, r)),
+                                    V::mul_add(s.n, V::splat(ln2_lo), T_lo)),
                              V::add(e1, e2));
         return V::add(z, lo);
     }
     template <class V>
     static int special(typename V::vd x) {
-        return ln_special<V>(x);
+        return log_refused<V>(x);
     }
     static int32_t callout(const double* x, double* y) { return zvl::ln_callout(x, y); }
 };
@@ -109,9 +104,9 @@ struct LnB : PerVector<LnB> {
         using vd = typename V::vd;
         SplitB<V> s;
         split_b<V>(x, s);
-        const double* t = &zvl::ln_table_b[0][0];
+        const double* t = &zvl::kLnTableB[0][0];
         vd R, T;
-        V::gather2(t, s.row, R, T);
+        V::gather_pairs(t, s.pair, R, T);
         const vd r = V::add(V::sub(V::mul(s.m_hi, R), V::splat(1.0)), V::mul(s.m_lo, R));
         const vd p = LnPoly6::eval<V>(r);
         const vd q = V::add(V::mul(V::mul(p, r), r), r);
@@ -119,7 +114,7 @@ struct LnB : PerVector<LnB> {
     }
     template <class V>
     static int special(typename V::vd x) {
-        return ln_special<V>(x);
+        return log_refused<V>(x);
     }
     static int32_t callout(const double* x, double* y) { return zvl::ln_callout(x, y); }
 };
@@ -136,9 +131,9 @@ struct LnC : PerVector<LnC> {
         using vd = typename V::vd;
         SplitB<V> s;
         split_b<V>(x, s);
-        const double* t = &zvl::ln_table_b[0][0];
+        const double* t = &zvl::kLnTableB[0][0];
         vd R, T;
-        V::gather2(t, s.row, R, T);
+        V::gather_pairs(t, s.pair, R, T);
         const vd r = V::add(V::sub(V::mul(s.m_hi, R), V::splat(1.0)), V::mul(s.m_lo, R));
         const vd p = V::mul_add(V::splat(LnPoly3::c3), r, V::splat(LnPoly3::c2));
         const vd q = V::add(V::mul(V::mul(p, r), r), r);
@@ -146,14 +141,14 @@ struct LnC : PerVector<LnC> {
     }
     template <class V>
     static int special(typename V::vd x) {
-        return ln_special<V>(x);
+        return log_refused<V>(x);
     }
     static int32_t callout(const double* x, double* y) { return zvl::ln_callout(x, y); }
 };
 
-// --- D, E: pivot 0.7495, restart form ---------------------------------------
+// --- D, E: pivot 0.7495, restart form (through Restartable) ----------------
 
-struct LnD : Restarted<LnD> {
+struct LnD : PerVector<LnD> {
     // ln2 to 42 bits and the rest: n*ln2_hi + T_hi is exact
     static constexpr double ln2_hi = from_bits(0x3fe62e42fefa3800);  // 0.6931471805598903
     static constexpr double ln2_lo = from_bits(0x3d2ef35793c76730);  // 5.497923018708371e-14
@@ -168,33 +163,36 @@ struct LnD : Restarted<LnD> {
         using vd = typename V::vd;
         SplitD<V> s;
         split_d<V>(x, s);
-        const double* t = &zvl::ln_table_d[0][0];
-        vd R, T_hi;
-        V::gather2(t, s.row, R, T_hi);
-        const vd T_lo = V::gather(t + 2, s.row);
+        const double* t = &zvl::kLnTableD[0][0];
+        vd R, T_hi, T_lo, zero;
+        V::gather_pairs(t, s.pair, R, T_hi);
+        V::gather_pairs(t + 2, s.pair, T_lo, zero);
         const vd a = V::sub(V::mul(s.m_hi, R), V::splat(1.0));  // exact
         const vd b = V::mul(s.m_lo, R);
         const vd r = V::add(a, b);
         vd p = V::mul_add(V::splat(c5), r, V::splat(c4));
         p = V::mul_add(p, r, V::splat(c3));
         p = V::mul_add(p, r, V::splat(c2));
-        // hi is exact; |hi| >= |a| unless hi is 0 (the row of 1 with k = 0)
+        // hi + a + b in two parts, as in A: hi is exact, and 0 only on the
+        // row of 1 with k = 0; elsewhere |T_hi| > |a|. a is 0 or at least
+        // 2^-32, which b stays below.
         const vd hi = V::mul_add(s.k, V::splat(ln2_hi), T_hi);
-        vd y, e;
-        fast_two_sum<V>(hi, a, y, e);
-        const vd lo = V::add(V::add(V::mul_add(p, V::mul(r, r), b),
+        vd y, e1, z, e2;
+        fast_two_sum<V>(hi, a, y, e1);
+        fast_two_sum<V>(y, b, z, e2);
+        const vd lo = V::add(V::add(V::mul(p, V::mul(r, r)),
                                     V::mul_add(s.k, V::splat(ln2_lo), T_lo)),
-                             e);
-        return V::add(y, lo);
+                             V::add(e1, e2));
+        return V::add(z, lo);
     }
     template <class V>
-    static int refused(typename V::vd x) {
-        return ln_special<V>(x);
+    static int special(typename V::vd x) {
+        return log_refused<V>(x);
     }
     static int32_t callout(const double* x, double* y) { return zvl::ln_callout(x, y); }
 };
 
-struct LnE : Restarted<LnE> {
+struct LnE : PerVector<LnE> {
     static constexpr double ln2 = from_bits(0x3fe62e42fefa39ef);  // 0.6931471805599453
     static constexpr double two52 = 4503599627370496.0;
     static constexpr double ln2_52 = 36.043653389117154;  // 52 ln 2
@@ -208,9 +206,9 @@ struct LnE : Restarted<LnE> {
         x = V::select(tiny, V::mul(x, V::splat(two52)), x);
         SplitD<V> s;
         split_d<V>(x, s);
-        const double* t = &zvl::ln_table_d[0][0];
+        const double* t = &zvl::kLnTableD[0][0];
         vd R, T;
-        V::gather2(t, s.row, R, T);
+        V::gather_pairs(t, s.pair, R, T);
         const vd r = V::sub(V::mul(s.m, R), V::splat(1.0));
         const vd p = V::mul_add(V::splat(LnPoly3::c3), r, V::splat(LnPoly3::c2));
         const vd q = V::add(V::mul(V::mul(p, r), r), r);
@@ -218,7 +216,7 @@ struct LnE : Restarted<LnE> {
         return V::add(V::add(kl, T), q);
     }
     template <class V>
-    static int refused(typename V::vd x) {
+    static int special(typename V::vd x) {
         return log_refused_positive<V>(x);
     }
     static int32_t callout(const double* x, double* y) { return zvl::ln_callout(x, y); }
@@ -232,7 +230,7 @@ inline void ln_ha(int32_t n, const double* a, double* r, const char* name) {
         scratch_1i<Cpu, V, 16, LnA>(n, a, r, name);
     } else {
         MxcsrGuard<0> g;
-        restart_1i<Cpu, V, Cpu == 0 ? 2 : 4, LnD>(n, a, r, name);
+        restart_1i<Cpu, V, Cpu == 0 ? 2 : 4, Restartable<LnD>>(n, a, r, name);
     }
 }
 
@@ -249,7 +247,7 @@ inline void ln_ep(int32_t n, const double* a, double* r, const char* name) {
         scratch_1i<Cpu, V, Cpu == 5 ? 16 : 8, LnC>(n, a, r, name);
     } else {
         X87Guard<0x200> g;
-        restart_1i<Cpu, V, 4, LnE>(n, a, r, name);
+        restart_1i<Cpu, V, 4, Restartable<LnE>>(n, a, r, name);
     }
 }
 

@@ -1,6 +1,6 @@
 // Log10: r = log10(a).
 //
-// Two accuracy levels (formulas in log10_body.h): HA, restart form under
+// Two accuracy levels (formulas in body.h): HA, restart form under
 // the full MXCSR guard, and EP, restart form under the x87 guard, at every
 // cpu type; W = 4 (W = 2 at type 0). The LA slot runs the HA kernel at
 // every cpu type, and at type 0 so does the EP slot; there is no LA kernel.
@@ -16,21 +16,21 @@
 #pragma once
 
 #include "kernels/common/unit.h"
-#include "kernels/explog/log10/log10_body.h"
+#include "kernels/explog/log10/body.h"
 
 namespace {
 
 template <int Cpu>
 inline void log10_ha(int32_t n, const double* a, double* r, const char* name) {
     MxcsrGuard<0> g;
-    restart_1i<Cpu, V, Cpu == 0 ? 2 : 4, Log10HA>(n, a, r, name);
+    restart_1i<Cpu, V, Cpu == 0 ? 2 : 4, Restartable<Log10HA>>(n, a, r, name);
 }
 
 template <int Cpu>
 inline void log10_ep(int32_t n, const double* a, double* r, const char* name) {
     static_assert(Cpu >= 1, "type 0 runs HA");
     X87Guard<0x200> g;
-    restart_1i<Cpu, V, 4, Log10EP>(n, a, r, name);
+    restart_1i<Cpu, V, 4, Restartable<Log10EP>>(n, a, r, name);
 }
 
 }  // namespace

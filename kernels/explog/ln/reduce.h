@@ -1,0 +1,131 @@
+// The argument reductions of the logarithm kernels (Ln and Log10), written
+// once over the SIMD wrapper.
+//
+// Both split a positive normal x = 2^k * m on its integer image: with P the
+// pattern of a pivot p, d = bits(x) - P carries k in its exponent field and
+// (d AND mantissa mask) + P is the pattern of m, in [p, 2p). A table row is
+// picked by the leading bits of m; it holds R ~ 1/c for the row's centre c,
+// and T = log(1/R), so that log(x) = k*log(2) + T + log(1 + r), r = m*R - 1.
+// m is split into m_hi (33 bits or fewer) and m_lo; R has 20 significant
+// bits, so m_hi*R is exact, and m_hi*R - 1 is exact as well (Sterbenz).
+//
+//   pivot 2/3 (Ln variants A to C): m in [2/3, 4/3), 257 rows picked by the
+//     high word, 2^-9 apart below 1 and 2^-8 above, |r| <= 2^-9; m_hi is m
+//     with its low 32 bits cleared.
+//   pivot 0.74951171875 (Ln variants D and E, Log10): m in [0.7495, 1.499),
+//     768 rows 2^-10 apart (c = 0.75 + j/1024), |r| <= 2^-10.58. Adding
+//     1.5*2^20 rounds m to a multiple of 2^-32: the sum minus the shifter is
+//     m_hi, and the sum's low word is m's fraction in units of 2^-32, from
+//     which the row follows by one add and one shift.
+//
+// Rows are 32 bytes, two 16-byte pairs: the reductions give each lane's
+// pair index (2 * row) for gather_pairs.
+//
+// Included inside the unnamed namespace of the units (see isa.h).
+#pragma once
+
+#include "kernels/common/isa.h"
+
+namespace {
+
+// Zero, denormals, negatives, infinities and NaNs in one signed compare of
+// the high word h: h + 2^20 < 2^21. Positive normal finite x have h in
+// [0x00100000, 0x7fefffff], which the addition moves to [2^21, 2^31);
+// negatives stay negative (or wrap to [0, 2^20)), zeros and denormals land
+// in [2^20, 2^21), and the all-ones exponent wraps into the negative range.
+// One bit per lane.
+template <class V>
+inline int log_refused(typename V::vd x) {
+    return V::imask(
+        V::ilt(V::iadd(V::hi32(x), V::isplat(0x00100000)), V::isplat(0x00200000)));
+}
+
+// The test of the EP kernels that scale denormals in line: one bit per lane
+// that fails 0 < x < inf (zeros, negatives, infinities, NaNs).
+template <class V>
+inline int log_refused_positive(typename V::vd x) {
+    const typename V::vd ok =
+        V::and_(V::lt(V::splat(0.0), x), V::lt(x, splat_bits<V>(0x7ff0000000000000)));
+    return V::mask(ok) ^ ((1 << V::lanes) - 1);
+}
+
+// --- pivot 2/3 ---------------------------------------------------------------
+
+struct PivotB {
+    // 0.6666666666666666: m in [2/3, 4/3)
+    static constexpr uint64_t pivot = 0x3fe5555555555555;
+    static constexpr uint64_t mantissa = 0x000fffffffffffff;
+    // 0xfffab800 added to m's high word, shifted right by 12, gives the row
+    // 0 at 2/3, 171 around 1 (both binades meet there) and 256 below 4/3;
+    // shifting by 11 and masking with 511 << 1 gives the pair index.
+    static constexpr int32_t row_bias = static_cast<int32_t>(0xfffab800u);
+    static constexpr int32_t pair_mask = 511 << 1;
+    static constexpr uint64_t high_half = 0xffffffff00000000;
+};
+
+template <class V>
+struct SplitB {
+    typename V::vd n, m_hi, m_lo;
+    alignas(16) uint32_t pair[V::lanes < 4 ? 4 : V::lanes];
+};
+
+template <class V>
+inline void split_b(typename V::vd x, SplitB<V>& s) {
+    using vd = typename V::vd;
+    const vd P = splat_bits<V>(PivotB::pivot);
+    const vd d = V::sub_i64(x, P);
+    s.n = V::icvt(V::isra(V::hi32(d), 20));
+    const vd m = V::add_i64(V::and_(d, splat_bits<V>(PivotB::mantissa)), P);
+    V::istore(s.pair, V::iand(V::isrl(V::iadd(V::hi32(m), V::isplat(PivotB::row_bias)), 11),
+                              V::isplat(PivotB::pair_mask)));
+    s.m_hi = V::and_(m, splat_bits<V>(PivotB::high_half));
+    s.m_lo = V::sub(m, s.m_hi);
+}
+
+// --- pivot 0.74951171875 -----------------------------------------------------
+
+struct PivotD {
+    // 0.74951171875 = 0.75 - 2^-11: half a row below 0.75, so that rounding
+    // m to the nearest 2^-10 gives rows 0 (c = 0.75) to 767 (c = 1.499)
+    static constexpr uint64_t pivot = 0x3fe7fc0000000000;
+    static constexpr uint64_t mantissa = 0x000fffffffffffff;
+    // 1572864.0 = 1.5*2^20: its ulp is 2^-32
+    static constexpr double shifter = 1572864.0;
+    // added to the sum's low word (m's fraction times 2^32): 0.25 (256 rows,
+    // so that 0.75 is row 0) plus half a row, so that the shift by 22 rounds
+    // to the row; the 32-bit sum wraps for m below 1. Shifting by 21 and
+    // masking with 1023 << 1 gives the pair index.
+    static constexpr int32_t row_bias = 0x40200000;
+    static constexpr int32_t pair_mask = 1023 << 1;
+};
+
+template <class V>
+struct SplitD {
+    typename V::vd k, m, m_hi, m_lo;
+    alignas(16) uint32_t pair[V::lanes < 4 ? 4 : V::lanes];
+};
+
+template <class V>
+inline void split_d(typename V::vd x, SplitD<V>& s) {
+    using vd = typename V::vd;
+    const vd P = splat_bits<V>(PivotD::pivot);
+    const vd d = V::sub_i64(x, P);
+    s.k = V::icvt(V::isra(V::hi32(d), 20));
+    s.m = V::add_i64(V::and_(d, splat_bits<V>(PivotD::mantissa)), P);
+    const vd sum = V::add(s.m, V::splat(PivotD::shifter));
+    s.m_hi = V::sub(sum, V::splat(PivotD::shifter));
+    s.m_lo = V::sub(s.m, s.m_hi);
+    V::istore(s.pair, V::iand(V::isrl(V::iadd(V::lo32(sum), V::isplat(PivotD::row_bias)), 21),
+                              V::isplat(PivotD::pair_mask)));
+}
+
+// Fast two-sum: s + e == a + b exactly, given that a is zero or its
+// exponent is at least b's.
+template <class V>
+inline void fast_two_sum(typename V::vd a, typename V::vd b, typename V::vd& s,
+                         typename V::vd& e) {
+    s = V::add(a, b);
+    e = V::add(V::sub(a, s), b);
+}
+
+}  // namespace

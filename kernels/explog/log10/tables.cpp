@@ -1,0 +1,10 @@
+// The Log10 table, shared by the kernels of every cpu type.
+#include "kernels/explog/log10/data.h"
+
+namespace zvl {
+
+alignas(64) const double kLog10TableD[768][4] = {
+#include "kernels/explog/log10/table_d.inc"
+};
+
+}  // namespace zvl

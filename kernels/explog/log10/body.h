@@ -15,6 +15,10 @@
 //       coefficients of log10(1 + r); the third term keeps 2^-33 relative
 //       near x = 1, where the result is as small as r. Denormals are scaled
 //       by 2^52 in line.
+//
+// Worst errors seen by zvl-ulp (2e6 samples, sweeps and hard cases): HA
+// 0.580 ulp at 0x1.00122db17bd5fp+0 (the polynomial's own error near 1), EP
+// relative 2.1e-10 at 0x1.0024d9ac47eb3p+0.
 #pragma once
 
 #include "kernels/common/isa.h"

@@ -9,6 +9,7 @@
 
 #include "state/state.h"
 #include "tests/common/capture.h"
+#include "tests/common/fp_control.h"
 #include "tests/kernels/exp_support.h"
 
 namespace {
@@ -16,6 +17,10 @@ namespace {
 using exp_test::Kernel;
 using zvl_test::bits_of;
 using zvl_test::from_bits;
+using zvl_test::read_mxcsr;
+using zvl_test::read_x87;
+using zvl_test::write_mxcsr;
+using zvl_test::write_x87;
 
 struct Report {
     int status, index;
@@ -30,19 +35,6 @@ int record(ZVLErrorRecord* rec) {
     if (replace_result) rec->r1 = 42.0;
     return 0;
 }
-
-uint32_t read_mxcsr() {
-    uint32_t w;
-    __asm__ __volatile__("stmxcsr %0" : "=m"(w));
-    return w;
-}
-void write_mxcsr(uint32_t w) { __asm__ __volatile__("ldmxcsr %0" : : "m"(w)); }
-uint16_t read_x87() {
-    uint16_t w;
-    __asm__ __volatile__("fnstcw %0" : "=m"(w));
-    return w;
-}
-void write_x87(uint16_t w) { __asm__ __volatile__("fldcw %0" : : "m"(w)); }
 
 // Reports go to the callback only, which records them.
 class ExpKernel : public testing::TestWithParam<Kernel> {

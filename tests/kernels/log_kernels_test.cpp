@@ -9,23 +9,11 @@
 #include <vector>
 
 #include "tests/common/capture.h"
+#include "tests/common/fp_control.h"
 #include "tests/kernels/log_kernels.h"
 
 namespace zvl_test {
 namespace {
-
-uint32_t read_mxcsr() {
-    uint32_t w;
-    __asm__ __volatile__("stmxcsr %0" : "=m"(w));
-    return w;
-}
-void write_mxcsr(uint32_t w) { __asm__ __volatile__("ldmxcsr %0" : : "m"(w)); }
-uint16_t read_x87() {
-    uint16_t w;
-    __asm__ __volatile__("fnstcw %0" : "=m"(w));
-    return w;
-}
-void write_x87(uint16_t w) { __asm__ __volatile__("fldcw %0" : : "m"(w)); }
 
 std::vector<double> run(const LogSlot& s, std::vector<double> x) {
     std::vector<double> y(x.size(), -7.0);

@@ -42,6 +42,16 @@ namespace {
 
 using zvl::from_bits;
 
+// The lanes every kernel refuses (E refuses fewer) and the callout that
+// takes them.
+struct LnSpecial {
+    template <class V>
+    static int special(typename V::vd x) {
+        return log_refused<V>(x);
+    }
+    static int32_t callout(const double* x, double* y) { return zvl::ln_callout(x, y); }
+};
+
 // --- A, B, C: pivot 2/3 -----------------------------------------------------
 
 // The degree-6 polynomial of A and B: ln(1+r) = r - r^2/2 + c3 r^3 + ... +
@@ -62,7 +72,7 @@ struct LnPoly6 {
     }
 };
 
-struct LnA : PerVector<LnA> {
+struct LnA : PerVector<LnA>, LnSpecial {
     // ln2 in 21 bits and the rest: n*ln2_hi + T_hi is exact, as the table's
     // T_hi (last column) is a multiple of 2^-21
     static constexpr double ln2_hi = from_bits(0x3fe62e4300000000);  // 0.6931471824645996
@@ -74,35 +84,36 @@ struct LnA : PerVector<LnA> {
         SplitB<V> s;
         split_b<V>(x, s);
         const double* t = &zvl::kLnTableB[0][0];
-        vd R, T, T_lo, T_hi;
+        vd R, T, T_lo, T_hi, a, b;
         V::gather_pairs(t, s.pair, R, T);
         V::gather_pairs(t + 2, s.pair, T_lo, T_hi);
-        const vd a = V::sub(V::mul(s.m_hi, R), V::splat(1.0));  // exact
-        const vd b = V::mul(s.m_lo, R);
+        exact_parts<V>(s.m_hi, s.m_lo, R, a, b);
         const vd r = V::add(a, b);
         const vd p = LnPoly6::eval<V>(r);
-        // hi + a + b in two parts. |hi| >= 0.69 - 0.41 unless n is 0; |T_hi|
-        // exceeds |a| on every row but the one holding 1, where T_hi is 0;
-        // there a is 0 or a multiple of m_hi's last bit, which b stays
-        // below. b is added apart from the polynomial because near 1 it is a
-        // large part of the result.
-        const vd hi = V::mul_add(s.n, V::splat(ln2_hi), T_hi);
-        vd y, e1, z, e2;
-        fast_two_sum<V>(hi, a, y, e1);
-        fast_two_sum<V>(y, b, z, e2);
-        const vd lo = V::add(V::add(V::mul(p, V::mul(r, r)),
-                                    V::mul_add(s.n, V::splat(ln2_lo), T_lo)),
-                             V::add(e1, e2));
-        return V::add(z, lo);
+        // |n*ln2_hi + T_hi| >= 0.69 - 0.41 unless n is 0; |T_hi| exceeds |a|
+        // on every row but the one holding 1, where T_hi is 0; there a is 0
+        // or a multiple of m_hi's last bit, which b stays below. b is added
+        // apart from the polynomial because near 1 it is a large part of
+        // the result.
+        return two_part_sum<V>(s.n, ln2_hi, ln2_lo, T_hi, T_lo, a, b, V::mul(p, V::mul(r, r)));
     }
-    template <class V>
-    static int special(typename V::vd x) {
-        return log_refused<V>(x);
-    }
-    static int32_t callout(const double* x, double* y) { return zvl::ln_callout(x, y); }
 };
 
-struct LnB : PerVector<LnB> {
+// The degree-3 polynomial of C and E: within 2^-29 relative for |r| <= 2^-9.
+struct LnPoly3 {
+    static constexpr double c2 = -0.5;
+    static constexpr double c3 = from_bits(0x3fd555568888b027);  // 0.33333361943619128
+
+    template <class V>
+    static typename V::vd eval(typename V::vd r) {
+        return V::mul_add(V::splat(c3), r, V::splat(c2));
+    }
+};
+
+// B and C: n*ln2 + (((p(r)*r*r + r) + T)) in plain double arithmetic, with
+// the polynomial of degree 6 (B) or 3 (C).
+template <class Poly>
+struct LnOnePart : PerVector<LnOnePart<Poly>>, LnSpecial {
     static constexpr double ln2 = from_bits(0x3fe62e42fefa39ef);  // 0.6931471805599453
 
     template <class V>
@@ -110,51 +121,22 @@ struct LnB : PerVector<LnB> {
         using vd = typename V::vd;
         SplitB<V> s;
         split_b<V>(x, s);
-        const double* t = &zvl::kLnTableB[0][0];
-        vd R, T;
-        V::gather_pairs(t, s.pair, R, T);
-        const vd r = V::add(V::sub(V::mul(s.m_hi, R), V::splat(1.0)), V::mul(s.m_lo, R));
-        const vd p = LnPoly6::eval<V>(r);
+        vd R, T, a, b;
+        V::gather_pairs(&zvl::kLnTableB[0][0], s.pair, R, T);
+        exact_parts<V>(s.m_hi, s.m_lo, R, a, b);
+        const vd r = V::add(a, b);
+        const vd p = Poly::template eval<V>(r);
         const vd q = V::add(V::mul(V::mul(p, r), r), r);
         return V::add(V::mul(s.n, V::splat(ln2)), V::add(q, T));
     }
-    template <class V>
-    static int special(typename V::vd x) {
-        return log_refused<V>(x);
-    }
-    static int32_t callout(const double* x, double* y) { return zvl::ln_callout(x, y); }
 };
 
-// The degree-3 polynomial of C and E: within 2^-29 relative for |r| <= 2^-9.
-struct LnPoly3 {
-    static constexpr double c2 = -0.5;
-    static constexpr double c3 = from_bits(0x3fd555568888b027);  // 0.33333361943619128
-};
-
-struct LnC : PerVector<LnC> {
-    template <class V>
-    static typename V::vd eval(typename V::vd x) {
-        using vd = typename V::vd;
-        SplitB<V> s;
-        split_b<V>(x, s);
-        const double* t = &zvl::kLnTableB[0][0];
-        vd R, T;
-        V::gather_pairs(t, s.pair, R, T);
-        const vd r = V::add(V::sub(V::mul(s.m_hi, R), V::splat(1.0)), V::mul(s.m_lo, R));
-        const vd p = V::mul_add(V::splat(LnPoly3::c3), r, V::splat(LnPoly3::c2));
-        const vd q = V::add(V::mul(V::mul(p, r), r), r);
-        return V::add(V::mul(s.n, V::splat(LnB::ln2)), V::add(q, T));
-    }
-    template <class V>
-    static int special(typename V::vd x) {
-        return log_refused<V>(x);
-    }
-    static int32_t callout(const double* x, double* y) { return zvl::ln_callout(x, y); }
-};
+using LnB = LnOnePart<LnPoly6>;
+using LnC = LnOnePart<LnPoly3>;
 
 // --- D, E: pivot 0.7495, restart form (through Restartable) ----------------
 
-struct LnD : PerVector<LnD> {
+struct LnD : PerVector<LnD>, LnSpecial {
     // ln2 to 42 bits and the rest: n*ln2_hi + T_hi is exact
     static constexpr double ln2_hi = from_bits(0x3fe62e42fefa3800);  // 0.6931471805598903
     static constexpr double ln2_lo = from_bits(0x3d2ef35793c76730);  // 5.497923018708371e-14
@@ -167,65 +149,39 @@ struct LnD : PerVector<LnD> {
     template <class V>
     static typename V::vd eval(typename V::vd x) {
         using vd = typename V::vd;
-        SplitD<V> s;
-        split_d<V>(x, s);
-        const double* t = &zvl::kLnTableD[0][0];
-        vd R, T_hi, T_lo, zero;
-        V::gather_pairs(t, s.pair, R, T_hi);
-        V::gather_pairs(t + 2, s.pair, T_lo, zero);
-        const vd a = V::sub(V::mul(s.m_hi, R), V::splat(1.0));  // exact
-        const vd b = V::mul(s.m_lo, R);
-        const vd r = V::add(a, b);
+        PartsD<V> s;
+        split_parts_d<V>(x, &zvl::kLnTableD[0][0], s);
+        const vd r = V::add(s.a, s.b);
         vd p = V::mul_add(V::splat(c5), r, V::splat(c4));
         p = V::mul_add(p, r, V::splat(c3));
         p = V::mul_add(p, r, V::splat(c2));
-        // hi + a + b in two parts, as in A: hi is exact, and 0 only on the
-        // row of 1 with k = 0; elsewhere |T_hi| > |a|. a is 0 or at least
-        // 2^-32, which b stays below.
-        const vd hi = V::mul_add(s.k, V::splat(ln2_hi), T_hi);
-        vd y, e1, z, e2;
-        fast_two_sum<V>(hi, a, y, e1);
-        fast_two_sum<V>(y, b, z, e2);
-        const vd lo = V::add(V::add(V::mul(p, V::mul(r, r)),
-                                    V::mul_add(s.k, V::splat(ln2_lo), T_lo)),
-                             V::add(e1, e2));
-        return V::add(z, lo);
+        // as in A: k*ln2_hi + T_hi is 0 only on the row of 1 with k = 0;
+        // elsewhere |T_hi| > |a|. a is 0 or at least 2^-32, which b stays
+        // below.
+        return two_part_sum<V>(s.k, ln2_hi, ln2_lo, s.T_hi, s.T_lo, s.a, s.b,
+                               V::mul(p, V::mul(r, r)));
     }
-    template <class V>
-    static int special(typename V::vd x) {
-        return log_refused<V>(x);
-    }
-    static int32_t callout(const double* x, double* y) { return zvl::ln_callout(x, y); }
 };
 
-struct LnE : PerVector<LnE> {
-    static constexpr double ln2 = from_bits(0x3fe62e42fefa39ef);  // 0.6931471805599453
-    static constexpr double two52 = 4503599627370496.0;
-    static constexpr double ln2_52 = 36.043653389117154;  // 52 ln 2
-    static constexpr uint64_t min_normal = 0x0010000000000000;
+struct LnE : PerVector<LnE>, LnSpecial {
+    static constexpr double ln2_52 = 36.043653389117154;  // 52 ln 2, for scaled denormals
 
     template <class V>
     static typename V::vd eval(typename V::vd x) {
         using vd = typename V::vd;
-        // denormals: ln(x) = ln(x * 2^52) - 52 ln 2
-        const vd tiny = V::lt(x, splat_bits<V>(min_normal));
-        x = V::select(tiny, V::mul(x, V::splat(two52)), x);
-        SplitD<V> s;
-        split_d<V>(x, s);
-        const double* t = &zvl::kLnTableD[0][0];
-        vd R, T;
-        V::gather_pairs(t, s.pair, R, T);
-        const vd r = V::sub(V::mul(s.m, R), V::splat(1.0));
-        const vd p = V::mul_add(V::splat(LnPoly3::c3), r, V::splat(LnPoly3::c2));
-        const vd q = V::add(V::mul(V::mul(p, r), r), r);
-        const vd kl = V::sub(V::mul(s.k, V::splat(ln2)), V::and_(tiny, V::splat(ln2_52)));
-        return V::add(V::add(kl, T), q);
+        SplitScaled<V> s;
+        split_scaled<V>(x, &zvl::kLnTableD[0][0], s);
+        const vd p = LnPoly3::eval<V>(s.r);
+        const vd q = V::add(V::mul(V::mul(p, s.r), s.r), s.r);
+        const vd kl =
+            V::sub(V::mul(s.k, V::splat(LnB::ln2)), V::and_(s.tiny, V::splat(ln2_52)));
+        return V::add(V::add(kl, s.T), q);
     }
+    // E takes denormals in line
     template <class V>
     static int special(typename V::vd x) {
         return log_refused_positive<V>(x);
     }
-    static int32_t callout(const double* x, double* y) { return zvl::ln_callout(x, y); }
 };
 
 // --- The kernels by cpu type ------------------------------------------------

@@ -49,12 +49,22 @@ inline int log_refused_positive(typename V::vd x) {
     return V::mask(ok) ^ ((1 << V::lanes) - 1);
 }
 
+// x = 2^k * m with m in [p, 2p) for the pivot pattern P, k as a double.
+template <class V>
+inline void split_pivot(typename V::vd x, uint64_t pivot, typename V::vd& k,
+                        typename V::vd& m) {
+    using vd = typename V::vd;
+    const vd P = splat_bits<V>(pivot);
+    const vd d = V::sub_i64(x, P);
+    k = V::icvt(V::isra(V::hi32(d), 20));
+    m = V::add_i64(V::and_(d, splat_bits<V>(0x000fffffffffffff)), P);
+}
+
 // --- pivot 2/3 ---------------------------------------------------------------
 
 struct PivotB {
     // 0.6666666666666666: m in [2/3, 4/3)
     static constexpr uint64_t pivot = 0x3fe5555555555555;
-    static constexpr uint64_t mantissa = 0x000fffffffffffff;
     // 0xfffab800 added to m's high word, shifted right by 12, gives the row
     // 0 at 2/3, 171 around 1 (both binades meet there) and 256 below 4/3;
     // shifting by 11 and masking with 511 << 1 gives the pair index.
@@ -71,11 +81,8 @@ struct SplitB {
 
 template <class V>
 inline void split_b(typename V::vd x, SplitB<V>& s) {
-    using vd = typename V::vd;
-    const vd P = splat_bits<V>(PivotB::pivot);
-    const vd d = V::sub_i64(x, P);
-    s.n = V::icvt(V::isra(V::hi32(d), 20));
-    const vd m = V::add_i64(V::and_(d, splat_bits<V>(PivotB::mantissa)), P);
+    typename V::vd m;
+    split_pivot<V>(x, PivotB::pivot, s.n, m);
     V::istore(s.pair, V::iand(V::isrl(V::iadd(V::hi32(m), V::isplat(PivotB::row_bias)), 11),
                               V::isplat(PivotB::pair_mask)));
     s.m_hi = V::and_(m, splat_bits<V>(PivotB::high_half));
@@ -88,7 +95,6 @@ struct PivotD {
     // 0.74951171875 = 0.75 - 2^-11: half a row below 0.75, so that rounding
     // m to the nearest 2^-10 gives rows 0 (c = 0.75) to 767 (c = 1.499)
     static constexpr uint64_t pivot = 0x3fe7fc0000000000;
-    static constexpr uint64_t mantissa = 0x000fffffffffffff;
     // 1572864.0 = 1.5*2^20: its ulp is 2^-32
     static constexpr double shifter = 1572864.0;
     // added to the sum's low word (m's fraction times 2^32): 0.25 (256 rows,
@@ -108,15 +114,59 @@ struct SplitD {
 template <class V>
 inline void split_d(typename V::vd x, SplitD<V>& s) {
     using vd = typename V::vd;
-    const vd P = splat_bits<V>(PivotD::pivot);
-    const vd d = V::sub_i64(x, P);
-    s.k = V::icvt(V::isra(V::hi32(d), 20));
-    s.m = V::add_i64(V::and_(d, splat_bits<V>(PivotD::mantissa)), P);
+    split_pivot<V>(x, PivotD::pivot, s.k, s.m);
     const vd sum = V::add(s.m, V::splat(PivotD::shifter));
     s.m_hi = V::sub(sum, V::splat(PivotD::shifter));
     s.m_lo = V::sub(s.m, s.m_hi);
     V::istore(s.pair, V::iand(V::isrl(V::iadd(V::lo32(sum), V::isplat(PivotD::row_bias)), 21),
                               V::isplat(PivotD::pair_mask)));
+}
+
+// r = a + b in its two exact parts: a = m_hi*R - 1, b = m_lo*R.
+template <class V>
+inline void exact_parts(typename V::vd m_hi, typename V::vd m_lo, typename V::vd R,
+                        typename V::vd& a, typename V::vd& b) {
+    a = V::sub(V::mul(m_hi, R), V::splat(1.0));
+    b = V::mul(m_lo, R);
+}
+
+// The HA form of the pivot-0.7495 reduction, over a table of rows R, T_hi,
+// T_lo, 0: k, the row's T in two parts, and r in two exact parts.
+template <class V>
+struct PartsD {
+    typename V::vd k, T_hi, T_lo, a, b;
+};
+
+template <class V>
+inline void split_parts_d(typename V::vd x, const double* table, PartsD<V>& p) {
+    typename V::vd R, zero;
+    SplitD<V> s;
+    split_d<V>(x, s);
+    V::gather_pairs(table, s.pair, R, p.T_hi);
+    V::gather_pairs(table + 2, s.pair, p.T_lo, zero);
+    p.k = s.k;
+    exact_parts<V>(s.m_hi, s.m_lo, R, p.a, p.b);
+}
+
+// The EP form of the pivot-0.7495 reduction, which takes denormals in line:
+// they are scaled by 2^52 first (`tiny` marks them, for the caller's
+// correction of k), and r = m*R - 1 is formed in one rounding.
+template <class V>
+struct SplitScaled {
+    typename V::vd k, tiny, T, r;
+};
+
+template <class V>
+inline void split_scaled(typename V::vd x, const double* table, SplitScaled<V>& s) {
+    using vd = typename V::vd;
+    s.tiny = V::lt(x, splat_bits<V>(0x0010000000000000));
+    x = V::select(s.tiny, V::mul(x, V::splat(4503599627370496.0)), x);  // 2^52
+    SplitD<V> d;
+    split_d<V>(x, d);
+    vd R;
+    V::gather_pairs(table, d.pair, R, s.T);
+    s.k = d.k;
+    s.r = V::sub(V::mul(d.m, R), V::splat(1.0));
 }
 
 // Fast two-sum: s + e == a + b exactly, given that a is zero or its
@@ -126,6 +176,25 @@ inline void fast_two_sum(typename V::vd a, typename V::vd b, typename V::vd& s,
                          typename V::vd& e) {
     s = V::add(a, b);
     e = V::add(V::sub(a, s), b);
+}
+
+// The two-part sum of the HA kernels: k*L_hi + T_hi + a + b + tail +
+// (k*L_lo + T_lo), with L = log(2) in the kernel's base, in which only the
+// final addition rounds at full size. It needs k*L_hi + T_hi exact (T_hi a
+// multiple of L_hi's last bit, |k| < 2^11), a and b exact, that sum zero or
+// larger than a in exponent, and a zero or larger than b; tail and the lo
+// parts are small.
+template <class V>
+inline typename V::vd two_part_sum(typename V::vd k, double L_hi, double L_lo,
+                                   typename V::vd T_hi, typename V::vd T_lo, typename V::vd a,
+                                   typename V::vd b, typename V::vd tail) {
+    using vd = typename V::vd;
+    const vd hi = V::mul_add(k, V::splat(L_hi), T_hi);
+    vd y, e1, z, e2;
+    fast_two_sum<V>(hi, a, y, e1);
+    fast_two_sum<V>(y, b, z, e2);
+    const vd lo = V::add(V::add(tail, V::mul_add(k, V::splat(L_lo), T_lo)), V::add(e1, e2));
+    return V::add(z, lo);
 }
 
 }  // namespace

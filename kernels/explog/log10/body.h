@@ -28,7 +28,16 @@
 
 namespace {
 
-struct Log10HA : PerVector<Log10HA> {
+// The lanes HA refuses (EP refuses fewer) and the callout that takes them.
+struct Log10Special {
+    template <class V>
+    static int special(typename V::vd x) {
+        return log_refused<V>(x);
+    }
+    static int32_t callout(const double* x, double* y) { return zvl::log10_callout(x, y); }
+};
+
+struct Log10HA : PerVector<Log10HA>, Log10Special {
     // log10(2) to 42 bits and the rest: k*log10_2_hi + T_hi is exact
     // 0.30102999566395283 and 2.8363394551044964e-14
     static constexpr double log10_2_hi = zvl::from_bits(0x3fd34413509f7800);
@@ -47,74 +56,49 @@ struct Log10HA : PerVector<Log10HA> {
     template <class V>
     static typename V::vd eval(typename V::vd x, double shift = 0.0) {
         using vd = typename V::vd;
-        SplitD<V> s;
-        split_d<V>(x, s);
-        const double* t = &zvl::kLog10TableD[0][0];
-        vd R, T_hi, T_lo, zero;
-        V::gather_pairs(t, s.pair, R, T_hi);
-        V::gather_pairs(t + 2, s.pair, T_lo, zero);
+        PartsD<V> s;
+        split_parts_d<V>(x, &zvl::kLog10TableD[0][0], s);
         const vd k = V::sub(s.k, V::splat(shift));
         // a and b are exact, and so are their products with w_scale: a has
         // at most 42 significant bits, b (m_lo's 20 times R's 20) at most
         // 40, and w_scale 7
-        const vd a = V::sub(V::mul(s.m_hi, R), V::splat(1.0));
-        const vd b = V::mul(s.m_lo, R);
-        const vd w_a = V::mul(a, V::splat(w_scale)), w_b = V::mul(b, V::splat(w_scale));
+        const vd w_a = V::mul(s.a, V::splat(w_scale)), w_b = V::mul(s.b, V::splat(w_scale));
         const vd w = V::add(w_a, w_b);
         vd P = V::mul_add(V::splat(c5), w, V::splat(c4));
         P = V::mul_add(P, w, V::splat(c3));
         P = V::mul_add(P, w, V::splat(c2));
-        // hi + w_a + w_b in two parts: hi is exact, and 0 only on the row of
-        // 1 with k = 0, where T_hi is 0; elsewhere |T_hi| > |w_a|. w_a is 0
-        // or at least 2^-32 * w_scale, which w_b stays below.
-        const vd hi = V::mul_add(k, V::splat(log10_2_hi), T_hi);
-        vd y, e1, z, e2;
-        fast_two_sum<V>(hi, w_a, y, e1);
-        fast_two_sum<V>(y, w_b, z, e2);
-        const vd lo = V::add(V::add(V::mul_add(V::mul(w, w), P, V::mul(w, V::splat(d))),
-                                    V::mul_add(k, V::splat(log10_2_lo), T_lo)),
-                             V::add(e1, e2));
-        return V::add(z, lo);
+        // k*log10_2_hi + T_hi is 0 only on the row of 1 with k = 0, where
+        // T_hi is 0; elsewhere |T_hi| > |w_a|. w_a is 0 or at least 2^-32 *
+        // w_scale, which w_b stays below.
+        return two_part_sum<V>(k, log10_2_hi, log10_2_lo, s.T_hi, s.T_lo, w_a, w_b,
+                               V::mul_add(V::mul(w, w), P, V::mul(w, V::splat(d))));
     }
-    template <class V>
-    static int special(typename V::vd x) {
-        return log_refused<V>(x);
-    }
-    static int32_t callout(const double* x, double* y) { return zvl::log10_callout(x, y); }
 };
 
-struct Log10EP : PerVector<Log10EP> {
+struct Log10EP : PerVector<Log10EP>, Log10Special {
     static constexpr double log10_2 = zvl::from_bits(0x3fd34413509f79ff);  // 0.3010299956639812
     // log10(e) = 0.43429448190325182, -log10(e)/2, log10(e)/3
     static constexpr double c1 = zvl::from_bits(0x3fdbcb7b1526e50e);
     static constexpr double c2 = zvl::from_bits(0xbfcbcb7b1526e50e);  // -0.21714724095162591
     static constexpr double c3 = zvl::from_bits(0x3fc287a7636f435f);  // 0.14476482730108395
-    static constexpr double two52 = 4503599627370496.0;
-    static constexpr double log10_2_52 = 15.653559774527022;  // 52 log10(2)
-    static constexpr uint64_t min_normal = 0x0010000000000000;
+    static constexpr double log10_2_52 = 15.653559774527022;  // 52 log10(2), for scaled denormals
 
     template <class V>
     static typename V::vd eval(typename V::vd x) {
         using vd = typename V::vd;
-        const vd tiny = V::lt(x, splat_bits<V>(min_normal));
-        x = V::select(tiny, V::mul(x, V::splat(two52)), x);
-        SplitD<V> s;
-        split_d<V>(x, s);
-        const double* t = &zvl::kLog10TableD[0][0];
-        vd R, T;
-        V::gather_pairs(t, s.pair, R, T);
-        const vd r = V::sub(V::mul(s.m, R), V::splat(1.0));
-        vd q = V::mul_add(V::splat(c3), r, V::splat(c2));
-        q = V::mul(V::mul_add(q, r, V::splat(c1)), r);
+        SplitScaled<V> s;
+        split_scaled<V>(x, &zvl::kLog10TableD[0][0], s);
+        vd q = V::mul_add(V::splat(c3), s.r, V::splat(c2));
+        q = V::mul(V::mul_add(q, s.r, V::splat(c1)), s.r);
         const vd kl =
-            V::sub(V::mul(s.k, V::splat(log10_2)), V::and_(tiny, V::splat(log10_2_52)));
-        return V::add(V::add(kl, T), q);
+            V::sub(V::mul(s.k, V::splat(log10_2)), V::and_(s.tiny, V::splat(log10_2_52)));
+        return V::add(V::add(kl, s.T), q);
     }
+    // EP takes denormals in line
     template <class V>
     static int special(typename V::vd x) {
         return log_refused_positive<V>(x);
     }
-    static int32_t callout(const double* x, double* y) { return zvl::log10_callout(x, y); }
 };
 
 }  // namespace

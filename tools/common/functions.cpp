@@ -203,10 +203,11 @@ ZT_LOOP1(loop_log10, std::log10(x))
 // 2/3 and 4/3: ends of the mantissa interval of variants A to C, whose row
 // holding 1 spans [1 - 2^-10, 1 + 2^-9); 0.74951171875 and 1.4990234375:
 // ends of the interval of variants D and E (and of Log10), whose row holding
-// 1 spans [1 - 2^-11, 1 + 2^-11); 2^-1022: the denormals begin below.
+// 1 spans [1 - 2^-11, 1 + 2^-11), and 0.75 + 2^-11 is the edge of its first
+// row; 2^-1022: the denormals begin below.
 const double ln_special[] = {
     1.0, 0.6666666666666666, 1.3333333333333333, 1.0 - 0x1p-10, 1.0 + 0x1p-9,
-    0.74951171875, 1.4990234375, 1.0 - 0x1p-11, 1.0 + 0x1p-11, 2.0, 0.5,
+    0.74951171875, 1.4990234375, 1.0 - 0x1p-11, 1.0 + 0x1p-11, 0.75 + 0x1p-11, 2.0, 0.5,
     0x1.0000000000001p0, 0x1.fffffffffffffp-1, kTiny, kMin, kMax, 0.0, -0.0, -1.0, -kMin,
     kInf, -kInf, kNaN,
 };

@@ -12,6 +12,13 @@
 
 #define ZVL_FUNCTIONS(D1, D2, D12, DX, Z1, Z2, ZX, R1, R12) \
     D1(VDINV, vdInv, 0)                                     \
-    D2(VDDIV, vdDiv, 18)
+    D2(VDDIV, vdDiv, 18)                                    \
+    R1(VDCEIL, vdCeil)                                      \
+    R1(VDFLOOR, vdFloor)                                    \
+    R12(VDMODF, vdModf)                                     \
+    R1(VDNEARBYINT, vdNearbyInt)                            \
+    R1(VDRINT, vdRint)                                      \
+    R1(VDROUND, vdRound)                                    \
+    R1(VDTRUNC, vdTrunc)
 
 #define ZVL_IGNORE_ROW(...)

@@ -102,6 +102,29 @@ ZVL_API void VDDIV(const int *n, const double *a, const double *b, double *r);
 ZVL_API void VDDIV_Idx(const int *n, const double *a, int ia, const double *b, int ib,
                        double *r, int ir);
 
+/*
+ * Rounding to integer values: no accuracy choice, nothing is ever reported.
+ * VDRINT and VDNEARBYINT round in the caller's rounding mode; VDNEARBYINT
+ * raises no inexact exception where the processor can avoid it. VDROUND
+ * takes halves away from zero. VDMODF stores the integer part to y and the
+ * fraction to z, both with the sign of a.
+ */
+ZVL_API void VDCEIL(const int *n, const double *a, double *r);
+ZVL_API void VDCEIL_Idx(const int *n, const double *a, int ia, double *r, int ir);
+ZVL_API void VDFLOOR(const int *n, const double *a, double *r);
+ZVL_API void VDFLOOR_Idx(const int *n, const double *a, int ia, double *r, int ir);
+ZVL_API void VDMODF(const int *n, const double *a, double *y, double *z);
+ZVL_API void VDMODF_Idx(const int *n, const double *a, int ia, double *y, int iy, double *z,
+                        int iz);
+ZVL_API void VDNEARBYINT(const int *n, const double *a, double *r);
+ZVL_API void VDNEARBYINT_Idx(const int *n, const double *a, int ia, double *r, int ir);
+ZVL_API void VDRINT(const int *n, const double *a, double *r);
+ZVL_API void VDRINT_Idx(const int *n, const double *a, int ia, double *r, int ir);
+ZVL_API void VDROUND(const int *n, const double *a, double *r);
+ZVL_API void VDROUND_Idx(const int *n, const double *a, int ia, double *r, int ir);
+ZVL_API void VDTRUNC(const int *n, const double *a, double *r);
+ZVL_API void VDTRUNC_Idx(const int *n, const double *a, int ia, double *r, int ir);
+
 #ifdef __cplusplus
 }
 #endif

@@ -4,3 +4,5 @@
 
 #include "kernels/explog/inv_div.h"
 #include "kernels/explog/rounding/rounding.h"
+#include "kernels/explog/sqrt.h"
+#include "kernels/explog/cbrt.h"

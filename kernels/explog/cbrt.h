@@ -227,7 +227,7 @@ using InvCbrtKernel = OddRoot<Body, Range, inv_cbrt_callout>;
 template <int Cpu, class F>
 inline void cbrt_kernel(int32_t n, const double* a, double* r, const char* name) {
     MxcsrGuard<0> g;
-    scratch_1i<Cpu, V, ZVL_CPU_INDEX == 5 ? 8 : 4, F>(n, a, r, name);
+    scratch_1i<Cpu, V, kRootW, F>(n, a, r, name);
 }
 
 }  // namespace

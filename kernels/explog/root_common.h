@@ -22,6 +22,9 @@ struct RootConst {
     static constexpr double kMaxFinite = zvl::from_bits(0x7fefffffffffffff);
 };
 
+// Block width of the root kernels: two vectors.
+constexpr int kRootW = ZVL_CPU_INDEX == 5 ? 8 : 4;
+
 // Lanes outside [lo, hi]; a NaN is outside.
 template <class V>
 inline typename V::vd outside(typename V::vd x, double lo, double hi) {

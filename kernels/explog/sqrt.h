@@ -12,10 +12,10 @@
 // root, so the error stays below 1 ulp (0.5 + 0.5 * 2^-53 relative).
 // InvSqrt LA and EP, types 2 to 5: y0 as above and e = 1 - x * y0^2, then
 // y0 + y0 * e * P(e) with P of degree 3 (LA, series error below 2^-54) or 1
-// (EP, below 2^-32). At type 1 the seed is the bit pattern
-// 0x5fe6ec8500000000 - bits(x) / 2, within 3.5% of 1/sqrt(x): a degree-3
-// step brings it within 2^-20, and a second step of degree 1 (LA) or 0 (EP)
-// finishes.
+// (EP, below 2^-32). At type 1, which has no estimate, LA is the code of
+// HA, and EP starts from the bit pattern 0x5fe6ec8500000000 - bits(x) / 2,
+// within 3.5% of 1/sqrt(x): a degree-3 step brings it within 2^-20, and a
+// plain Newton step (P = 1/2) finishes.
 //
 // The estimate sees x in single precision, so the kernels built on it take
 // only x in [2^-120, 2^120] in their vector path; the others refuse zero,
@@ -178,9 +178,11 @@ struct InvSqrtEst : PerVector<InvSqrtEst<LA>> {
     static int32_t callout(const double* x, double* y) { return inv_sqrt_callout(x, y); }
 };
 #else
-// The bit-pattern seed and two steps.
+// EP at type 1: the bit-pattern seed and two steps. (Taken to LA accuracy
+// this costs more than the division and root of HA.)
 template <bool LA>
 struct InvSqrtEst : PerVector<InvSqrtEst<LA>> {
+    static_assert(!LA, "type 1 runs HA for LA");
     template <class V>
     static typename V::vd eval(typename V::vd x) {
         const typename V::vd y0 = rsqrt_seed(x);
@@ -188,10 +190,7 @@ struct InvSqrtEst : PerVector<InvSqrtEst<LA>> {
         const typename V::vd y1 = refine<V>(
             y0, e0, horner<V>(e0, RsqrtSeries::c1, RsqrtSeries::c2, RsqrtSeries::c3, RsqrtSeries::c4));
         const typename V::vd e1 = rsqrt_residual<V>(x, y1);
-        if constexpr (LA)
-            return refine<V>(y1, e1, horner<V>(e1, RsqrtSeries::c1, RsqrtSeries::c2));
-        else
-            return refine<V>(y1, e1, V::splat(RsqrtSeries::c1));
+        return refine<V>(y1, e1, V::splat(RsqrtSeries::c1));
     }
     template <class V>
     static typename V::vd special(typename V::vd x) {
@@ -202,9 +201,6 @@ struct InvSqrtEst : PerVector<InvSqrtEst<LA>> {
 #endif
 
 // --- The kernels by cpu type ------------------------------------------------
-
-// Block widths: four vectors of two lanes, two of four at type 5.
-constexpr int kRootW = ZVL_CPU_INDEX == 5 ? 8 : 4;
 
 template <int Cpu>
 inline void sqrt_instr(int32_t n, const double* a, double* r, const char* name) {
@@ -240,7 +236,11 @@ void ZVL_HERE(Sqrt, 26)(int32_t n, const double* a, double* r) {
 #endif
 }
 void ZVL_HERE(InvSqrt, 50)(int32_t n, const double* a, double* r) {
+#if ZVL_CPU_INDEX >= 2
     guarded<kCpu, InvSqrtEst<true>>(n, a, r, ZVL_HERE_NAME(InvSqrt, 50));
+#else
+    guarded<kCpu, InvSqrtHA>(n, a, r, ZVL_HERE_NAME(InvSqrt, 50));
+#endif
 }
 void ZVL_HERE(InvSqrt, 26)(int32_t n, const double* a, double* r) {
     guarded<kCpu, InvSqrtEst<false>>(n, a, r, ZVL_HERE_NAME(InvSqrt, 26));

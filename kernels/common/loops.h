@@ -79,6 +79,7 @@ __attribute__((always_inline)) inline void scratch_loop(int32_t n, const double*
     alignas(64) double xs[W < 32 ? 32 : W];
     alignas(64) double zs[W < 32 ? 32 : W];
     alignas(64) double ys[W < 32 ? 32 : W];
+    if (n <= 0) return;  // n & ~(W - 1) would start the remainder below zero
     const int32_t m = n & ~(W - 1);
     for (int32_t base = 0; base < m; base += W) {
         vd x[NV], z[NV], y[NV];
@@ -154,6 +155,7 @@ __attribute__((always_inline)) inline void restart_loop(int32_t n, const double*
                                                         const char* name) {
     using vd = typename V::vd;
     constexpr int NV = W / V::lanes;
+    if (n <= 0) return;  // n & ~(W - 1) would start the remainder below zero
     const int32_t m = n & ~(W - 1);
     for (int32_t base = 0; base < m; base += W) {
         vd x[NV], z[NV], y[NV];

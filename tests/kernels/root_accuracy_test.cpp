@@ -21,6 +21,10 @@
 #ifndef ZVL_TEST_DATA_DIR
 #error "ZVL_TEST_DATA_DIR names tests/data"
 #endif
+// The long sweep multiplies the random samples.
+#ifndef ZVL_SWEEP_SCALE
+#define ZVL_SWEEP_SCALE 1
+#endif
 
 namespace {
 
@@ -103,9 +107,9 @@ const Inputs& inputs_of(Fn f) {
     const auto add = [&](double x) {
         if (std::isfinite(x) && x != 0.0) in.x.push_back(odd && (g() & 1) ? -x : x);
     };
-    for (int i = 0; i < 20000; ++i) add(std::ldexp(mant(g), expo(g)));
-    for (int i = 0; i < 5000; ++i) add(common(g));
-    for (int i = 0; i < 1000; ++i) add(std::ldexp(mant(g), -1074 + static_cast<int>(g() % 52)));
+    for (int i = 0; i < 20000 * ZVL_SWEEP_SCALE; ++i) add(std::ldexp(mant(g), expo(g)));
+    for (int i = 0; i < 5000 * ZVL_SWEEP_SCALE; ++i) add(common(g));
+    for (int i = 0; i < 1000 * ZVL_SWEEP_SCALE; ++i) add(std::ldexp(mant(g), -1074 + static_cast<int>(g() % 52)));
     // around the bounds of the vector paths and the binades of the seeds
     for (int e : {-1022, -1000, -120, 0, 1, 2, 3, 120, 1000, 1022, 1023})
         for (int k = -4; k <= 4; ++k) add(std::ldexp(1.0 + k * 0x1p-52, e));

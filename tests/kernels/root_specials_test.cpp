@@ -126,7 +126,7 @@ INSTANTIATE_TEST_SUITE_P(AllKernels, RootSpecials,
 
 // Ordinary arguments with exact results, on the HA vector paths.
 TEST(RootExact, HA) {
-    zvl::set_mode(ZVL_ERRMODE_IGNORE);
+    const uint32_t saved = zvl::set_mode(ZVL_ERRMODE_IGNORE);
     for (int cpu = 0; cpu < 6; ++cpu) {
         if (!zvl_test::cpu_runs(cpu)) continue;
         for (const Special& s : kExactHA) {
@@ -139,6 +139,7 @@ TEST(RootExact, HA) {
         }
     }
     zvl::set_status(0);
+    zvl::set_mode(ZVL_ERRMODE_MASK & saved);
 }
 
 // --- The pipeline contract --------------------------------------------------

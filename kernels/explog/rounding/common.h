@@ -67,6 +67,7 @@ inline void rounding_loop(int32_t n, const double* a, double* y, double* z) {
         else
             F::element(a[i], &y[i]);
     };
+    if (n <= 0) return;
     int32_t m = 0;
     if constexpr (W > 1) {
         using vd = typename V::vd;

@@ -17,6 +17,7 @@
     D1(VDINVSQRT, vdInvSqrt, 54)                            \
     D1(VDCBRT, vdCbrt, 72)                                  \
     D1(VDINVCBRT, vdInvCbrt, 90)                            \
+    D1(VDEXP, vdExp, 144)                                   \
     R1(VDCEIL, vdCeil)                                      \
     R1(VDFLOOR, vdFloor)                                    \
     R12(VDMODF, vdModf)                                     \

@@ -27,6 +27,7 @@ const KernelSet<KernelD1> kernels_VDSQRT = ZVL_REAL_SET(Sqrt);
 const KernelSet<KernelD1> kernels_VDINVSQRT = ZVL_REAL_SET(InvSqrt);
 const KernelSet<KernelD1> kernels_VDCBRT = ZVL_REAL_SET(Cbrt);
 const KernelSet<KernelD1> kernels_VDINVCBRT = ZVL_REAL_SET(InvCbrt);
+const KernelSet<KernelD1> kernels_VDEXP = ZVL_REAL_SET(Exp);
 
 const RoundingSet<KernelD1> kernels_VDCEIL = ZVL_ROUNDING_SET(Ceil);
 const RoundingSet<KernelD1> kernels_VDFLOOR = ZVL_ROUNDING_SET(Floor);

@@ -100,18 +100,18 @@ struct CbrtSteps {
     static vd first(vd a) {
         const vd u = cbrt_seed(a);
         const vd f = residual(a, u);
-        return refine<V>(u, f, horner<V>(f, CbrtSeries::c1, CbrtSeries::c2, CbrtSeries::c3, CbrtSeries::c4));
+        return refine_root<V>(u, f, series_sum<V>(f, CbrtSeries::c1, CbrtSeries::c2, CbrtSeries::c3, CbrtSeries::c4));
     }
     // a^(1/3) for normal a, to 0.5 ulp and a hair
     static vd exact(vd a) {
         const vd u = first(a);
         const vd c = V::mul(V::mul(a, u), u);
         const vd f = V::sub(V::splat(1.0), V::mul(c, u));
-        const vd u2 = refine<V>(u, f, horner<V>(f, CbrtSeries::c1, CbrtSeries::c2));
+        const vd u2 = refine_root<V>(u, f, series_sum<V>(f, CbrtSeries::c1, CbrtSeries::c2));
         const vd t = V::and_(c, splat_bits<V>(CbrtConst::kCut17));
         const vd d = V::sub(a, V::mul(V::mul(t, t), t));
         const vd w = V::mul(V::mul(V::mul(d, u2), u2), u2);
-        return refine<V>(t, w, horner<V>(w, CbrtSeries::c1, CbrtSeries::c2, CbrtSeries::c3));
+        return refine_root<V>(t, w, series_sum<V>(w, CbrtSeries::c1, CbrtSeries::c2, CbrtSeries::c3));
     }
 };
 
@@ -165,8 +165,8 @@ struct UpToRecip {
 };
 
 // One mode of one function: Body(a) on a = |x|, the sign of x put back.
-template <class Body, class Range, int32_t (*Callout)(const double*, double*)>
-struct OddRoot : PerVector<OddRoot<Body, Range, Callout>> {
+template <class Body, class Range, int32_t (*Fn)(const double*, double*)>
+struct OddRoot : PerVector<OddRoot<Body, Range, Fn>>, RootCallout<Fn> {
     template <class V>
     static typename V::vd eval(typename V::vd x) {
         using S = CbrtSteps<V>;
@@ -174,9 +174,8 @@ struct OddRoot : PerVector<OddRoot<Body, Range, Callout>> {
     }
     template <class V>
     static typename V::vd special(typename V::vd x) {
-        return outside<V>(CbrtSteps<V>::abs(x), RootConst::kMinNormal, Range::kHi);
+        return outside_range<V>(CbrtSteps<V>::abs(x), RootConst::kMinNormal, Range::kHi);
     }
-    static int32_t callout(const double* x, double* y) { return Callout(x, y); }
 };
 
 struct CbrtBodyHA {
@@ -194,9 +193,9 @@ struct CbrtBody {
         const typename V::vd c = V::mul(V::mul(a, u), u);
         const typename V::vd f = V::sub(V::splat(1.0), V::mul(c, u));
         if constexpr (LA)
-            return refine<V>(c, f, horner<V>(f, CbrtSeries::d1, CbrtSeries::d2));
+            return refine_root<V>(c, f, series_sum<V>(f, CbrtSeries::d1, CbrtSeries::d2));
         else
-            return refine<V>(c, f, V::splat(CbrtSeries::d1));
+            return refine_root<V>(c, f, V::splat(CbrtSeries::d1));
     }
 };
 struct InvCbrtBodyHA {
@@ -213,9 +212,9 @@ struct InvCbrtBody {
         const typename V::vd u = S::first(a);
         const typename V::vd f = S::residual(a, u);
         if constexpr (LA)
-            return refine<V>(u, f, horner<V>(f, CbrtSeries::c1, CbrtSeries::c2));
+            return refine_root<V>(u, f, series_sum<V>(f, CbrtSeries::c1, CbrtSeries::c2));
         else
-            return refine<V>(u, f, V::splat(CbrtSeries::c1));
+            return refine_root<V>(u, f, V::splat(CbrtSeries::c1));
     }
 };
 
@@ -224,36 +223,30 @@ using CbrtKernel = OddRoot<Body, UpToMax, cbrt_callout>;
 template <class Body, class Range = UpToMax>
 using InvCbrtKernel = OddRoot<Body, Range, inv_cbrt_callout>;
 
-template <int Cpu, class F>
-inline void cbrt_kernel(int32_t n, const double* a, double* r, const char* name) {
-    MxcsrGuard<0> g;
-    scratch_1i<Cpu, V, kRootW, F>(n, a, r, name);
-}
-
 }  // namespace
 
 extern "C" {
 
 void ZVL_HERE(Cbrt, HA)(int32_t n, const double* a, double* r) {
-    cbrt_kernel<kCpu, CbrtKernel<CbrtBodyHA>>(n, a, r, ZVL_HERE_NAME(Cbrt, HA));
+    guarded_root<kCpu, CbrtKernel<CbrtBodyHA>>(n, a, r, ZVL_HERE_NAME(Cbrt, HA));
 }
 void ZVL_HERE(InvCbrt, HA)(int32_t n, const double* a, double* r) {
-    cbrt_kernel<kCpu, InvCbrtKernel<InvCbrtBodyHA, UpToRecip>>(n, a, r,
+    guarded_root<kCpu, InvCbrtKernel<InvCbrtBodyHA, UpToRecip>>(n, a, r,
                                                                           ZVL_HERE_NAME(InvCbrt, HA));
 }
 
 #if ZVL_CPU_INDEX >= 1
 void ZVL_HERE(Cbrt, 50)(int32_t n, const double* a, double* r) {
-    cbrt_kernel<kCpu, CbrtKernel<CbrtBody<true>>>(n, a, r, ZVL_HERE_NAME(Cbrt, 50));
+    guarded_root<kCpu, CbrtKernel<CbrtBody<true>>>(n, a, r, ZVL_HERE_NAME(Cbrt, 50));
 }
 void ZVL_HERE(Cbrt, 26)(int32_t n, const double* a, double* r) {
-    cbrt_kernel<kCpu, CbrtKernel<CbrtBody<false>>>(n, a, r, ZVL_HERE_NAME(Cbrt, 26));
+    guarded_root<kCpu, CbrtKernel<CbrtBody<false>>>(n, a, r, ZVL_HERE_NAME(Cbrt, 26));
 }
 void ZVL_HERE(InvCbrt, 50)(int32_t n, const double* a, double* r) {
-    cbrt_kernel<kCpu, InvCbrtKernel<InvCbrtBody<true>>>(n, a, r, ZVL_HERE_NAME(InvCbrt, 50));
+    guarded_root<kCpu, InvCbrtKernel<InvCbrtBody<true>>>(n, a, r, ZVL_HERE_NAME(InvCbrt, 50));
 }
 void ZVL_HERE(InvCbrt, 26)(int32_t n, const double* a, double* r) {
-    cbrt_kernel<kCpu, InvCbrtKernel<InvCbrtBody<false>>>(n, a, r, ZVL_HERE_NAME(InvCbrt, 26));
+    guarded_root<kCpu, InvCbrtKernel<InvCbrtBody<false>>>(n, a, r, ZVL_HERE_NAME(InvCbrt, 26));
 }
 #endif
 

@@ -27,7 +27,7 @@ constexpr int kRootW = ZVL_CPU_INDEX == 5 ? 8 : 4;
 
 // Lanes outside [lo, hi]; a NaN is outside.
 template <class V>
-inline typename V::vd outside(typename V::vd x, double lo, double hi) {
+inline typename V::vd outside_range(typename V::vd x, double lo, double hi) {
     const typename V::vd in = V::and_(V::le(V::splat(lo), x), V::le(x, V::splat(hi)));
     return V::andnot(in, splat_bits<V>(RootConst::kAllOnes));
 }
@@ -65,18 +65,32 @@ struct CbrtSeries {
 
 // y0 + y0 * e * p
 template <class V>
-inline typename V::vd refine(typename V::vd y0, typename V::vd e, typename V::vd p) {
+inline typename V::vd refine_root(typename V::vd y0, typename V::vd e, typename V::vd p) {
     return V::add(y0, V::mul(V::mul(y0, e), p));
 }
 
 // c0 + e * (c1 + e * (c2 + ...)), coefficients from the lowest
 template <class V>
-inline typename V::vd horner(typename V::vd, double c0) {
+inline typename V::vd series_sum(typename V::vd, double c0) {
     return V::splat(c0);
 }
 template <class V, class... C>
-inline typename V::vd horner(typename V::vd e, double c0, C... c) {
-    return V::add(V::splat(c0), V::mul(e, horner<V>(e, c...)));
+inline typename V::vd series_sum(typename V::vd e, double c0, C... c) {
+    return V::add(V::splat(c0), V::mul(e, series_sum<V>(e, c...)));
+}
+
+// The scalar callout of a family, for the loop forms.
+template <int32_t (*Fn)(const double*, double*)>
+struct RootCallout {
+    static int32_t callout(const double* x, double* y) { return Fn(x, y); }
+};
+
+// The kernels that depend on round to nearest without flushing: all but the
+// square root instruction's.
+template <int Cpu, class F>
+inline void guarded_root(int32_t n, const double* a, double* r, const char* name) {
+    MxcsrGuard<0> g;
+    scratch_1i<Cpu, V, kRootW, F>(n, a, r, name);
 }
 
 }  // namespace

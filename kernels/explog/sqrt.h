@@ -108,7 +108,7 @@ __attribute__((noinline)) int32_t inv_sqrt_callout(const double* xp, double* yp)
 
 // --- Sqrt -------------------------------------------------------------------
 
-struct SqrtInstr : PerVector<SqrtInstr> {
+struct SqrtInstr : PerVector<SqrtInstr>, RootCallout<sqrt_callout> {
     template <class V>
     static typename V::vd eval(typename V::vd x) {
         return root_sqrt(x);
@@ -117,38 +117,35 @@ struct SqrtInstr : PerVector<SqrtInstr> {
     static typename V::vd special(typename V::vd x) {
         return V::lt(x, V::splat(0.0));
     }
-    static int32_t callout(const double* x, double* y) { return sqrt_callout(x, y); }
 };
 
 #if ZVL_CPU_INDEX >= 2
-struct SqrtEst : PerVector<SqrtEst> {
+struct SqrtEst : PerVector<SqrtEst>, RootCallout<sqrt_callout> {
     template <class V>
     static typename V::vd eval(typename V::vd x) {
         const typename V::vd y0 = rsqrt_estimate(x);
         const typename V::vd s = V::mul(x, y0);
         const typename V::vd e = V::sub(V::splat(1.0), V::mul(s, y0));
-        return refine<V>(s, e, horner<V>(e, RsqrtSeries::c1, RsqrtSeries::c2));
+        return refine_root<V>(s, e, series_sum<V>(e, RsqrtSeries::c1, RsqrtSeries::c2));
     }
     template <class V>
     static typename V::vd special(typename V::vd x) {
-        return outside<V>(x, SqrtConst::kEstLow, SqrtConst::kEstHigh);
+        return outside_range<V>(x, SqrtConst::kEstLow, SqrtConst::kEstHigh);
     }
-    static int32_t callout(const double* x, double* y) { return sqrt_callout(x, y); }
 };
 #endif
 
 // --- InvSqrt ----------------------------------------------------------------
 
-struct InvSqrtHA : PerVector<InvSqrtHA> {
+struct InvSqrtHA : PerVector<InvSqrtHA>, RootCallout<inv_sqrt_callout> {
     template <class V>
     static typename V::vd eval(typename V::vd x) {
         return inv_sqrt_ha<V>(x);
     }
     template <class V>
     static typename V::vd special(typename V::vd x) {
-        return outside<V>(x, RootConst::kMinNormal, SqrtConst::kRecipHigh);
+        return outside_range<V>(x, RootConst::kMinNormal, SqrtConst::kRecipHigh);
     }
-    static int32_t callout(const double* x, double* y) { return inv_sqrt_callout(x, y); }
 };
 
 // e = 1 - x * y^2 for an estimate y of 1/sqrt(x).
@@ -160,43 +157,41 @@ inline typename V::vd rsqrt_residual(typename V::vd x, typename V::vd y) {
 #if ZVL_CPU_INDEX >= 2
 // LA: degree 3 after the estimate; EP: degree 1.
 template <bool LA>
-struct InvSqrtEst : PerVector<InvSqrtEst<LA>> {
+struct InvSqrtEst : PerVector<InvSqrtEst<LA>>, RootCallout<inv_sqrt_callout> {
     template <class V>
     static typename V::vd eval(typename V::vd x) {
         const typename V::vd y0 = rsqrt_estimate(x);
         const typename V::vd e = rsqrt_residual<V>(x, y0);
         if constexpr (LA)
-            return refine<V>(y0, e, horner<V>(e, RsqrtSeries::c1, RsqrtSeries::c2, RsqrtSeries::c3,
+            return refine_root<V>(y0, e, series_sum<V>(e, RsqrtSeries::c1, RsqrtSeries::c2, RsqrtSeries::c3,
                                               RsqrtSeries::c4));
         else
-            return refine<V>(y0, e, horner<V>(e, RsqrtSeries::c1, RsqrtSeries::c2));
+            return refine_root<V>(y0, e, series_sum<V>(e, RsqrtSeries::c1, RsqrtSeries::c2));
     }
     template <class V>
     static typename V::vd special(typename V::vd x) {
-        return outside<V>(x, SqrtConst::kEstLow, SqrtConst::kEstHigh);
+        return outside_range<V>(x, SqrtConst::kEstLow, SqrtConst::kEstHigh);
     }
-    static int32_t callout(const double* x, double* y) { return inv_sqrt_callout(x, y); }
 };
 #else
 // EP at type 1: the bit-pattern seed and two steps. (Taken to LA accuracy
 // this costs more than the division and root of HA.)
 template <bool LA>
-struct InvSqrtEst : PerVector<InvSqrtEst<LA>> {
+struct InvSqrtEst : PerVector<InvSqrtEst<LA>>, RootCallout<inv_sqrt_callout> {
     static_assert(!LA, "type 1 runs HA for LA");
     template <class V>
     static typename V::vd eval(typename V::vd x) {
         const typename V::vd y0 = rsqrt_seed(x);
         const typename V::vd e0 = rsqrt_residual<V>(x, y0);
-        const typename V::vd y1 = refine<V>(
-            y0, e0, horner<V>(e0, RsqrtSeries::c1, RsqrtSeries::c2, RsqrtSeries::c3, RsqrtSeries::c4));
+        const typename V::vd y1 = refine_root<V>(
+            y0, e0, series_sum<V>(e0, RsqrtSeries::c1, RsqrtSeries::c2, RsqrtSeries::c3, RsqrtSeries::c4));
         const typename V::vd e1 = rsqrt_residual<V>(x, y1);
-        return refine<V>(y1, e1, V::splat(RsqrtSeries::c1));
+        return refine_root<V>(y1, e1, V::splat(RsqrtSeries::c1));
     }
     template <class V>
     static typename V::vd special(typename V::vd x) {
-        return outside<V>(x, RootConst::kMinNormal, RootConst::kMaxFinite);
+        return outside_range<V>(x, RootConst::kMinNormal, RootConst::kMaxFinite);
     }
-    static int32_t callout(const double* x, double* y) { return inv_sqrt_callout(x, y); }
 };
 #endif
 
@@ -207,12 +202,6 @@ inline void sqrt_instr(int32_t n, const double* a, double* r, const char* name) 
     scratch_1i<Cpu, V, kRootW, SqrtInstr>(n, a, r, name);
 }
 
-template <int Cpu, class F>
-inline void guarded(int32_t n, const double* a, double* r, const char* name) {
-    MxcsrGuard<0> g;
-    scratch_1i<Cpu, V, kRootW, F>(n, a, r, name);
-}
-
 }  // namespace
 
 extern "C" {
@@ -221,7 +210,7 @@ void ZVL_HERE(Sqrt, HA)(int32_t n, const double* a, double* r) {
     sqrt_instr<kCpu>(n, a, r, ZVL_HERE_NAME(Sqrt, HA));
 }
 void ZVL_HERE(InvSqrt, HA)(int32_t n, const double* a, double* r) {
-    guarded<kCpu, InvSqrtHA>(n, a, r, ZVL_HERE_NAME(InvSqrt, HA));
+    guarded_root<kCpu, InvSqrtHA>(n, a, r, ZVL_HERE_NAME(InvSqrt, HA));
 }
 
 #if ZVL_CPU_INDEX >= 1
@@ -230,20 +219,20 @@ void ZVL_HERE(Sqrt, 50)(int32_t n, const double* a, double* r) {
 }
 void ZVL_HERE(Sqrt, 26)(int32_t n, const double* a, double* r) {
 #if ZVL_CPU_INDEX >= 2
-    guarded<kCpu, SqrtEst>(n, a, r, ZVL_HERE_NAME(Sqrt, 26));
+    guarded_root<kCpu, SqrtEst>(n, a, r, ZVL_HERE_NAME(Sqrt, 26));
 #else
     sqrt_instr<kCpu>(n, a, r, ZVL_HERE_NAME(Sqrt, 26));
 #endif
 }
 void ZVL_HERE(InvSqrt, 50)(int32_t n, const double* a, double* r) {
 #if ZVL_CPU_INDEX >= 2
-    guarded<kCpu, InvSqrtEst<true>>(n, a, r, ZVL_HERE_NAME(InvSqrt, 50));
+    guarded_root<kCpu, InvSqrtEst<true>>(n, a, r, ZVL_HERE_NAME(InvSqrt, 50));
 #else
-    guarded<kCpu, InvSqrtHA>(n, a, r, ZVL_HERE_NAME(InvSqrt, 50));
+    guarded_root<kCpu, InvSqrtHA>(n, a, r, ZVL_HERE_NAME(InvSqrt, 50));
 #endif
 }
 void ZVL_HERE(InvSqrt, 26)(int32_t n, const double* a, double* r) {
-    guarded<kCpu, InvSqrtEst<false>>(n, a, r, ZVL_HERE_NAME(InvSqrt, 26));
+    guarded_root<kCpu, InvSqrtEst<false>>(n, a, r, ZVL_HERE_NAME(InvSqrt, 26));
 }
 #endif
 

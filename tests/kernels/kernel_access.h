@@ -49,4 +49,17 @@ uint32_t with_mxcsr(uint32_t w, F f) {
     return after;
 }
 
+// The roots, for tests that run all four.
+enum RootFn { kSqrt, kInvSqrt, kCbrt, kInvCbrt };
+constexpr const char* kRootNames[] = {"Sqrt", "InvSqrt", "Cbrt", "InvCbrt"};
+
+inline const zvl::KernelSet<zvl::KernelD1>& root_set(RootFn f) {
+    switch (f) {
+        case kSqrt: return zvl::kernels_VDSQRT;
+        case kInvSqrt: return zvl::kernels_VDINVSQRT;
+        case kCbrt: return zvl::kernels_VDCBRT;
+        default: return zvl::kernels_VDINVCBRT;
+    }
+}
+
 }  // namespace zvl_test

@@ -28,18 +28,13 @@
 
 namespace {
 
-enum Fn { kSqrt, kInvSqrt, kCbrt, kInvCbrt };
-const char* const kFnNames[] = {"Sqrt", "InvSqrt", "Cbrt", "InvCbrt"};
+using Fn = zvl_test::RootFn;
+using zvl_test::kCbrt;
+using zvl_test::kInvCbrt;
+using zvl_test::kInvSqrt;
+using zvl_test::kSqrt;
+constexpr auto& kFnNames = zvl_test::kRootNames;
 const char* const kModeNames[] = {"HA", "LA", "EP"};
-
-const zvl::KernelSet<zvl::KernelD1>& set_of(Fn f) {
-    switch (f) {
-        case kSqrt: return zvl::kernels_VDSQRT;
-        case kInvSqrt: return zvl::kernels_VDINVSQRT;
-        case kCbrt: return zvl::kernels_VDCBRT;
-        default: return zvl::kernels_VDINVCBRT;
-    }
-}
 
 // The exact value as an unevaluated sum hi + lo (106 bits).
 struct Exact {
@@ -128,7 +123,7 @@ TEST_P(RootAccuracy, WithinBudget) {
     const Inputs& in = inputs_of(f);
     std::vector<double> y(in.x.size());
     zvl_test::with_mxcsr(zvl_test::kMxcsrDefault, [&] {
-        set_of(f).k[cpu][mode](static_cast<int32_t>(in.x.size()), in.x.data(), y.data());
+        zvl_test::root_set(f).k[cpu][mode](static_cast<int32_t>(in.x.size()), in.x.data(), y.data());
     });
     double worst = 0.0, worst_x = 0.0;
     for (size_t i = 0; i < in.x.size(); ++i) {

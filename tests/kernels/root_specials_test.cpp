@@ -19,17 +19,12 @@ namespace {
 using zvl_test::bits_of;
 using zvl_test::from_bits;
 
-enum Fn { kSqrt, kInvSqrt, kCbrt, kInvCbrt };
-const char* const kFnNames[] = {"Sqrt", "InvSqrt", "Cbrt", "InvCbrt"};
-
-const zvl::KernelSet<zvl::KernelD1>& set_of(Fn f) {
-    switch (f) {
-        case kSqrt: return zvl::kernels_VDSQRT;
-        case kInvSqrt: return zvl::kernels_VDINVSQRT;
-        case kCbrt: return zvl::kernels_VDCBRT;
-        default: return zvl::kernels_VDINVCBRT;
-    }
-}
+using Fn = zvl_test::RootFn;
+using zvl_test::kCbrt;
+using zvl_test::kInvCbrt;
+using zvl_test::kInvSqrt;
+using zvl_test::kSqrt;
+constexpr auto& kFnNames = zvl_test::kRootNames;
 
 const double kInf = std::numeric_limits<double>::infinity();
 const double kNaN = std::numeric_limits<double>::quiet_NaN();
@@ -106,7 +101,7 @@ class RootSpecials : public ::testing::TestWithParam<std::tuple<int, int>> {
 TEST_P(RootSpecials, ResultsAndStatuses) {
     const auto [cpu, mode] = GetParam();
     for (const Special& s : kSpecials) {
-        const zvl::KernelD1 k = set_of(s.f).k[cpu][mode];
+        const zvl::KernelD1 k = zvl_test::root_set(s.f).k[cpu][mode];
         for (const auto& [n, at] : {std::pair{1, 0}, std::pair{16, 0}, std::pair{16, 5}, std::pair{19, 17}}) {
             const auto [y, status] = run(k, s.x, n, at);
             EXPECT_TRUE(same(s.want, y)) << kFnNames[s.f] << "(" << s.x << "), n " << n << " at " << at;
@@ -133,7 +128,7 @@ TEST(RootExact, HA) {
             double x[16], r[16];
             for (double& v : x) v = s.x;
             zvl::set_status(kSilent);
-            zvl_test::with_mxcsr(zvl_test::kMxcsrDefault, [&] { set_of(s.f).k[cpu][zvl::kHA](16, x, r); });
+            zvl_test::with_mxcsr(zvl_test::kMxcsrDefault, [&] { zvl_test::root_set(s.f).k[cpu][zvl::kHA](16, x, r); });
             for (double y : r) EXPECT_TRUE(same(s.want, y)) << kFnNames[s.f] << "(" << s.x << ") cpu " << cpu;
             EXPECT_EQ(kSilent, zvl::get_status());
         }
@@ -197,7 +192,7 @@ TEST(RootControlWord, GuardedKernelsIgnoreAndRestoreTheCallersMode) {
         if (!zvl_test::cpu_runs(cpu)) continue;
         for (Fn f : {kSqrt, kInvSqrt, kCbrt, kInvCbrt})
             for (int mode = 0; mode < 3; ++mode) {
-                const zvl::KernelD1 k = set_of(f).k[cpu][mode];
+                const zvl::KernelD1 k = zvl_test::root_set(f).k[cpu][mode];
                 double want[8], got[8];
                 zvl_test::with_mxcsr(zvl_test::kMxcsrDefault, [&] { k(8, x, want); });
                 const bool instr = f == kSqrt && (mode != zvl::kEP || cpu <= 1);

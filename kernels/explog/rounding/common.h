@@ -20,7 +20,7 @@ struct RoundingConst {
 // A value the optimiser cannot see through. x * 1.0 and the like must stay
 // real operations, because they are what quiets a signalling NaN.
 template <class T>
-inline T opaque(T v) {
+inline T hidden(T v) {
     __asm__("" : "+x"(v));
     return v;
 }

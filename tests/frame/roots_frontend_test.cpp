@@ -1,6 +1,5 @@
 // The front-ends of Sqrt, InvSqrt, Cbrt and InvCbrt, run once per cpu type:
-// the accuracy field picks the kernel of its column, and statuses reach the
-// caller's status word.
+// the accuracy field picks the kernel of its column.
 #include <gtest/gtest.h>
 
 #include <cmath>
@@ -60,30 +59,6 @@ TEST_F(RootFrontEnd, AccuracyFieldPicksTheColumn) {
             EXPECT_EQ(0, std::memcmp(want.data(), got.data(), sizeof(double) * a.size()))
                 << f.name << " accuracy " << p.accuracy;
         }
-}
-
-TEST_F(RootFrontEnd, StatusesReachTheCaller) {
-    const double a[3] = {4.0, 0.0, 9.0};
-    double r[3];
-    const int n = 3;
-    for (uint32_t accuracy : {ZVL_HA, ZVL_LA, ZVL_EP}) {
-        zvl::set_mode(accuracy);
-        zvl::set_status(0);
-        VDSQRT(&n, a, r);
-        EXPECT_EQ(0, zvl::get_status());
-        VDINVSQRT(&n, a, r);
-        EXPECT_EQ(ZVL_STATUS_SING, zvl::get_status());
-        EXPECT_EQ(INFINITY, r[1]);
-        const double neg[1] = {-1.0};
-        const int one = 1;
-        VDSQRT(&one, neg, r);
-        EXPECT_EQ(ZVL_STATUS_ERRDOM, zvl::get_status());
-        zvl::set_status(0);
-        VDCBRT(&n, a, r);
-        EXPECT_EQ(0, zvl::get_status());
-        VDINVCBRT(&n, a, r);
-        EXPECT_EQ(ZVL_STATUS_SING, zvl::get_status());
-    }
 }
 
 }  // namespace

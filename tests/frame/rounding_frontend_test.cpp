@@ -105,22 +105,17 @@ TEST_F(RoundingFrontEnd, RunsTheKernelOfTheCpuTypeWithoutModeOrStatus) {
     zvl::set_mode(saved);
 }
 
-TEST_F(RoundingFrontEnd, IdxFormsAdvanceEveryArray) {
-    const double a[6] = {9.0, 9.0, -2.5, 3.75, 9.0, 9.0};
-    double r[6] = {0, 0, 0, 0, 0, 0};
-    const int n = 2;
-    VDTRUNC_Idx(&n, a, 2, r, 3);
-    EXPECT_EQ(-2.0, r[3]);
-    EXPECT_EQ(3.0, r[4]);
-    EXPECT_EQ(0.0, r[2]);
-    EXPECT_EQ(0.0, r[5]);
-
+// The one _Idx form with three arrays.
+TEST_F(RoundingFrontEnd, ModfIdxAdvancesEveryArray) {
+    const double a[4] = {9.0, 9.0, -2.5, 3.75};
     double y[4] = {0, 0, 0, 0}, z[4] = {0, 0, 0, 0};
+    const int n = 2;
     VDMODF_Idx(&n, a, 2, y, 1, z, 2);
     EXPECT_EQ(-2.0, y[1]);
     EXPECT_EQ(3.0, y[2]);
     EXPECT_EQ(-0.5, z[2]);
     EXPECT_EQ(0.75, z[3]);
+    EXPECT_EQ(0.0, y[0] + y[3] + z[0] + z[1]);
 }
 
 }  // namespace

@@ -1,6 +1,6 @@
-// The root and rounding kernels read and write exactly elements 0 .. n-1:
-// the arrays sit against inaccessible pages, so a single access outside
-// them faults, and n of zero or below touches nothing at all.
+// The root, logarithm and rounding kernels read and write exactly elements
+// 0 .. n-1: the arrays sit against inaccessible pages, so a single access
+// outside them faults, and n of zero or below touches nothing at all.
 #include <gtest/gtest.h>
 #include <sys/mman.h>
 #include <unistd.h>
@@ -31,7 +31,7 @@ class Fenced {
 std::vector<zvl::KernelD1> one_output_kernels(int cpu) {
     std::vector<zvl::KernelD1> v;
     for (const auto* s : {&zvl::kernels_VDSQRT, &zvl::kernels_VDINVSQRT, &zvl::kernels_VDCBRT,
-                          &zvl::kernels_VDINVCBRT})
+                          &zvl::kernels_VDINVCBRT, &zvl::kernels_VDLN, &zvl::kernels_VDLOG10})
         for (int m = 0; m < 3; ++m) v.push_back(s->k[cpu][m]);
     for (const auto* s : {&zvl::kernels_VDCEIL, &zvl::kernels_VDFLOOR, &zvl::kernels_VDTRUNC,
                           &zvl::kernels_VDROUND, &zvl::kernels_VDRINT, &zvl::kernels_VDNEARBYINT})

@@ -12,6 +12,8 @@
 
 #define ZVL_FUNCTIONS(D1, D2, D12, DX, Z1, Z2, ZX, R1, R12) \
     D1(VDINV, vdInv, 0)                                     \
-    D2(VDDIV, vdDiv, 18)
+    D2(VDDIV, vdDiv, 18)                                    \
+    D2(VDPOW, vdPow, 108)                                   \
+    DX(VDPOWX, vdPowx, 126)
 
 #define ZVL_IGNORE_ROW(...)

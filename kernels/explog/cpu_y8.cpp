@@ -3,3 +3,5 @@
 #define ZVL_CPU_INDEX 3
 
 #include "kernels/explog/inv_div.h"
+#include "kernels/explog/pow/pow.h"
+#include "kernels/explog/pow/powx.h"

@@ -1,0 +1,50 @@
+// Shared by the Pow tests: the kernels by cpu type and column, the directed
+// cases, and a callback that records what the error pipeline reports.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "frame/kernel_sets.h"
+
+namespace pow_test {
+
+inline const char* const kColumn[3] = {"HA", "LA", "EP"};
+
+// Whether this processor runs cpu type `cpu`'s kernels (type 5 needs AVX).
+bool runnable(int cpu);
+
+inline zvl::KernelD2 pow_kernel(int cpu, int col) { return zvl::kernels_VDPOW.k[cpu][col]; }
+inline zvl::KernelDx powx_kernel(int cpu, int col) { return zvl::kernels_VDPOWX.k[cpu][col]; }
+
+struct Case {
+    double x, y, r;
+    int32_t status;
+    std::string note;
+};
+// tests/data/pow_cases.txt
+const std::vector<Case>& directed_cases();
+
+// Installs a callback that records (status, index) of every report and, when
+// `replace` is set, puts `replacement` into the element's result. The mode
+// word keeps only the callback action while it lives.
+class Reports {
+  public:
+    explicit Reports(bool replace = false, double replacement = 0.0);
+    ~Reports();
+    Reports(const Reports&) = delete;
+    Reports& operator=(const Reports&) = delete;
+    const std::vector<std::pair<int32_t, int32_t>>& list() const;
+    void clear();
+
+  private:
+    uint32_t saved_mode_;
+};
+
+inline uint64_t bits(double x) { return __builtin_bit_cast(uint64_t, x); }
+inline double from_bits(uint64_t b) { return __builtin_bit_cast(double, b); }
+std::string hex(double x);
+
+}  // namespace pow_test

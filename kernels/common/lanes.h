@@ -72,14 +72,20 @@ struct Lanes<2> {
             _mm_add_epi32(_mm_castpd_si128(y), _mm_unpacklo_epi32(_mm_setzero_si128(), k)));
     }
     static __m128d gather(const double* t, vi i) {
-        return _mm_loadh_pd(_mm_load_sd(t + _mm_cvtsi128_si32(i)),
-                            t + _mm_cvtsi128_si32(_mm_srli_si128(i, 4)));
+        return _mm_loadh_pd(_mm_load_sd(t + lane(i, 0)), t + lane(i, 1));
     }
     static void gather2(const double (*t)[2], vi i, __m128d& hi, __m128d& lo) {
-        const __m128d e0 = _mm_loadu_pd(t[_mm_cvtsi128_si32(i)]);
-        const __m128d e1 = _mm_loadu_pd(t[_mm_cvtsi128_si32(_mm_srli_si128(i, 4))]);
+        const __m128d e0 = _mm_loadu_pd(t[lane(i, 0)]);
+        const __m128d e1 = _mm_loadu_pd(t[lane(i, 1)]);
         hi = _mm_unpacklo_pd(e0, e1);
         lo = _mm_unpackhi_pd(e0, e1);
+    }
+
+  private:
+    // Table indices are never negative: read them unsigned, so that no
+    // sign extension is needed.
+    static uint32_t lane(vi i, int l) {
+        return static_cast<uint32_t>(_mm_cvtsi128_si32(l == 0 ? i : _mm_srli_si128(i, 4)));
     }
 };
 
@@ -110,20 +116,24 @@ struct Lanes<4> {
         return join(_mm_castsi128_pd(lo), _mm_castsi128_pd(hi));
     }
     static __m256d gather(const double* t, vi i) {
-        const __m128d lo = _mm_loadh_pd(_mm_load_sd(t + _mm_cvtsi128_si32(i)), t + _mm_extract_epi32(i, 1));
-        const __m128d hi = _mm_loadh_pd(_mm_load_sd(t + _mm_extract_epi32(i, 2)), t + _mm_extract_epi32(i, 3));
+        const __m128d lo = _mm_loadh_pd(_mm_load_sd(t + lane<0>(i)), t + lane<1>(i));
+        const __m128d hi = _mm_loadh_pd(_mm_load_sd(t + lane<2>(i)), t + lane<3>(i));
         return join(lo, hi);
     }
     static void gather2(const double (*t)[2], vi i, __m256d& hi, __m256d& lo) {
-        const __m128d e0 = _mm_loadu_pd(t[_mm_cvtsi128_si32(i)]);
-        const __m128d e1 = _mm_loadu_pd(t[_mm_extract_epi32(i, 1)]);
-        const __m128d e2 = _mm_loadu_pd(t[_mm_extract_epi32(i, 2)]);
-        const __m128d e3 = _mm_loadu_pd(t[_mm_extract_epi32(i, 3)]);
+        const __m128d e0 = _mm_loadu_pd(t[lane<0>(i)]);
+        const __m128d e1 = _mm_loadu_pd(t[lane<1>(i)]);
+        const __m128d e2 = _mm_loadu_pd(t[lane<2>(i)]);
+        const __m128d e3 = _mm_loadu_pd(t[lane<3>(i)]);
         hi = join(_mm_unpacklo_pd(e0, e1), _mm_unpacklo_pd(e2, e3));
         lo = join(_mm_unpackhi_pd(e0, e1), _mm_unpackhi_pd(e2, e3));
     }
 
   private:
+    template <int L>
+    static uint32_t lane(vi i) {
+        return static_cast<uint32_t>(_mm_extract_epi32(i, L));
+    }
     static __m256d join(__m128d lo, __m128d hi) {
         return _mm256_insertf128_pd(_mm256_castpd128_pd256(lo), hi, 1);
     }

@@ -117,47 +117,54 @@ inline void pow_reduced(const PowReduce<V>& d, typename V::vd& z, typename V::vd
 // log2 x as h + l with |l| <= ulp(h). For y*log2 x to keep its last bits
 // when x is near 1 and y huge, log2 x must hold about 70 bits relative to
 // itself, also where it is tiny or the table value and z nearly cancel:
-// A + z, then e, then the quadratic term c2*q^2 (exact in its high part)
-// are added with their errors kept, and only terms below 2^-30 of the
-// result round.
-template <class V>
+// A + z, then e, then (with Exact2) the quadratic term c2*q^2, exact in its
+// high part, are added with their errors kept, and only terms below 2^-30
+// of the result round. Without Exact2 the quadratic term rounds with the
+// rest of the polynomial: up to 2^-63 of log2 x where x is just outside
+// the first table intervals around 1, about an ulp more in the result.
+template <class V, bool Exact2 = true>
 inline void pow_log2(typename V::vd x, int32_t offset, typename V::vd& h, typename V::vd& l) {
     using vd = typename V::vd;
     const PowReduce<V> d(x, offset);
     vd z, e;
     pow_reduced<V>(d, z, e);
     const vd A = V::add(d.T_hi, d.n);
-
-    // c2*q^2 with q = z + e: z has at most 42 bits (a multiple of 2^-52
-    // below 2^-10), so with z_hi its top 17 bits, c2_hi*z_hi^2 is exact and
-    // the rest, (q - z_hi)*(q + z_hi), is 2^-16 of it.
-    const vd z_hi = V::and_(z, splat_bits<V>(PowC::kHi17));
-    const vd zz = V::mul(z_hi, z_hi);
-    const vd P_hi = V::mul(V::splat(PowC::c2_hi), zz);
-    const vd cross = V::mul(V::add(V::sub(z, z_hi), e), V::add(V::add(z, z_hi), e));
-    const vd P_lo = V::add(V::mul(V::splat(PowC::c2_hi), cross),
-                           V::mul(V::splat(PowC::c2_lo), V::add(zz, cross)));
-
-    // the other terms: q*(c1 + q^2*(c3 + q*(c4 + ...)))
     const vd q = V::add(z, e);
     vd p = V::mul_add(q, V::splat(PowC::c7), V::splat(PowC::c6));
     p = V::mul_add(p, q, V::splat(PowC::c5));
     p = V::mul_add(p, q, V::splat(PowC::c4));
     p = V::mul_add(p, q, V::splat(PowC::c3));
-    p = V::mul_add(p, V::mul(q, q), V::splat(PowC::c1));
-    p = V::mul(p, q);
 
-    // |A| >= |z| unless A is zero, |A + z| >= |e| and |A + z + e| >= |P_hi|
-    // unless they are zero: each sum is exact in two parts.
+    // |A| >= |z| unless A is zero, and |A + z| >= |e| unless it is zero:
+    // both sums are exact in two parts.
     const vd h0 = V::add(A, z);
     const vd t0 = V::add(V::sub(A, h0), z);
-    const vd h1 = V::add(h0, e);
-    const vd t1 = V::add(V::sub(h0, h1), e);
-    const vd h2 = V::add(h1, P_hi);
-    const vd t2 = V::add(V::sub(h1, h2), P_hi);
-    const vd rest = V::add(V::add(V::add(t0, t1), t2), V::add(d.T_lo, V::add(P_lo, p)));
-    h = V::add(h2, rest);
-    l = V::add(V::sub(h2, h), rest);
+    vd h1 = V::add(h0, e);
+    vd rest = V::add(t0, V::add(V::sub(h0, h1), e));
+
+    if constexpr (Exact2) {
+        // c2*q^2 with q = z + e: z has at most 42 bits (a multiple of 2^-52
+        // below 2^-10), so with z_hi its top 17 bits c2_hi*z_hi^2 is exact,
+        // and the rest, (q - z_hi)*(q + z_hi), is 2^-16 of it.
+        const vd z_hi = V::and_(z, splat_bits<V>(PowC::kHi17));
+        const vd zz = V::mul(z_hi, z_hi);
+        const vd P_hi = V::mul(V::splat(PowC::c2_hi), zz);
+        const vd cross = V::mul(V::add(V::sub(z, z_hi), e), V::add(V::add(z, z_hi), e));
+        const vd P_lo = V::add(V::mul(V::splat(PowC::c2_hi), cross),
+                               V::mul(V::splat(PowC::c2_lo), V::add(zz, cross)));
+        // q*(c1 + q^2*(c3 + q*(c4 + ...)))
+        p = V::mul(V::mul_add(p, V::mul(q, q), V::splat(PowC::c1)), q);
+        // |h1| >= |P_hi| unless h1 is zero
+        const vd h2 = V::add(h1, P_hi);
+        rest = V::add(V::add(rest, V::add(V::sub(h1, h2), P_hi)), V::add(d.T_lo, V::add(P_lo, p)));
+        h1 = h2;
+    } else {
+        p = V::mul_add(p, q, V::splat(PowC::c2));
+        p = V::mul(V::mul_add(p, q, V::splat(PowC::c1)), q);
+        rest = V::add(rest, V::add(d.T_lo, p));
+    }
+    h = V::add(h1, rest);
+    l = V::add(V::sub(h1, h), rest);
 }
 
 // y * (h + l) as Y_hi + Y_lo.

@@ -7,7 +7,8 @@
 // routine (core.h), which settles the exact cases and the edges of the range.
 //   HA  the accurate core: log2 x and y*log2 x in hi and lo parts, 2^Y from
 //       the 128-entry table in hi and lo and a degree-5 polynomial.
-//   LA  the same stages without the lo part of the 2^(j/128) table.
+//   LA  the same stages, the quadratic term of log2 x rounded with the rest
+//       of its polynomial and without the lo part of the 2^(j/128) table.
 //   EP  exp(y * ln x): ln x from the same reduction in plain double with a
 //       degree-4 series, then the first-degree step on the 2048-entry table;
 //       |y ln x| up to 708.396, where the result is normal.
@@ -48,14 +49,15 @@ inline typename V::vd pow_y_ok(typename V::vd y) {
     return V::le(V::and_(y, splat_bits<V>(PowC::kAbsMask)), V::splat(PowC::kMaxFinite));
 }
 
-// One vector of the HA (WithLo) or LA block. YChecked: y may be infinite or
+// One vector of the HA (WithLo: the exact quadratic term and the table's lo
+// part) or LA block. YChecked: y may be infinite or
 // NaN (Pow); Powx knows its exponent finite before the loop.
 template <class V, bool WithLo, bool YChecked>
 inline typename V::vd pow_vector(typename V::vd x, const PowSplit<V>& y, uint32_t& refused_bits) {
     using L = Lanes<V::lanes>;
     typename V::vd h, l, Y_hi, Y_lo, hi, lo;
     typename L::vi k;
-    pow_log2<V>(x, 0, h, l);
+    pow_log2<V, WithLo>(x, 0, h, l);
     pow_mul<V>(y, h, l, Y_hi, Y_lo);
     pow_exp2<V, WithLo>(Y_hi, Y_lo, hi, lo, k);
     const typename V::vd r = L::add_hi32(V::add(hi, lo), L::template slli<20>(k));
@@ -133,6 +135,7 @@ struct PowBlock {
     template <class V, int NV>
     static uint32_t block(const typename V::vd* x, const typename V::vd* y, typename V::vd* r) {
         uint32_t mask = 0;
+#pragma GCC unroll 2
         for (int j = 0; j < NV; ++j) {
             uint32_t bits;
             if constexpr (Mode == PowMode::EP)

@@ -36,6 +36,7 @@ struct PowxBlock {
         y.hi = V::splat(b_hi);
         y.lo = V::splat(b_lo);
         uint32_t mask = 0;
+#pragma GCC unroll 2
         for (int j = 0; j < NV; ++j) {
             uint32_t bits;
             if constexpr (Mode == PowMode::EP)

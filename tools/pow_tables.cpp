@@ -98,14 +98,19 @@ void table_log2() {
     mpfr_clears(t, u, static_cast<mpfr_ptr>(nullptr));
 }
 
+// t = 2^(j / 2^s)
+void exp2_point(mpfr_t t, int j, int s) {
+    mpfr_set_si(t, j, MPFR_RNDN);
+    mpfr_div_2ui(t, t, s, MPFR_RNDN);
+    mpfr_exp2(t, t, MPFR_RNDN);
+}
+
 void table_exp2() {
     header("exp2", "Rule: hi = 2^(j/128) rounded to nearest, lo = 2^(j/128) - hi rounded to nearest.");
     mpfr_t t;
     mpfr_init2(t, kPrec);
     for (int j = 0; j < 128; ++j) {
-        mpfr_set_si(t, j, MPFR_RNDN);
-        mpfr_div_2ui(t, t, 7, MPFR_RNDN);
-        mpfr_exp2(t, t, MPFR_RNDN);
+        exp2_point(t, j, 7);
         const double hi = mpfr_get_d(t, MPFR_RNDN);
         mpfr_sub_d(t, t, hi, MPFR_RNDN);
         pair(hi, mpfr_get_d(t, MPFR_RNDN));
@@ -121,9 +126,7 @@ void table_exp2048() {
     mpfr_t t;
     mpfr_init2(t, kPrec);
     for (int j = 0; j < 2048; ++j) {
-        mpfr_set_si(t, j, MPFR_RNDN);
-        mpfr_div_2ui(t, t, 11, MPFR_RNDN);
-        mpfr_exp2(t, t, MPFR_RNDN);
+        exp2_point(t, j, 11);
         mpfr_mul_d(t, t, 0.9999999928394805, MPFR_RNDN);
         entry(mpfr_get_d(t, MPFR_RNDN), j, 2048);
     }

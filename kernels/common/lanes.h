@@ -50,12 +50,10 @@ struct Lanes<1> {
     }
 };
 
-template <>
-struct Lanes<2> {
+// The 32-bit integer ops of the 128-bit and 256-bit wrappers: both keep
+// their lanes' words in one __m128i.
+struct Int128Lanes {
     using vi = __m128i;
-
-    static vi hi32(__m128d x) { return _mm_shuffle_epi32(_mm_castpd_si128(x), _MM_SHUFFLE(3, 3, 3, 1)); }
-    static vi lo32(__m128d x) { return _mm_shuffle_epi32(_mm_castpd_si128(x), _MM_SHUFFLE(2, 2, 2, 0)); }
     static vi splat(int32_t c) { return _mm_set1_epi32(c); }
     static vi and_(vi a, vi b) { return _mm_and_si128(a, b); }
     static vi add(vi a, vi b) { return _mm_add_epi32(a, b); }
@@ -66,6 +64,13 @@ struct Lanes<2> {
     static vi srli(vi a) { return _mm_srli_epi32(a, S); }
     template <int S>
     static vi slli(vi a) { return _mm_slli_epi32(a, S); }
+};
+
+template <>
+struct Lanes<2> : Int128Lanes {
+
+    static vi hi32(__m128d x) { return _mm_shuffle_epi32(_mm_castpd_si128(x), _MM_SHUFFLE(3, 3, 3, 1)); }
+    static vi lo32(__m128d x) { return _mm_shuffle_epi32(_mm_castpd_si128(x), _MM_SHUFFLE(2, 2, 2, 0)); }
     static __m128d to_double(vi a) { return _mm_cvtepi32_pd(a); }
     static __m128d add_hi32(__m128d y, vi k) {
         return _mm_castsi128_pd(
@@ -91,21 +96,10 @@ struct Lanes<2> {
 
 #ifdef __AVX__
 template <>
-struct Lanes<4> {
-    using vi = __m128i;
+struct Lanes<4> : Int128Lanes {
 
     static vi hi32(__m256d x) { return pick<_MM_SHUFFLE(3, 1, 3, 1)>(x); }
     static vi lo32(__m256d x) { return pick<_MM_SHUFFLE(2, 0, 2, 0)>(x); }
-    static vi splat(int32_t c) { return _mm_set1_epi32(c); }
-    static vi and_(vi a, vi b) { return _mm_and_si128(a, b); }
-    static vi add(vi a, vi b) { return _mm_add_epi32(a, b); }
-    static vi sub(vi a, vi b) { return _mm_sub_epi32(a, b); }
-    template <int S>
-    static vi srai(vi a) { return _mm_srai_epi32(a, S); }
-    template <int S>
-    static vi srli(vi a) { return _mm_srli_epi32(a, S); }
-    template <int S>
-    static vi slli(vi a) { return _mm_slli_epi32(a, S); }
     static __m256d to_double(vi a) { return _mm256_cvtepi32_pd(a); }
     static __m256d add_hi32(__m256d y, vi k) {
         const __m128i z = _mm_setzero_si128();

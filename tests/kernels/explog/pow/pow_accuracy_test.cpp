@@ -161,13 +161,8 @@ Worst measure(const std::vector<Sample>& s, int cpu, int col) {
     return w;
 }
 
-class PowAccuracy : public testing::TestWithParam<std::tuple<int, int>> {
+class PowAccuracy : public pow_test::PerKernel {
   protected:
-    void SetUp() override {
-        if (!pow_test::runnable(cpu())) GTEST_SKIP() << "cpu type 5 needs AVX";
-    }
-    int cpu() const { return std::get<0>(GetParam()); }
-    int col() const { return std::get<1>(GetParam()); }
     void check(const std::vector<Sample>& s, const char* what) {
         const Worst w = measure(s, cpu(), col());
         std::printf("  %s cpu %d %s: worst %.4f of the bound at %s ^ %s\n", what, cpu(),
@@ -190,11 +185,6 @@ TEST_P(PowAccuracy, DISABLED_LongSweep) {
     check(s, "long sweep");
 }
 
-std::string name(const testing::TestParamInfo<std::tuple<int, int>>& p) {
-    return "cpu" + std::to_string(std::get<0>(p.param)) + "_" + pow_test::kColumn[std::get<1>(p.param)];
-}
-
-INSTANTIATE_TEST_SUITE_P(AllKernels, PowAccuracy,
-                         testing::Combine(testing::Range(0, 6), testing::Range(0, 3)), name);
+POW_FOR_EACH_KERNEL(PowAccuracy);
 
 }  // namespace

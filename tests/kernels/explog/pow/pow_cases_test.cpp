@@ -23,13 +23,8 @@ using pow_test::Reports;
 constexpr double kPlainX[8] = {1.7, 0.3, 25.0, 1e-5, 3.25, 0.999, 1e10, 7.0};
 constexpr double kPlainY[8] = {2.5, -1.25, 0.5, 3.0, -7.5, 100.0, -0.5, 1.0 / 3};
 
-class PowKernel : public testing::TestWithParam<std::tuple<int, int>> {
+class PowKernel : public pow_test::PerKernel {
   protected:
-    void SetUp() override {
-        if (!pow_test::runnable(cpu())) GTEST_SKIP() << "cpu type 5 needs AVX";
-    }
-    int cpu() const { return std::get<0>(GetParam()); }
-    int col() const { return std::get<1>(GetParam()); }
     zvl::KernelD2 pow() const { return pow_test::pow_kernel(cpu(), col()); }
     zvl::KernelDx powx() const { return pow_test::powx_kernel(cpu(), col()); }
 };
@@ -259,11 +254,6 @@ TEST_P(PowKernel, PowxShortcutsAreExact) {
     }
 }
 
-std::string name(const testing::TestParamInfo<std::tuple<int, int>>& p) {
-    return "cpu" + std::to_string(std::get<0>(p.param)) + "_" + pow_test::kColumn[std::get<1>(p.param)];
-}
-
-INSTANTIATE_TEST_SUITE_P(AllKernels, PowKernel,
-                         testing::Combine(testing::Range(0, 6), testing::Range(0, 3)), name);
+POW_FOR_EACH_KERNEL(PowKernel);
 
 }  // namespace

@@ -66,6 +66,10 @@ Reports::~Reports() {
 const std::vector<std::pair<int32_t, int32_t>>& Reports::list() const { return g_reports; }
 void Reports::clear() { g_reports.clear(); }
 
+std::string kernel_name(const testing::TestParamInfo<std::tuple<int, int>>& p) {
+    return "cpu" + std::to_string(std::get<0>(p.param)) + "_" + kColumn[std::get<1>(p.param)];
+}
+
 std::string hex(double x) {
     char buf[64];
     std::snprintf(buf, sizeof buf, "%a (0x%016" PRIx64 ")", x, bits(x));

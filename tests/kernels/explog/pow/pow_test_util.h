@@ -2,8 +2,11 @@
 // cases, and a callback that records what the error pipeline reports.
 #pragma once
 
+#include <gtest/gtest.h>
+
 #include <cstdint>
 #include <string>
+#include <tuple>
 #include <utility>
 #include <vector>
 
@@ -18,6 +21,23 @@ bool runnable(int cpu);
 
 inline zvl::KernelD2 pow_kernel(int cpu, int col) { return zvl::kernels_VDPOW.k[cpu][col]; }
 inline zvl::KernelDx powx_kernel(int cpu, int col) { return zvl::kernels_VDPOWX.k[cpu][col]; }
+
+// A test run for each kernel: (cpu type, accuracy column), skipped for cpu
+// type 5 on a processor without AVX.
+class PerKernel : public testing::TestWithParam<std::tuple<int, int>> {
+  protected:
+    void SetUp() override {
+        if (!runnable(cpu())) GTEST_SKIP() << "cpu type 5 needs AVX";
+    }
+    int cpu() const { return std::get<0>(GetParam()); }
+    int col() const { return std::get<1>(GetParam()); }
+};
+
+std::string kernel_name(const testing::TestParamInfo<std::tuple<int, int>>& p);
+#define POW_FOR_EACH_KERNEL(suite)                                                           \
+    INSTANTIATE_TEST_SUITE_P(AllKernels, suite,                                              \
+                             testing::Combine(testing::Range(0, 6), testing::Range(0, 3)), \
+                             pow_test::kernel_name)
 
 struct Case {
     double x, y, r;

@@ -14,6 +14,7 @@
     D1(VDINV, vdInv, 0)                                     \
     D2(VDDIV, vdDiv, 18)                                    \
     D2(VDPOW, vdPow, 108)                                   \
-    DX(VDPOWX, vdPowx, 126)
+    DX(VDPOWX, vdPowx, 126)                                 \
+    D1(VDEXP, vdExp, 144)
 
 #define ZVL_IGNORE_ROW(...)

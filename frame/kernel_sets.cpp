@@ -16,5 +16,6 @@ const KernelSet<KernelD1> kernels_VDINV = ZVL_REAL_SET(Inv);
 const KernelSet<KernelD2> kernels_VDDIV = ZVL_REAL_SET(Div);
 const KernelSet<KernelD2> kernels_VDPOW = ZVL_REAL_SET(Pow);
 const KernelSet<KernelDx> kernels_VDPOWX = ZVL_REAL_SET(Powx);
+const KernelSet<KernelD1> kernels_VDEXP = ZVL_REAL_SET(Exp);
 
 }  // namespace zvl

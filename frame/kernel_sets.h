@@ -34,6 +34,7 @@ ZVL_DECLARE_FAMILY(KernelD1, Inv)
 ZVL_DECLARE_FAMILY(KernelD2, Div)
 ZVL_DECLARE_FAMILY(KernelD2, Pow)
 ZVL_DECLARE_FAMILY(KernelDx, Powx)
+ZVL_DECLARE_FAMILY(KernelD1, Exp)
 
 namespace zvl {
 

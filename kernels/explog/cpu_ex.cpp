@@ -3,5 +3,6 @@
 #define ZVL_CPU_INDEX 0
 
 #include "kernels/explog/inv_div.h"
+#include "kernels/explog/exp/exp.h"
 #include "kernels/explog/pow/pow.h"
 #include "kernels/explog/pow/powx.h"

@@ -1,5 +1,6 @@
-// 32-bit integer work on the high or low words of the lanes, and table
-// lookups by single loads, one per lane, for the wrappers of isa.h.
+// 32-bit integer work on the high or low words of the lanes, for the
+// wrappers of isa.h: index and exponent arithmetic done on all lanes at once
+// (the wrappers' gathers then take the indices from `store`).
 //
 // `Lanes<V::lanes>` is keyed by the wrapper's lane count, so the SSE
 // wrappers share one set and the one-lane Scalar wrapper gets plain
@@ -43,11 +44,7 @@ struct Lanes<1> {
     static double add_hi32(double y, vi k) {
         return zvl::from_bits(zvl::bits(y) + (static_cast<uint64_t>(static_cast<uint32_t>(k)) << 32));
     }
-    static double gather(const double* t, vi i) { return t[i]; }
-    static void gather2(const double (*t)[2], vi i, double& hi, double& lo) {
-        hi = t[i][0];
-        lo = t[i][1];
-    }
+    static void store(uint32_t* w, vi a) { w[0] = static_cast<uint32_t>(a); }
 };
 
 // The 32-bit integer ops of the 128-bit and 256-bit wrappers: both keep
@@ -76,22 +73,7 @@ struct Lanes<2> : Int128Lanes {
         return _mm_castsi128_pd(
             _mm_add_epi32(_mm_castpd_si128(y), _mm_unpacklo_epi32(_mm_setzero_si128(), k)));
     }
-    static __m128d gather(const double* t, vi i) {
-        return _mm_loadh_pd(_mm_load_sd(t + lane(i, 0)), t + lane(i, 1));
-    }
-    static void gather2(const double (*t)[2], vi i, __m128d& hi, __m128d& lo) {
-        const __m128d e0 = _mm_loadu_pd(t[lane(i, 0)]);
-        const __m128d e1 = _mm_loadu_pd(t[lane(i, 1)]);
-        hi = _mm_unpacklo_pd(e0, e1);
-        lo = _mm_unpackhi_pd(e0, e1);
-    }
-
-  private:
-    // Table indices are never negative: read them unsigned, so that no
-    // sign extension is needed.
-    static uint32_t lane(vi i, int l) {
-        return static_cast<uint32_t>(_mm_cvtsi128_si32(l == 0 ? i : _mm_srli_si128(i, 4)));
-    }
+    static void store(uint32_t* w, vi a) { _mm_storel_epi64(reinterpret_cast<__m128i*>(w), a); }
 };
 
 #ifdef __AVX__
@@ -109,25 +91,9 @@ struct Lanes<4> : Int128Lanes {
                                          _mm_unpackhi_epi32(z, k));
         return join(_mm_castsi128_pd(lo), _mm_castsi128_pd(hi));
     }
-    static __m256d gather(const double* t, vi i) {
-        const __m128d lo = _mm_loadh_pd(_mm_load_sd(t + lane<0>(i)), t + lane<1>(i));
-        const __m128d hi = _mm_loadh_pd(_mm_load_sd(t + lane<2>(i)), t + lane<3>(i));
-        return join(lo, hi);
-    }
-    static void gather2(const double (*t)[2], vi i, __m256d& hi, __m256d& lo) {
-        const __m128d e0 = _mm_loadu_pd(t[lane<0>(i)]);
-        const __m128d e1 = _mm_loadu_pd(t[lane<1>(i)]);
-        const __m128d e2 = _mm_loadu_pd(t[lane<2>(i)]);
-        const __m128d e3 = _mm_loadu_pd(t[lane<3>(i)]);
-        hi = join(_mm_unpacklo_pd(e0, e1), _mm_unpacklo_pd(e2, e3));
-        lo = join(_mm_unpackhi_pd(e0, e1), _mm_unpackhi_pd(e2, e3));
-    }
+    static void store(uint32_t* w, vi a) { _mm_storeu_si128(reinterpret_cast<__m128i*>(w), a); }
 
   private:
-    template <int L>
-    static uint32_t lane(vi i) {
-        return static_cast<uint32_t>(_mm_extract_epi32(i, L));
-    }
     static __m256d join(__m128d lo, __m128d hi) {
         return _mm256_insertf128_pd(_mm256_castpd128_pd256(lo), hi, 1);
     }

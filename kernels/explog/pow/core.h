@@ -1,8 +1,6 @@
-// The arithmetic of Pow shared by every kernel: the stages of the accurate
-// core, written once over the SIMD wrappers (the scalar routine runs them
-// through the one-lane wrapper), the integer class of y, the exact cases and
-// the scalar routine that every Pow and Powx kernel calls for the elements
-// its block path refuses.
+// The arithmetic of Pow shared by the kernels and the scalar routine: the
+// stages of the accurate core, written once over the SIMD wrappers (the
+// scalar routine, callout.cpp, runs them through the one-lane wrapper).
 //
 // The accurate core forms 2^(y * log2 x):
 //   log2 x = n + T[i] + log2(1 + z/log2e_hi), with M the mantissa of x,
@@ -13,16 +11,15 @@
 //     26 bits).
 //   2^Y = 2^k * 2^(j/128) * 2^t with |t| <= 1/256 + lo, the table in hi and
 //     lo, and a degree-5 polynomial for 2^t - 1.
-// The scalar routine also settles what the core cannot: the exact cases
-// (zero, infinite and NaN arguments, negative bases), results beyond the
-// range of doubles, and denormal results, which it rounds once.
 //
-// Included by the explog units inside their own context (see unit.h).
+// Included by the explog units and by the scalar routine; everything here has
+// internal linkage, so each gets its own copy built for its instruction set.
 #pragma once
 
+#include "kernels/common/isa.h"
 #include "kernels/common/lanes.h"
-#include "kernels/common/unit.h"
-#include "kernels/explog/pow/tables.h"
+#include "kernels/explog/exp/data.h"
+#include "kernels/explog/pow/data.h"
 
 namespace {
 
@@ -93,12 +90,12 @@ struct PowReduce {
     PowReduce(typename V::vd x, int32_t offset) {
         using L = Lanes<V::lanes>;
         const typename L::vi hx = L::hi32(x);
-        const typename L::vi i =
-            L::template srli<10>(L::add(L::and_(hx, L::splat(0xffe00)), L::splat(512)));
+        uint32_t i[V::lanes];
+        L::store(i, L::template srli<10>(L::add(L::and_(hx, L::splat(0xffe00)), L::splat(512))));
         n = L::to_double(L::sub(L::template srai<20>(L::sub(hx, L::splat(PowC::kNBase))),
                                 L::splat(offset)));
-        R = L::gather(zvl::pow_tables::kR, i);
-        L::gather2(zvl::pow_tables::kLog2, i, T_hi, T_lo);
+        R = V::gather(zvl::kPowR, i);
+        V::gather_pairs(zvl::kPowLog2, i, T_hi, T_lo);
         M = V::or_(V::and_(x, splat_bits<V>(PowC::kMantMask)), splat_bits<V>(PowC::kOne));
     }
 };
@@ -181,171 +178,35 @@ inline void pow_mul(const PowSplit<V>& y, typename V::vd h, typename V::vd l, ty
 }
 
 // 2^(Y_hi + Y_lo) = 2^k * (hi + lo): hi the table's 2^(j/128), lo the rest.
-// WithLo adds the table's lo part (the accurate core); without it the
-// result carries the table's rounding, half an ulp more.
+// WithLo takes the table in hi and lo parts (the accurate core); without it
+// the nearest double, whose rounding the result then carries.
 template <class V, bool WithLo>
-inline void pow_exp2(typename V::vd Y_hi, typename V::vd Y_lo, typename V::vd& hi, typename V::vd& lo,
-                     typename Lanes<V::lanes>::vi& k) {
+inline void pow_exp2(typename V::vd Y_hi, typename V::vd Y_lo, typename V::vd& hi,
+                     typename V::vd& lo, typename Lanes<V::lanes>::vi& k) {
     using L = Lanes<V::lanes>;
-    const typename V::vd s = V::add(Y_hi, V::splat(PowC::kShifter45));
-    const typename V::vd f = V::sub(s, V::splat(PowC::kShifter45));
-    const typename V::vd t = V::add(V::sub(Y_hi, f), Y_lo);
-    typename V::vd p = V::mul_add(t, V::splat(PowC::e5), V::splat(PowC::e4));
+    using vd = typename V::vd;
+    const vd s = V::add(Y_hi, V::splat(PowC::kShifter45));
+    const vd f = V::sub(s, V::splat(PowC::kShifter45));
+    const vd t = V::add(V::sub(Y_hi, f), Y_lo);
+    vd p = V::mul_add(t, V::splat(PowC::e5), V::splat(PowC::e4));
     p = V::mul_add(p, t, V::splat(PowC::e3));
     p = V::mul_add(p, t, V::splat(PowC::e2));
     p = V::mul_add(p, t, V::splat(PowC::e1));
     p = V::mul(p, t);
     const typename L::vi bits = L::lo32(s);
-    const typename L::vi j = L::and_(bits, L::splat(127));
+    uint32_t j[V::lanes];
+    L::store(j, L::and_(bits, L::splat(127)));
     k = L::template srai<7>(bits);
     if constexpr (WithLo) {
-        typename V::vd T_lo;
-        L::gather2(zvl::pow_tables::kExp2, j, hi, T_lo);
-        lo = V::add(V::mul(hi, p), T_lo);
+        // hi has its low 8 bits clear, so T_lo is up to 2^-44 of it and
+        // T_lo*p counts: p multiplies the whole table value
+        vd T_lo;
+        V::gather_pairs(zvl::kExpTableD, j, hi, T_lo);
+        lo = V::add(V::mul(V::add(hi, T_lo), p), T_lo);
     } else {
-        hi = L::gather(&zvl::pow_tables::kExp2[0][0], L::template slli<1>(j));
+        hi = V::gather(zvl::kExpTableE, j);
         lo = V::mul(hi, p);
     }
-}
-
-// --- The scalar routine -------------------------------------------------
-
-// The integer class of y: 0 not an integer, 1 odd, 2 even. From 2^53 on
-// every double is even.
-inline int pow_yint(double y) {
-    const uint32_t ah = zvl::high_word(y) & 0x7fffffffu;
-    const uint32_t l = zvl::low_word(y);
-    if ((ah | l) == 0) return 2;
-    if (ah < 0x3ff00000u || ah > 0x7fefffffu) return 0;
-    if (ah >= 0x43400000u) return 2;
-    const int32_t e = static_cast<int32_t>((ah & 0x7ff00000u) - 0x3ff00000u) >> 20;
-    if (e > 20) {
-        const uint32_t w = l << ((e + 11) & 31);
-        if (w & 0x7fffffffu) return 0;
-        return (w >> 31) ? 1 : 2;
-    }
-    if (((ah << e) & 0xfffffu) != 0 || l != 0) return 0;
-    return ((ah << ((e + 11) & 31)) >> 31) ? 1 : 2;
-}
-
-// The exact cases, in their order: the first rule that fits decides. The
-// only report is ZVL_STATUS_ERRDOM: a negative base with a non-integer
-// exponent, and a zero base with a negative or minus-infinite exponent.
-inline int32_t pow_exact(double x, double y, double* r) {
-    constexpr double inf = __builtin_inf();
-    const uint64_t bx = zvl::bits(x), by = zvl::bits(y);
-    const uint32_t ahx = zvl::high_word(x) & 0x7fffffffu, lx = zvl::low_word(x);
-    const uint32_t ahy = zvl::high_word(y) & 0x7fffffffu, ly = zvl::low_word(y);
-    const bool x_neg = (bx >> 63) != 0, y_neg = (by >> 63) != 0;
-    const bool x_zero = (ahx | lx) == 0, y_zero = (ahy | ly) == 0;
-    const bool x_inf = ahx == 0x7ff00000u && lx == 0, y_inf = ahy == 0x7ff00000u && ly == 0;
-    const bool x_nan = ahx >= 0x7ff00000u && !x_inf, y_nan = ahy >= 0x7ff00000u && !y_inf;
-    const bool x_above_one = ahx > 0x3ff00000u || (ahx == 0x3ff00000u && lx != 0);
-    const bool x_below_one = ahx < 0x3ff00000u;
-    const bool x_unit = ahx == 0x3ff00000u && lx == 0;
-
-    if (y_zero) return *r = 1.0, 0;
-    if (x_unit && !x_neg) return *r = 1.0, 0;
-    if (x_unit && y_inf) return *r = 1.0, 0;
-    if (x_nan) return *r = x, 0;
-    if (y_nan) return *r = y, 0;
-    if (x_zero && y_inf && y_neg) return *r = inf, ZVL_STATUS_ERRDOM;
-    if (x_above_one && y_inf) return *r = y_neg ? 0.0 : inf, 0;
-    if (x_below_one && y_inf) return *r = y_neg ? inf : 0.0, 0;
-    if (x_inf && !x_neg) return *r = y_neg ? 0.0 : inf, 0;
-    if (x_zero && !x_neg) {
-        if (y_neg) return *r = inf, ZVL_STATUS_ERRDOM;
-        return *r = 0.0, 0;
-    }
-    if (x_inf) {  // minus infinity
-        const bool odd = pow_yint(y) == 1;
-        if (!y_neg) return *r = odd ? -inf : inf, 0;
-        return *r = odd ? -0.0 : 0.0, 0;
-    }
-    if (x_neg && !x_zero && !y_inf && pow_yint(y) == 0)
-        return *r = zvl::from_bits(0xfff8000000000000), ZVL_STATUS_ERRDOM;
-    if (x_zero) {  // minus zero
-        const bool odd = pow_yint(y) == 1;
-        if (y_neg) return *r = odd ? -inf : inf, ZVL_STATUS_ERRDOM;
-        return *r = odd ? -0.0 : 0.0, 0;
-    }
-    return *r = 0.0, 0;
-}
-
-// The accurate core for x > 0 normal and finite, y finite and not zero;
-// the result takes `sign`. Overflow and underflow are silent.
-inline double pow_core(double x, double y, int32_t offset, double sign) {
-    double h, l;
-    pow_log2<Scalar>(x, offset, h, l);
-
-    // |y * h| >= 2^(ey + eh) beyond 2^11: far outside the range of doubles.
-    const int32_t ey = static_cast<int32_t>((zvl::high_word(y) >> 20) & 0x7ff) - 1023;
-    const int32_t eh = static_cast<int32_t>((zvl::high_word(h) >> 20) & 0x7ff) - 1023;
-    if (ey + eh > 11) {
-        const bool negative = (zvl::bits(y) ^ zvl::bits(h)) >> 63;
-        return negative ? sign * 0.0 : sign * __builtin_inf();
-    }
-
-    double Y_hi, Y_lo, hi, lo;
-    int32_t k;
-    pow_mul<Scalar>(PowSplit<Scalar>(y), h, l, Y_hi, Y_lo);
-    pow_exp2<Scalar, true>(Y_hi, Y_lo, hi, lo, k);
-
-    if (k >= 1025) return sign * __builtin_inf();
-    if (k >= 1023) {
-        // 2^k itself would not be a double: build 2^(k-1) and double it
-        sign *= 2.0;
-        k -= 1;
-    } else if (k < -1075) {
-        return sign * 0.0;
-    } else if (k < -1021) {
-        // The result may be denormal: build it 2^111 higher, round that to
-        // the grid the result will have (2^-1074, so 2^-963 up there: B's
-        // ulp, or twice that where v + B reaches the next binade), and scale
-        // back. The part on the grid scales exactly and only the rest
-        // rounds, once; below 2^-1021 the final sum is then exact. (From
-        // k = -1021 on the result is normal and the exponent build below is
-        // exact.)
-        constexpr double B = zvl::from_bits(0x0708000000000000);        // 1.5 * 2^-911
-        constexpr double kDown = zvl::from_bits(0x3900000000000000);    // 2^-111
-        const double S = zvl::from_bits(static_cast<uint64_t>(k + 111 + 1023) << 52);
-        const double s_hi = hi * S, s_lo = lo * S;
-        const double v = s_hi + s_lo;
-        const double H = (v + B) - B;
-        const double rest = (s_hi - H) + s_lo;
-        return (H * kDown + rest * kDown) * sign;
-    }
-    const double m = hi + lo;
-    return zvl::from_bits(zvl::bits(m) + (static_cast<uint64_t>(static_cast<int64_t>(k)) << 52)) *
-           sign;
-}
-
-// The callout of every Pow and Powx kernel: the exact result of one element
-// and its status.
-__attribute__((noinline)) int32_t pow_scalar(double x, double y, double* r) {
-    const uint32_t ahy = zvl::high_word(y) & 0x7fffffffu;
-    if ((ahy | zvl::low_word(y)) == 0 || ahy >= 0x7ff00000u) return pow_exact(x, y, r);
-    const uint32_t hx = zvl::high_word(x);
-    if (hx - 0x00100000u < 0x7fe00000u) {  // positive, normal, finite
-        *r = pow_core(x, y, 0, 1.0);
-        return 0;
-    }
-    const uint32_t ahx = hx & 0x7fffffffu;
-    if ((ahx | zvl::low_word(x)) == 0 || ahx >= 0x7ff00000u) return pow_exact(x, y, r);
-    constexpr double k2p52 = 4503599627370496.0;
-    if (hx < 0x00100000u) {  // positive denormal
-        *r = pow_core(x * k2p52, y, 52, 1.0);
-        return 0;
-    }
-    const int yi = pow_yint(y);
-    if (yi == 0) return pow_exact(x, y, r);
-    const double ax = -x;
-    const double sign = yi == 1 ? -1.0 : 1.0;
-    if (ahx < 0x00100000u)
-        *r = pow_core(ax * k2p52, y, 52, sign);
-    else
-        *r = pow_core(ax, y, 0, sign);
-    return 0;
 }
 
 }  // namespace

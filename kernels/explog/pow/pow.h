@@ -26,6 +26,7 @@
 
 #include <type_traits>
 
+#include "kernels/common/unit.h"
 #include "kernels/explog/pow/core.h"
 
 namespace {
@@ -111,7 +112,9 @@ inline typename V::vd pow_ep_vector(typename V::vd x, typename V::vd y, uint32_t
     const typename V::vd v = V::add(V::sub(w, V::splat(0.5)), V::splat(PowEP::kShifter52));
     const typename V::vd u = V::sub(w, V::sub(v, V::splat(PowEP::kShifter52)));
     const typename L::vi bits = L::lo32(v);
-    const typename V::vd T = L::gather(zvl::pow_tables::kExp2048, L::and_(bits, L::splat(2047)));
+    uint32_t j[V::lanes];
+    L::store(j, L::and_(bits, L::splat(2047)));
+    const typename V::vd T = V::gather(zvl::kExpTableC, j);
     const typename V::vd E = V::mul_add(T, V::mul(u, V::splat(PowEP::kSlope)), T);
     // Y is zero exactly for y = 0 and x = 1 (and where y ln x underflows),
     // where the result is 1 and not the table's scaled 1
@@ -147,7 +150,7 @@ struct PowBlock {
         return mask;
     }
     static int32_t callout(const double* x, const double* y, double* r) {
-        return pow_scalar(*x, *y, r);
+        return zvl::pow_scalar(*x, *y, r);
     }
 };
 

@@ -47,7 +47,7 @@ struct PowxBlock {
         }
         return mask;
     }
-    int32_t callout(const double* x, double* r) const { return pow_scalar(*x, b, r); }
+    int32_t callout(const double* x, double* r) const { return zvl::pow_scalar(*x, b, r); }
 };
 
 // Infinite or NaN b: only the exact cases apply.
@@ -58,7 +58,7 @@ struct PowxExactOnly {
         for (int j = 0; j < NV; ++j) r[j] = x[j];
         return (1u << (NV * V::lanes)) - 1;
     }
-    int32_t callout(const double* x, double* r) const { return pow_scalar(*x, b, r); }
+    int32_t callout(const double* x, double* r) const { return zvl::pow_scalar(*x, b, r); }
 };
 
 // NaN lanes, as all-ones lanes.
@@ -72,7 +72,7 @@ struct PowxSquare : PerVector<PowxSquare> {
     static typename V::vd eval(typename V::vd x) { return V::mul(x, x); }
     template <class V>
     static typename V::vd special(typename V::vd x) { return is_nan<V>(x); }
-    static int32_t callout(const double* x, double* r) { return pow_scalar(*x, 2.0, r); }
+    static int32_t callout(const double* x, double* r) { return zvl::pow_scalar(*x, 2.0, r); }
 };
 
 struct PowxSqrt : PerVector<PowxSqrt> {
@@ -81,7 +81,7 @@ struct PowxSqrt : PerVector<PowxSqrt> {
     // the sign bit set (negatives, -0, -Inf) or NaN
     template <class V>
     static typename V::vd special(typename V::vd x) { return V::or_(x, is_nan<V>(x)); }
-    static int32_t callout(const double* x, double* r) { return pow_scalar(*x, 0.5, r); }
+    static int32_t callout(const double* x, double* r) { return zvl::pow_scalar(*x, 0.5, r); }
 };
 
 struct PowxInverse : PerVector<PowxInverse> {
@@ -89,7 +89,7 @@ struct PowxInverse : PerVector<PowxInverse> {
     static typename V::vd eval(typename V::vd x) { return V::div(V::splat(1.0), x); }
     template <class V>
     static typename V::vd special(typename V::vd x) { return V::or_(V::eq(x, V::splat(0.0)), is_nan<V>(x)); }
-    static int32_t callout(const double* x, double* r) { return pow_scalar(*x, -1.0, r); }
+    static int32_t callout(const double* x, double* r) { return zvl::pow_scalar(*x, -1.0, r); }
 };
 
 template <int Cpu, PowMode Mode>

@@ -1,5 +1,5 @@
-// Shared by the Pow tests: the kernels by cpu type and column, the directed
-// cases, and a callback that records what the error pipeline reports.
+// Shared by the Pow tests: the kernels by cpu type and column, a fixture per
+// kernel, and a callback that records what the error pipeline reports.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -38,14 +38,6 @@ std::string kernel_name(const testing::TestParamInfo<std::tuple<int, int>>& p);
     INSTANTIATE_TEST_SUITE_P(AllKernels, suite,                                              \
                              testing::Combine(testing::Range(0, 6), testing::Range(0, 3)), \
                              pow_test::kernel_name)
-
-struct Case {
-    double x, y, r;
-    int32_t status;
-    std::string note;
-};
-// tests/data/pow_cases.txt
-const std::vector<Case>& directed_cases();
 
 // Installs a callback that records (status, index) of every report and, when
 // `replace` is set, puts `replacement` into the element's result. The mode

@@ -1,38 +1,13 @@
-#include "pow_test_util.h"
+#include "tests/kernels/pow_support.h"
 
 #include <cinttypes>
 #include <cstdio>
-#include <cstdlib>
-#include <fstream>
-#include <sstream>
 
 #include "state/state.h"
 
 namespace pow_test {
 
 bool runnable(int cpu) { return cpu != 5 || __builtin_cpu_supports("avx"); }
-
-const std::vector<Case>& directed_cases() {
-    static const std::vector<Case> cases = [] {
-        std::vector<Case> v;
-        std::ifstream in(ZVL_TEST_DATA "/pow_cases.txt");
-        std::string line;
-        while (std::getline(in, line)) {
-            if (line.empty() || line[0] == '#') continue;
-            std::istringstream s(line);
-            std::string x, y, r, hash;
-            Case c;
-            s >> x >> y >> r >> c.status >> hash;
-            std::getline(s, c.note);
-            c.x = from_bits(std::strtoull(x.c_str(), nullptr, 16));
-            c.y = from_bits(std::strtoull(y.c_str(), nullptr, 16));
-            c.r = from_bits(std::strtoull(r.c_str(), nullptr, 16));
-            v.push_back(c);
-        }
-        return v;
-    }();
-    return cases;
-}
 
 namespace {
 

@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "frame/cpu_type.h"
-#include "pow_test_util.h"
+#include "tests/kernels/pow_support.h"
 #include "state/state.h"
 #include "tests/common/capture.h"
 

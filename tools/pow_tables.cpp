@@ -46,8 +46,9 @@ double reciprocal(int i) {
 }
 
 void table_r() {
-    header("r", "entry i of 1025 is log2e_hi / (1 + i/1024) rounded to nearest with 26\n"
-                "// significant bits, log2e_hi = 1.4426949024200439 (0x3ff7154740000000).");
+    header("r",
+           "entry i of 1025 is log2e_hi / (1 + i/1024) rounded to nearest with 26\n"
+           "// significant bits, log2e_hi = 1.4426949024200439 (0x3ff7154740000000).");
     char a[40];
     for (int i = 0; i <= 1024; ++i) {
         put_hex(reciprocal(i), a, sizeof a);
@@ -56,8 +57,9 @@ void table_r() {
 }
 
 void table_log2() {
-    header("log2", "entry i of 1025 is hi, lo of T = log2(log2e_hi / R[i]) - (i >= 512 ? 1 : 0):\n"
-                   "// hi is T rounded to the nearest multiple of 2^-42, lo the double nearest T - hi.");
+    header("log2",
+           "entry i of 1025 is hi, lo of T = log2(log2e_hi / R[i]) - (i >= 512 ? 1 : 0):\n"
+           "// hi is T rounded to the nearest multiple of 2^-42, lo the double nearest T - hi.");
     mpfr_t t, u;
     mpfr_inits2(kPrec, t, u, static_cast<mpfr_ptr>(nullptr));
     char a[40], b[40];

@@ -6,20 +6,13 @@
 #include <cinttypes>
 #include <cstdint>
 #include <cstdio>
-#include <cstring>
+
+#include "kernels/common/bits.h"
 
 namespace zvl_tables {
 
-inline double from_bits(uint64_t b) {
-    double x;
-    std::memcpy(&x, &b, sizeof x);
-    return x;
-}
-inline uint64_t bits(double x) {
-    uint64_t b;
-    std::memcpy(&b, &x, sizeof b);
-    return b;
-}
+using zvl::bits;
+using zvl::from_bits;
 
 // An exact hexadecimal literal: 0x1.<13 digits>p<exp>, 0x0p+0 for zero.
 // The tables' values are normal numbers or zero.
@@ -31,7 +24,8 @@ inline void put_hex(double x, char* out, size_t size) {
         std::snprintf(out, size, "%s0x0p+0", sign);
         return;
     }
-    std::snprintf(out, size, "%s0x1.%013" PRIx64 "p%+d", sign, b & uint64_t{0xfffffffffffff}, e - 1023);
+    std::snprintf(out, size, "%s0x1.%013" PRIx64 "p%+d", sign, b & uint64_t{0xfffffffffffff},
+                  e - 1023);
 }
 
 }  // namespace zvl_tables

@@ -30,19 +30,30 @@ struct Lanes<1> {
     static vi lo32(double x) { return static_cast<int32_t>(zvl::low_word(x)); }
     static vi splat(int32_t c) { return c; }
     static vi and_(vi a, vi b) { return a & b; }
-    static vi add(vi a, vi b) { return static_cast<int32_t>(static_cast<uint32_t>(a) + static_cast<uint32_t>(b)); }
-    static vi sub(vi a, vi b) { return static_cast<int32_t>(static_cast<uint32_t>(a) - static_cast<uint32_t>(b)); }
+    static vi add(vi a, vi b) {
+        return static_cast<int32_t>(static_cast<uint32_t>(a) + static_cast<uint32_t>(b));
+    }
+    static vi sub(vi a, vi b) {
+        return static_cast<int32_t>(static_cast<uint32_t>(a) - static_cast<uint32_t>(b));
+    }
     template <int S>
-    static vi srai(vi a) { return a >> S; }
+    static vi srai(vi a) {
+        return a >> S;
+    }
     template <int S>
-    static vi srli(vi a) { return static_cast<int32_t>(static_cast<uint32_t>(a) >> S); }
+    static vi srli(vi a) {
+        return static_cast<int32_t>(static_cast<uint32_t>(a) >> S);
+    }
     template <int S>
-    static vi slli(vi a) { return static_cast<int32_t>(static_cast<uint32_t>(a) << S); }
+    static vi slli(vi a) {
+        return static_cast<int32_t>(static_cast<uint32_t>(a) << S);
+    }
     static double to_double(vi a) { return static_cast<double>(a); }
     // k added to the high word of each lane (an exponent put in place by
     // integer arithmetic; no carry crosses from the low word).
     static double add_hi32(double y, vi k) {
-        return zvl::from_bits(zvl::bits(y) + (static_cast<uint64_t>(static_cast<uint32_t>(k)) << 32));
+        return zvl::from_bits(zvl::bits(y) +
+                              (static_cast<uint64_t>(static_cast<uint32_t>(k)) << 32));
     }
     static void store(uint32_t* w, vi a) { w[0] = static_cast<uint32_t>(a); }
 };
@@ -56,18 +67,27 @@ struct Int128Lanes {
     static vi add(vi a, vi b) { return _mm_add_epi32(a, b); }
     static vi sub(vi a, vi b) { return _mm_sub_epi32(a, b); }
     template <int S>
-    static vi srai(vi a) { return _mm_srai_epi32(a, S); }
+    static vi srai(vi a) {
+        return _mm_srai_epi32(a, S);
+    }
     template <int S>
-    static vi srli(vi a) { return _mm_srli_epi32(a, S); }
+    static vi srli(vi a) {
+        return _mm_srli_epi32(a, S);
+    }
     template <int S>
-    static vi slli(vi a) { return _mm_slli_epi32(a, S); }
+    static vi slli(vi a) {
+        return _mm_slli_epi32(a, S);
+    }
 };
 
 template <>
 struct Lanes<2> : Int128Lanes {
-
-    static vi hi32(__m128d x) { return _mm_shuffle_epi32(_mm_castpd_si128(x), _MM_SHUFFLE(3, 3, 3, 1)); }
-    static vi lo32(__m128d x) { return _mm_shuffle_epi32(_mm_castpd_si128(x), _MM_SHUFFLE(2, 2, 2, 0)); }
+    static vi hi32(__m128d x) {
+        return _mm_shuffle_epi32(_mm_castpd_si128(x), _MM_SHUFFLE(3, 3, 3, 1));
+    }
+    static vi lo32(__m128d x) {
+        return _mm_shuffle_epi32(_mm_castpd_si128(x), _MM_SHUFFLE(2, 2, 2, 0));
+    }
     static __m128d to_double(vi a) { return _mm_cvtepi32_pd(a); }
     static __m128d add_hi32(__m128d y, vi k) {
         return _mm_castsi128_pd(
@@ -79,16 +99,15 @@ struct Lanes<2> : Int128Lanes {
 #ifdef __AVX__
 template <>
 struct Lanes<4> : Int128Lanes {
-
     static vi hi32(__m256d x) { return pick<_MM_SHUFFLE(3, 1, 3, 1)>(x); }
     static vi lo32(__m256d x) { return pick<_MM_SHUFFLE(2, 0, 2, 0)>(x); }
     static __m256d to_double(vi a) { return _mm256_cvtepi32_pd(a); }
     static __m256d add_hi32(__m256d y, vi k) {
         const __m128i z = _mm_setzero_si128();
-        const __m128i lo = _mm_add_epi32(_mm_castpd_si128(_mm256_castpd256_pd128(y)),
-                                         _mm_unpacklo_epi32(z, k));
-        const __m128i hi = _mm_add_epi32(_mm_castpd_si128(_mm256_extractf128_pd(y, 1)),
-                                         _mm_unpackhi_epi32(z, k));
+        const __m128i lo =
+            _mm_add_epi32(_mm_castpd_si128(_mm256_castpd256_pd128(y)), _mm_unpacklo_epi32(z, k));
+        const __m128i hi =
+            _mm_add_epi32(_mm_castpd_si128(_mm256_extractf128_pd(y, 1)), _mm_unpackhi_epi32(z, k));
         return join(_mm_castsi128_pd(lo), _mm_castsi128_pd(hi));
     }
     static void store(uint32_t* w, vi a) { _mm_storeu_si128(reinterpret_cast<__m128i*>(w), a); }

@@ -7,9 +7,9 @@
 #include <vector>
 
 #include "frame/cpu_type.h"
-#include "tests/kernels/pow_support.h"
 #include "state/state.h"
 #include "tests/common/capture.h"
+#include "tests/kernels/pow_support.h"
 
 namespace {
 
@@ -47,11 +47,13 @@ TEST_F(PowFront, AccuracyFieldPicksTheKernel) {
         const int col = acc == 2 ? 0 : acc == 1 ? 1 : 2;
         VDPOW(&n, x.data(), y.data(), got.data());
         pow_test::pow_kernel(cpu, col)(n, x.data(), y.data(), want.data());
-        for (int i = 0; i < n; ++i) EXPECT_EQ(bits(got[i]), bits(want[i])) << "field " << acc << " i " << i;
+        for (int i = 0; i < n; ++i)
+            EXPECT_EQ(bits(got[i]), bits(want[i])) << "field " << acc << " i " << i;
         const double b = 1.37;
         VDPOWX(&n, x.data(), &b, got.data());
         pow_test::powx_kernel(cpu, col)(n, x.data(), b, want.data());
-        for (int i = 0; i < n; ++i) EXPECT_EQ(bits(got[i]), bits(want[i])) << "field " << acc << " i " << i;
+        for (int i = 0; i < n; ++i)
+            EXPECT_EQ(bits(got[i]), bits(want[i])) << "field " << acc << " i " << i;
     }
     EXPECT_EQ(zvl::get_status(), ZVL_STATUS_ERRDOM);
 }
@@ -70,9 +72,8 @@ TEST_P(PowxArguments, ChecksInOrder) {
     const ArgCase c = GetParam();
     double a[2] = {2.0, 3.0}, r[2] = {0, 0}, b = 2.5;
     zvl::set_status(7);
-    const std::string out = zvl_test::capture_stdout([&] {
-        VDPOWX(&c.n, c.a ? a : nullptr, c.b ? &b : nullptr, c.r ? r : nullptr);
-    });
+    const std::string out = zvl_test::capture_stdout(
+        [&] { VDPOWX(&c.n, c.a ? a : nullptr, c.b ? &b : nullptr, c.r ? r : nullptr); });
     if (c.position) {
         EXPECT_EQ(out, "\nZEL ERROR: Parameter " + std::to_string(c.position) +
                            " was incorrect on entry to vdPowx\n");
@@ -83,14 +84,13 @@ TEST_P(PowxArguments, ChecksInOrder) {
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    Cases, PowxArguments,
-    testing::Values(ArgCase{-1, false, false, false, 1, ZVL_STATUS_BADSIZE},
-                    ArgCase{0, false, false, false, 0, 0},
-                    ArgCase{2, false, true, true, 2, ZVL_STATUS_BADMEM},
-                    ArgCase{2, true, false, false, 3, ZVL_STATUS_BADMEM},
-                    ArgCase{2, true, true, false, 3, ZVL_STATUS_BADMEM},
-                    ArgCase{2, false, false, false, 2, ZVL_STATUS_BADMEM}));
+INSTANTIATE_TEST_SUITE_P(Cases, PowxArguments,
+                         testing::Values(ArgCase{-1, false, false, false, 1, ZVL_STATUS_BADSIZE},
+                                         ArgCase{0, false, false, false, 0, 0},
+                                         ArgCase{2, false, true, true, 2, ZVL_STATUS_BADMEM},
+                                         ArgCase{2, true, false, false, 3, ZVL_STATUS_BADMEM},
+                                         ArgCase{2, true, true, false, 3, ZVL_STATUS_BADMEM},
+                                         ArgCase{2, false, false, false, 2, ZVL_STATUS_BADMEM}));
 
 TEST_F(PowFront, PowArgumentsInOrder) {
     double a = 2.0, b = 3.0;
@@ -107,9 +107,9 @@ TEST_F(PowFront, IdxFormsAdvanceTheArrays) {
     const int n = 3;
     VDPOW_Idx(&n, a, 1, b, 2, r, 3);
     EXPECT_EQ(r[2], 0.0);
-    EXPECT_EQ(r[3], 16.0);   // 2^4
-    EXPECT_EQ(r[4], 27.0);   // 3^3
-    EXPECT_EQ(r[5], 16.0);   // 4^2
+    EXPECT_EQ(r[3], 16.0);  // 2^4
+    EXPECT_EQ(r[4], 27.0);  // 3^3
+    EXPECT_EQ(r[5], 16.0);  // 4^2
     const double e = 2.0;
     VDPOWX_Idx(&n, a, 2, &e, r, 0);
     EXPECT_EQ(r[0], 9.0);

@@ -41,10 +41,10 @@ TEST_P(PowKernel, ReportsInOrderAndLanesAsAlone) {
         double x, y;
         bool reported;
     } const special[] = {
-        {0, -8.0, 1.0 / 3, true},  {3, 0.0, -3.0, true},       {5, -kInf, 3.0, false},
-        {9, 2.0, 1024.0, false},   {10, -0.0, -1.0, true},     {15, kNaN, 2.0, false},
-        {17, 1e-310, 0.5, false},  {22, 2.0, -1075.0, false},  {24, -2.0, 0.5, true},
-        {25, 1.0, kNaN, false},    {30, -1.0, kInf, false},    {33, 0.5, 1074.0, false},
+        {0, -8.0, 1.0 / 3, true}, {3, 0.0, -3.0, true},      {5, -kInf, 3.0, false},
+        {9, 2.0, 1024.0, false},  {10, -0.0, -1.0, true},    {15, kNaN, 2.0, false},
+        {17, 1e-310, 0.5, false}, {22, 2.0, -1075.0, false}, {24, -2.0, 0.5, true},
+        {25, 1.0, kNaN, false},   {30, -1.0, kInf, false},   {33, 0.5, 1074.0, false},
     };
     constexpr int n = 35;
     double x[n], y[n], r[n];
@@ -77,7 +77,8 @@ TEST_P(PowKernel, CallbackReplacementSurvives) {
     pow()(11, x, y, want);
     Reports reports(true, 42.0);
     pow()(11, x, y, r);
-    for (int i = 0; i < 11; ++i) EXPECT_EQ(bits(r[i]), bits(i == 3 || i == 9 ? 42.0 : want[i])) << i;
+    for (int i = 0; i < 11; ++i)
+        EXPECT_EQ(bits(r[i]), bits(i == 3 || i == 9 ? 42.0 : want[i])) << i;
     EXPECT_EQ(reports.list(), (std::vector<std::pair<int32_t, int32_t>>{{1, 3}, {1, 9}}));
 }
 
@@ -130,8 +131,8 @@ TEST_P(PowKernel, RemainderAndBounds) {
 // the caller set, and give the caller's word back. Powx EP kernels (and Pow
 // EP at type 1) give the x87 control word back.
 TEST_P(PowKernel, GuardsRestoreTheControlWords) {
-    const bool mxcsr_guard = (col() == 0 && (cpu() == 5 || cpu() <= 1)) || (col() == 1 && cpu() == 1) ||
-                             cpu() == 0;
+    const bool mxcsr_guard =
+        (col() == 0 && (cpu() == 5 || cpu() <= 1)) || (col() == 1 && cpu() == 1) || cpu() == 0;
     double x[13], y[13], rn[13], rz[13];
     for (int i = 0; i < 13; ++i) x[i] = kPlainX[i % 8] * 1.37 + i, y[i] = kPlainY[i % 8] * 3.1;
     pow()(13, x, y, rn);
@@ -168,8 +169,8 @@ TEST_P(PowKernel, PowxIsPowWithOneExponent) {
     x[30] = 0.0;
     x[33] = -kInf;
     const int32_t n = static_cast<int32_t>(x.size());
-    for (double b : {3.0, -3.0, 2.5, -0.75, 1e-300, 7e15, 1.0 / 3, 0.0, -0.0, 1074.5, -1100.0,
-                     4.0, 0.25, -2.0, kInf, -kInf, kNaN}) {
+    for (double b : {3.0, -3.0, 2.5, -0.75, 1e-300, 7e15, 1.0 / 3, 0.0, -0.0, 1074.5, -1100.0, 4.0,
+                     0.25, -2.0, kInf, -kInf, kNaN}) {
         std::vector<double> bb(x.size(), b), want(x.size()), got(x.size());
         Reports reports;
         pow()(n, x.data(), bb.data(), want.data());
@@ -186,7 +187,8 @@ TEST_P(PowKernel, PowxIsPowWithOneExponent) {
 // and Pow's exact cases and reports on the elements the road refuses.
 TEST_P(PowKernel, PowxShortcutsAreExact) {
     std::vector<double> x;
-    for (int i = 0; i < 29; ++i) x.push_back(std::ldexp(kPlainX[i % 8] + i * 0.01, (i * 71) % 2000 - 1000));
+    for (int i = 0; i < 29; ++i)
+        x.push_back(std::ldexp(kPlainX[i % 8] + i * 0.01, (i * 71) % 2000 - 1000));
     for (double s : {0.0, -0.0, kInf, -kInf, kNaN, -3.0, 5e-324, -5e-324, 1.0, -1.0})
         x.push_back(s);
     x.push_back(pow_test::from_bits(0x7ff0000000000001));  // signalling NaN
@@ -200,7 +202,10 @@ TEST_P(PowKernel, PowxShortcutsAreExact) {
         pow()(n, x.data(), bb.data(), want.data());
         EXPECT_EQ(got_reports, reports.list()) << hex(b);
         for (int i = 0; i < n; ++i) {
-            double exact = b == 1.0 ? x[i] : b == 2.0 ? x[i] * x[i] : b == 0.5 ? std::sqrt(x[i]) : 1.0 / x[i];
+            double exact = b == 1.0   ? x[i]
+                           : b == 2.0 ? x[i] * x[i]
+                           : b == 0.5 ? std::sqrt(x[i])
+                                      : 1.0 / x[i];
             const bool special = std::isnan(x[i]) || std::isinf(x[i]) || x[i] == 0.0 ||
                                  (b == 0.5 && std::signbit(x[i]));
             if (special) exact = want[i];  // the exact cases of Pow

@@ -34,8 +34,8 @@ class PerKernel : public testing::TestWithParam<std::tuple<int, int>> {
 };
 
 std::string kernel_name(const testing::TestParamInfo<std::tuple<int, int>>& p);
-#define POW_FOR_EACH_KERNEL(suite)                                                           \
-    INSTANTIATE_TEST_SUITE_P(AllKernels, suite,                                              \
+#define POW_FOR_EACH_KERNEL(suite)                                                         \
+    INSTANTIATE_TEST_SUITE_P(AllKernels, suite,                                            \
                              testing::Combine(testing::Range(0, 6), testing::Range(0, 3)), \
                              pow_test::kernel_name)
 

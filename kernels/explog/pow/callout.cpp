@@ -113,8 +113,8 @@ inline double pow_core(double x, double y, int32_t offset, double sign) {
         // rounds, once; below 2^-1021 the final sum is then exact. (From
         // k = -1021 on the result is normal and the exponent build below is
         // exact.)
-        constexpr double B = from_bits(0x0708000000000000);        // 1.5 * 2^-911
-        constexpr double kDown = from_bits(0x3900000000000000);    // 2^-111
+        constexpr double B = from_bits(0x0708000000000000);      // 1.5 * 2^-911
+        constexpr double kDown = from_bits(0x3900000000000000);  // 2^-111
         const double S = from_bits(static_cast<uint64_t>(k + 111 + 1023) << 52);
         const double s_hi = hi * S, s_lo = lo * S;
         const double v = s_hi + s_lo;
@@ -123,8 +123,7 @@ inline double pow_core(double x, double y, int32_t offset, double sign) {
         return (H * kDown + rest * kDown) * sign;
     }
     const double m = hi + lo;
-    return from_bits(bits(m) + (static_cast<uint64_t>(static_cast<int64_t>(k)) << 52)) *
-           sign;
+    return from_bits(bits(m) + (static_cast<uint64_t>(static_cast<int64_t>(k)) << 52)) * sign;
 }
 
 }  // namespace

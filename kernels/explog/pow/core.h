@@ -92,8 +92,8 @@ struct PowReduce {
         const typename L::vi hx = L::hi32(x);
         uint32_t i[V::lanes];
         L::store(i, L::template srli<10>(L::add(L::and_(hx, L::splat(0xffe00)), L::splat(512))));
-        n = L::to_double(L::sub(L::template srai<20>(L::sub(hx, L::splat(PowC::kNBase))),
-                                L::splat(offset)));
+        n = L::to_double(
+            L::sub(L::template srai<20>(L::sub(hx, L::splat(PowC::kNBase))), L::splat(offset)));
         R = V::gather(zvl::kPowR, i);
         V::gather_pairs(zvl::kPowLog2, i, T_hi, T_lo);
         M = V::or_(V::and_(x, splat_bits<V>(PowC::kMantMask)), splat_bits<V>(PowC::kOne));
@@ -166,7 +166,8 @@ inline void pow_log2(typename V::vd x, int32_t offset, typename V::vd& h, typena
 
 // y * (h + l) as Y_hi + Y_lo.
 template <class V>
-inline void pow_mul(const PowSplit<V>& y, typename V::vd h, typename V::vd l, typename V::vd& Y_hi, typename V::vd& Y_lo) {
+inline void pow_mul(const PowSplit<V>& y, typename V::vd h, typename V::vd l, typename V::vd& Y_hi,
+                    typename V::vd& Y_lo) {
     const typename V::vd h_hi = V::and_(h, splat_bits<V>(PowC::kHi26));
     const typename V::vd h_lo = V::sub(h, h_hi);
     Y_hi = V::mul(y.y, h);

@@ -62,8 +62,8 @@ inline typename V::vd pow_vector(typename V::vd x, const PowSplit<V>& y, uint32_
     pow_mul<V>(y, h, l, Y_hi, Y_lo);
     pow_exp2<V, WithLo>(Y_hi, Y_lo, hi, lo, k);
     const typename V::vd r = L::add_hi32(V::add(hi, lo), L::template slli<20>(k));
-    typename V::vd ok = V::and_(pow_x_ok<V>(x),
-                         V::lt(V::and_(Y_hi, splat_bits<V>(PowC::kAbsMask)), V::splat(PowC::kBlockLimit)));
+    typename V::vd ok = V::and_(pow_x_ok<V>(x), V::lt(V::and_(Y_hi, splat_bits<V>(PowC::kAbsMask)),
+                                                      V::splat(PowC::kBlockLimit)));
     if constexpr (YChecked) ok = V::and_(ok, pow_y_ok<V>(y.y));
     refused_bits = refused<V>(ok);
     return r;
@@ -101,8 +101,8 @@ inline typename V::vd pow_ep_vector(typename V::vd x, typename V::vd y, uint32_t
     typename V::vd z, e;
     pow_reduced<V>(d, z, e);
     const typename V::vd p = V::mul(V::add(z, e), V::splat(PowEP::kInvLog2eHi));
-    const typename V::vd c = V::mul_add(V::mul_add(p, V::splat(PowEP::c4), V::splat(PowEP::c3)), p,
-                                        V::splat(PowEP::c2));
+    const typename V::vd c =
+        V::mul_add(V::mul_add(p, V::splat(PowEP::c4), V::splat(PowEP::c3)), p, V::splat(PowEP::c2));
     const typename V::vd series = V::add(p, V::mul(V::mul(p, p), c));
     const typename V::vd lnx =
         V::mul_add(V::add(V::add(d.n, d.T_hi), d.T_lo), V::splat(PowEP::kLn2), series);
@@ -122,8 +122,8 @@ inline typename V::vd pow_ep_vector(typename V::vd x, typename V::vd y, uint32_t
         V::select(V::eq(Y, V::splat(0.0)), V::splat(1.0),
                   L::add_hi32(E, L::template slli<20>(L::template srai<11>(bits))));
 
-    typename V::vd ok = V::and_(pow_x_ok<V>(x),
-                         V::le(V::and_(Y, splat_bits<V>(PowC::kAbsMask)), V::splat(PowEP::kBound)));
+    typename V::vd ok = V::and_(
+        pow_x_ok<V>(x), V::le(V::and_(Y, splat_bits<V>(PowC::kAbsMask)), V::splat(PowEP::kBound)));
     if constexpr (YChecked) ok = V::and_(ok, pow_y_ok<V>(y));
     refused_bits = refused<V>(ok);
     return r;
@@ -159,7 +159,8 @@ struct PowBlock {
 template <int Cpu, PowMode Mode>
 using PowGuard = std::conditional_t<
     Mode == PowMode::HA && (Cpu == 5 || Cpu <= 1), MxcsrGuard<0>,
-    std::conditional_t<Cpu == 1, std::conditional_t<Mode == PowMode::LA, MxcsrGuard<0>, X87Guard<0x200>>,
+    std::conditional_t<Cpu == 1,
+                       std::conditional_t<Mode == PowMode::LA, MxcsrGuard<0>, X87Guard<0x200>>,
                        NoGuard>>;
 
 template <int Cpu, PowMode Mode>

@@ -28,7 +28,8 @@ template <PowMode Mode>
 struct PowxBlock {
     double b, b_hi, b_lo;  // b finite
 
-    explicit PowxBlock(double e) : b(e), b_hi(PowSplit<Scalar>(e).hi), b_lo(PowSplit<Scalar>(e).lo) {}
+    explicit PowxBlock(double e)
+        : b(e), b_hi(PowSplit<Scalar>(e).hi), b_lo(PowSplit<Scalar>(e).lo) {}
 
     template <class V, int NV>
     uint32_t block(const typename V::vd* x, typename V::vd* r) const {
@@ -69,26 +70,38 @@ inline typename V::vd is_nan(typename V::vd x) {
 
 struct PowxSquare : PerVector<PowxSquare> {
     template <class V>
-    static typename V::vd eval(typename V::vd x) { return V::mul(x, x); }
+    static typename V::vd eval(typename V::vd x) {
+        return V::mul(x, x);
+    }
     template <class V>
-    static typename V::vd special(typename V::vd x) { return is_nan<V>(x); }
+    static typename V::vd special(typename V::vd x) {
+        return is_nan<V>(x);
+    }
     static int32_t callout(const double* x, double* r) { return zvl::pow_scalar(*x, 2.0, r); }
 };
 
 struct PowxSqrt : PerVector<PowxSqrt> {
     template <class V>
-    static typename V::vd eval(typename V::vd x) { return V::sqrt(x); }
+    static typename V::vd eval(typename V::vd x) {
+        return V::sqrt(x);
+    }
     // the sign bit set (negatives, -0, -Inf) or NaN
     template <class V>
-    static typename V::vd special(typename V::vd x) { return V::or_(x, is_nan<V>(x)); }
+    static typename V::vd special(typename V::vd x) {
+        return V::or_(x, is_nan<V>(x));
+    }
     static int32_t callout(const double* x, double* r) { return zvl::pow_scalar(*x, 0.5, r); }
 };
 
 struct PowxInverse : PerVector<PowxInverse> {
     template <class V>
-    static typename V::vd eval(typename V::vd x) { return V::div(V::splat(1.0), x); }
+    static typename V::vd eval(typename V::vd x) {
+        return V::div(V::splat(1.0), x);
+    }
     template <class V>
-    static typename V::vd special(typename V::vd x) { return V::or_(V::eq(x, V::splat(0.0)), is_nan<V>(x)); }
+    static typename V::vd special(typename V::vd x) {
+        return V::or_(V::eq(x, V::splat(0.0)), is_nan<V>(x));
+    }
     static int32_t callout(const double* x, double* r) { return zvl::pow_scalar(*x, -1.0, r); }
 };
 

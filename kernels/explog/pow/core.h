@@ -38,8 +38,8 @@ struct PowC {
     static constexpr double kMinusLog2eHi = zvl::from_bits(0xbff7154740000000);
 
     // log2(1 + q/log2e_hi) - q: the Taylor terms in q. c1 is the part of the
-    // linear term that log2e_hi leaves out (log2e/log2e_hi - 1). c2 itself
-    // is used in the two parts below.
+    // linear term that log2e_hi leaves out (log2e/log2e_hi - 1). LA takes c2
+    // whole, HA in the two parts below.
     static constexpr double c1 = zvl::from_bits(0x3e79c3a6966457ee);  // 9.597935033233511e-08
     static constexpr double c2 = zvl::from_bits(0xbfd62e4346694107);  // -0.3465736568077919
     // c2 in two parts, 19 bits and the rest: the quadratic term is the one

@@ -448,15 +448,18 @@ int ref_invcbrt(mpfr_ptr r, mpfr_srcptr x, mpfr_rnd_t rnd) {
     return inexact;
 }
 
+// The ends of the estimate paths (2^-120, 2^120) and of InvSqrt HA's (2^1022,
+// where 1/x leaves the normal range).
 const double sqrt_special[] = {
     0.0, -0.0, 1.0, 2.0, 4.0, 0.25, 0x1.fffffffffffffp-1, kTiny, kMin, 0x1p-1023,
-    kMax, kInf, -kInf, kNaN, -1.0, -kTiny,
+    kMax, kInf, -kInf, kNaN, -1.0, -kTiny, 0x1p-120, 0x1p120, 0x1p1022,
 };
 
 const Region sqrt_regions[] = {
     {lg(kMin, kMax), kNone, 3, "normal arguments, every binade"},
     {lg(kTiny, kMin), kNone, 1, "subnormal arguments"},
     {lin(1.0, 4.0), kNone, 1, "one period of the exponent's parity"},
+    {lg(0x1p1016, kMax), kNone, 0.3, "1/x near and below the smallest normal"},
     {lg(-kTiny, -kMax), kNone, 0.2, "negative arguments"},
 };
 
@@ -495,14 +498,17 @@ constexpr FunctionRow invsqrt_row = {
     .baseline = local("1.0/glibc sqrt", loop_invsqrt),
 };
 
+// 2^1022: InvCbrt HA takes 1/a up to here in its vector path.
 const double cbrt_special[] = {
     0.0, 1.0, 8.0, 27.0, 0.125, 2.0, 0x1.fffffffffffffp-1, kTiny, kMin, kMax, kInf, kNaN,
+    0x1p1022,
 };
 
 const Region cbrt_regions[] = {
     {lg2(kMin, kMax), kNone, 3, "normal arguments, every binade"},
     {lg2(kTiny, kMin), kNone, 1, "subnormal arguments"},
     {lg2(1.0, 8.0), kNone, 1, "one period of the exponent's remainder by 3"},
+    {lg2(0x1p1016, kMax), kNone, 0.3, "1/x near and below the smallest normal"},
 };
 
 const Peer cbrt_peers[] = {

@@ -17,6 +17,8 @@
     D1(VDINVSQRT, vdInvSqrt, 54)                            \
     D1(VDCBRT, vdCbrt, 72)                                  \
     D1(VDINVCBRT, vdInvCbrt, 90)                            \
+    D2(VDPOW, vdPow, 108)                                   \
+    DX(VDPOWX, vdPowx, 126)                                 \
     D1(VDEXP, vdExp, 144)                                   \
     D1(VDLN, vdLn, 162)                                     \
     D1(VDLOG10, vdLog10, 180)                               \

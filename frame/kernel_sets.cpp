@@ -27,6 +27,8 @@ const KernelSet<KernelD1> kernels_VDSQRT = ZVL_REAL_SET(Sqrt);
 const KernelSet<KernelD1> kernels_VDINVSQRT = ZVL_REAL_SET(InvSqrt);
 const KernelSet<KernelD1> kernels_VDCBRT = ZVL_REAL_SET(Cbrt);
 const KernelSet<KernelD1> kernels_VDINVCBRT = ZVL_REAL_SET(InvCbrt);
+const KernelSet<KernelD2> kernels_VDPOW = ZVL_REAL_SET(Pow);
+const KernelSet<KernelDx> kernels_VDPOWX = ZVL_REAL_SET(Powx);
 const KernelSet<KernelD1> kernels_VDEXP = ZVL_REAL_SET(Exp);
 
 const RoundingSet<KernelD1> kernels_VDCEIL = ZVL_ROUNDING_SET(Ceil);

@@ -115,6 +115,15 @@ ZVL_API void VDLOG10_Idx(const int *n, const double *a, int ia, double *r, int i
 ZVL_API void VDDIV(const int *n, const double *a, const double *b, double *r);
 ZVL_API void VDDIV_Idx(const int *n, const double *a, int ia, const double *b, int ib,
                        double *r, int ir);
+ZVL_API void VDPOW(const int *n, const double *a, const double *b, double *r);
+ZVL_API void VDPOW_Idx(const int *n, const double *a, int ia, const double *b, int ib,
+                       double *r, int ir);
+
+/* Real array and real scalar: r[i] = f(a[i], *b).  *b is read once per call
+ * and never tested for null. */
+ZVL_API void VDPOWX(const int *n, const double *a, const double *b, double *r);
+ZVL_API void VDPOWX_Idx(const int *n, const double *a, int ia, const double *b, double *r,
+                        int ir);
 
 /*
  * Rounding to integer values: no accuracy choice, nothing is ever reported.

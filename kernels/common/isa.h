@@ -71,26 +71,6 @@ struct Scalar {
         a = t[2 * j[0]];
         b = t[2 * j[0] + 1];
     }
-
-    // Integer work on one 32-bit half of each lane (`vi`): hi32 takes the
-    // high words (sign, exponent, top of the mantissa), lo32 the low words.
-    // Adds wrap; shifts take a constant count; ilt compares signed; istore
-    // writes the lanes' words for table lookups.
-    using vi = int32_t;
-    static vi hi32(vd x) { return static_cast<int32_t>(zvl::bits(x) >> 32); }
-    static vi lo32(vd x) { return static_cast<int32_t>(zvl::bits(x)); }
-    static vi isplat(int32_t c) { return c; }
-    static vi iadd(vi a, vi b) {
-        return static_cast<int32_t>(static_cast<uint32_t>(a) + static_cast<uint32_t>(b));
-    }
-    static vi iand(vi a, vi b) { return a & b; }
-    static vi isrl(vi a, int s) { return static_cast<int32_t>(static_cast<uint32_t>(a) >> s); }
-    static vi isra(vi a, int s) { return a >> s; }
-    static vi ilt(vi a, vi b) { return a < b ? -1 : 0; }
-    static vd icvt(vi a) { return static_cast<double>(a); }
-    // One bit per lane from the signs of a vi.
-    static int imask(vi m) { return static_cast<int>(static_cast<uint32_t>(m) >> 31); }
-    static void istore(uint32_t* p, vi a) { p[0] = static_cast<uint32_t>(a); }
 };
 
 struct Sse2 {
@@ -143,20 +123,6 @@ struct Sse2 {
         a = _mm_unpacklo_pd(p0, p1);
         b = _mm_unpackhi_pd(p0, p1);
     }
-
-    // vi: the 32-bit halves gathered into the low int32 lanes (two used).
-    using vi = __m128i;
-    static vi hi32(vd x) { return _mm_shuffle_epi32(_mm_castpd_si128(x), _MM_SHUFFLE(3, 1, 3, 1)); }
-    static vi lo32(vd x) { return _mm_shuffle_epi32(_mm_castpd_si128(x), _MM_SHUFFLE(2, 0, 2, 0)); }
-    static vi isplat(int32_t c) { return _mm_set1_epi32(c); }
-    static vi iadd(vi a, vi b) { return _mm_add_epi32(a, b); }
-    static vi iand(vi a, vi b) { return _mm_and_si128(a, b); }
-    static vi isrl(vi a, int s) { return _mm_srli_epi32(a, s); }
-    static vi isra(vi a, int s) { return _mm_srai_epi32(a, s); }
-    static vi ilt(vi a, vi b) { return _mm_cmplt_epi32(a, b); }
-    static vd icvt(vi a) { return _mm_cvtepi32_pd(a); }
-    static int imask(vi m) { return _mm_movemask_ps(_mm_castsi128_ps(m)) & 3; }
-    static void istore(uint32_t* p, vi a) { _mm_storel_epi64(reinterpret_cast<__m128i*>(p), a); }
 };
 
 struct Sse3 : Sse2 {
@@ -236,20 +202,6 @@ struct Avx {
         b = _mm256_unpackhi_pd(p02, p13);
     }
 
-    // vi: the 32-bit halves of the four lanes in one 128-bit register.
-    using vi = __m128i;
-    static vi hi32(vd x) { return halves32<_MM_SHUFFLE(3, 1, 3, 1)>(x); }
-    static vi lo32(vd x) { return halves32<_MM_SHUFFLE(2, 0, 2, 0)>(x); }
-    static vi isplat(int32_t c) { return _mm_set1_epi32(c); }
-    static vi iadd(vi a, vi b) { return _mm_add_epi32(a, b); }
-    static vi iand(vi a, vi b) { return _mm_and_si128(a, b); }
-    static vi isrl(vi a, int s) { return _mm_srli_epi32(a, s); }
-    static vi isra(vi a, int s) { return _mm_srai_epi32(a, s); }
-    static vi ilt(vi a, vi b) { return _mm_cmplt_epi32(a, b); }
-    static vd icvt(vi a) { return _mm256_cvtepi32_pd(a); }
-    static int imask(vi m) { return _mm_movemask_ps(_mm_castsi128_ps(m)); }
-    static void istore(uint32_t* p, vi a) { _mm_storeu_si128(reinterpret_cast<__m128i*>(p), a); }
-
   private:
     static __m128i low(vd a) { return _mm_castpd_si128(_mm256_castpd256_pd128(a)); }
     static __m128i high(vd a) { return _mm_castpd_si128(_mm256_extractf128_pd(a, 1)); }
@@ -262,11 +214,6 @@ struct Avx {
     template <__m128i (*Op)(__m128i, __m128i)>
     static vd halves(vd a, vd b) {
         return join(Op(low(a), low(b)), Op(high(a), high(b)));
-    }
-    template <int Sel>
-    static vi halves32(vd x) {
-        return _mm_castps_si128(
-            _mm_shuffle_ps(_mm_castsi128_ps(low(x)), _mm_castsi128_ps(high(x)), Sel));
     }
 };
 #endif

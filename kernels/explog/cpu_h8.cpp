@@ -7,5 +7,7 @@
 #include "kernels/explog/rounding/rounding.h"
 #include "kernels/explog/sqrt.h"
 #include "kernels/explog/cbrt.h"
+#include "kernels/explog/pow/pow.h"
+#include "kernels/explog/pow/powx.h"
 #include "kernels/explog/ln/ln.h"
 #include "kernels/explog/log10/log10.h"

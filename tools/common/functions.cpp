@@ -304,13 +304,16 @@ void pow_pairs(Rng& rng, const Interval* a_range, bool shared_b, size_t n, doubl
                double* b) {
     if (shared_b) {
         // One y for the group: a small integer (negative x allowed), a
-        // simple fraction, or any value; x then put where x^y is in range.
+        // simple fraction, a huge one (x then within a hair of 1), or any
+        // value; x then put where x^y is in range.
         double y;
-        const uint64_t kind = rng.below(4);
+        const uint64_t kind = rng.below(5);
         if (kind == 0)
             y = static_cast<double>(static_cast<int64_t>(rng.below(81)) - 40);
         else if (kind == 1)
             y = (static_cast<double>(rng.below(13)) - 6.0) / static_cast<double>(1 + rng.below(4));
+        else if (kind == 4)
+            y = std::copysign(std::exp2(rng.linear(10.0, 60.0)), rng.linear(-1.0, 1.0));
         else
             y = rng.linear(-64.0, 64.0);
         for (size_t i = 0; i < n; ++i) {
@@ -327,10 +330,21 @@ void pow_pairs(Rng& rng, const Interval* a_range, bool shared_b, size_t n, doubl
     }
     for (size_t i = 0; i < n; ++i) {
         double x, y;
-        switch (a_range ? 0 : rng.below(8)) {
+        switch (a_range ? 0 : rng.below(10)) {
             case 4:  // near 1, wide y: the logarithm's small end
                 x = rng.linear(0.5, 2.0);
                 y = rng.linear(-2000.0, 2000.0);
+                break;
+            case 8: {  // the first table intervals around 1, where log2 x and
+                       // the table value nearly cancel, y*log2 x near the ends
+                const double d = static_cast<double>(1 + rng.below(3)) - 0.5 + 0.2 * rng.unit();
+                x = rng.below(2) ? 1.0 + d / 1024 : 1.0 - d / 2048;
+                y = (rng.below(2) ? -1.0 : 1.0) * rng.linear(1000.0, 1024.0) / std::log2(x);
+                break;
+            }
+            case 9:  // x within a few ulps of 1, huge y
+                x = 1.0 + static_cast<double>(static_cast<int64_t>(rng.below(64)) - 32) * 0x1p-53;
+                y = pow_y_for(rng, x);
                 break;
             case 5:  // negative x with integer y
                 x = -rng.by_bits(0x1p-20, 0x1p20);

@@ -25,6 +25,7 @@
 #pragma once
 
 #include "kernels/common/isa.h"
+#include "kernels/common/lanes.h"
 
 namespace {
 
@@ -36,8 +37,8 @@ namespace {
 // One bit per lane.
 template <class V>
 inline int log_refused(typename V::vd x) {
-    return V::imask(
-        V::ilt(V::iadd(V::hi32(x), V::isplat(0x00100000)), V::isplat(0x00200000)));
+    using L = Lanes<V::lanes>;
+    return L::mask(L::lt(L::add(L::hi32(x), L::splat(0x00100000)), L::splat(0x00200000)));
 }
 
 // The test of the EP kernels that scale denormals in line: one bit per lane
@@ -54,9 +55,10 @@ template <class V>
 inline void split_pivot(typename V::vd x, uint64_t pivot, typename V::vd& k,
                         typename V::vd& m) {
     using vd = typename V::vd;
+    using L = Lanes<V::lanes>;
     const vd P = splat_bits<V>(pivot);
     const vd d = V::sub_i64(x, P);
-    k = V::icvt(V::isra(V::hi32(d), 20));
+    k = L::to_double(L::template srai<20>(L::hi32(d)));
     m = V::add_i64(V::and_(d, splat_bits<V>(0x000fffffffffffff)), P);
 }
 
@@ -81,10 +83,11 @@ struct SplitB {
 
 template <class V>
 inline void split_b(typename V::vd x, SplitB<V>& s) {
+    using L = Lanes<V::lanes>;
     typename V::vd m;
     split_pivot<V>(x, PivotB::pivot, s.n, m);
-    V::istore(s.pair, V::iand(V::isrl(V::iadd(V::hi32(m), V::isplat(PivotB::row_bias)), 11),
-                              V::isplat(PivotB::pair_mask)));
+    L::store(s.pair, L::and_(L::template srli<11>(L::add(L::hi32(m), L::splat(PivotB::row_bias))),
+                             L::splat(PivotB::pair_mask)));
     s.m_hi = V::and_(m, splat_bits<V>(PivotB::high_half));
     s.m_lo = V::sub(m, s.m_hi);
 }
@@ -114,12 +117,13 @@ struct SplitD {
 template <class V>
 inline void split_d(typename V::vd x, SplitD<V>& s) {
     using vd = typename V::vd;
+    using L = Lanes<V::lanes>;
     split_pivot<V>(x, PivotD::pivot, s.k, s.m);
     const vd sum = V::add(s.m, V::splat(PivotD::shifter));
     s.m_hi = V::sub(sum, V::splat(PivotD::shifter));
     s.m_lo = V::sub(s.m, s.m_hi);
-    V::istore(s.pair, V::iand(V::isrl(V::iadd(V::lo32(sum), V::isplat(PivotD::row_bias)), 21),
-                              V::isplat(PivotD::pair_mask)));
+    L::store(s.pair, L::and_(L::template srli<21>(L::add(L::lo32(sum), L::splat(PivotD::row_bias))),
+                             L::splat(PivotD::pair_mask)));
 }
 
 // r = a + b in its two exact parts: a = m_hi*R - 1, b = m_lo*R.

@@ -6,6 +6,11 @@
 //
 // Each function runs once on 1001 elements (the serial path and the
 // remainder loops) and once on 65539 (the parallel drivers).
+//
+// Each call is also made with the x87 unit at 53-bit precision, as programs
+// built with MSVC start, and must give the same bits; and every call must
+// leave the x87 control word and MXCSR as it found them. A breach prints a
+// line starting with "FAULT" and makes the exit code 1.
 #include <cerrno>
 #include <cfenv>
 #include <cinttypes>
@@ -68,29 +73,71 @@ uint64_t hash_bits(const void* p, size_t bytes, uint64_t h) {
 // The five IEEE flags; MinGW's FE_ALL_EXCEPT also has the x87 denormal flag.
 constexpr int kFlags = FE_INVALID | FE_DIVBYZERO | FE_OVERFLOW | FE_UNDERFLOW | FE_INEXACT;
 
+uint16_t x87_control() {
+    uint16_t w;
+    __asm__ __volatile__("fnstcw %0" : "=m"(w));
+    return w;
+}
+void set_x87_control(uint16_t w) { __asm__ __volatile__("fldcw %0" : : "m"(w)); }
+uint32_t mxcsr() {
+    uint32_t w;
+    __asm__ __volatile__("stmxcsr %0" : "=m"(w));
+    return w;
+}
+
+constexpr uint16_t kX87Extended = 0x037F;  // 64-bit significand, round to nearest, all masked
+constexpr uint16_t kX87Double = 0x027F;    // 53-bit significand
+
+int g_faults = 0;
+
+// Makes the call with the x87 control word `cw`; returns the hash of the
+// results, or reports a control word or MXCSR changed by the call.
+template <class Call>
+uint64_t hashed_call(const char* name, Call call, int n, size_t bytes, bool two, uint16_t cw) {
+    std::memset(g_r1.data(), 0, g_r1.size() * sizeof(double));
+    std::memset(g_r2.data(), 0, g_r2.size() * sizeof(double));
+    set_x87_control(cw);
+    const uint32_t csr = mxcsr() & 0xFFC0u;  // control bits, not the sticky flags
+    call(n);
+    const uint16_t cw_after = x87_control();
+    const uint32_t csr_after = mxcsr() & 0xFFC0u;
+    set_x87_control(kX87Extended);
+    if (cw_after != cw || csr_after != csr) {
+        std::printf("FAULT %s n=%d: x87 control 0x%04x -> 0x%04x, MXCSR 0x%04x -> 0x%04x\n", name,
+                    n, cw, cw_after, csr, csr_after);
+        ++g_faults;
+    }
+    uint64_t h = hash_bits(g_r1.data(), n * bytes, 0xCBF29CE484222325u);
+    if (two) h = hash_bits(g_r2.data(), n * bytes, h);
+    return h;
+}
+
 const char* const kModeNames[3] = {"HA", "LA", "EP"};
 const unsigned kModes[3] = {ZVL_HA, ZVL_LA, ZVL_EP};
 
-// Runs one call per mode and size and prints its line. `call(n)` makes the
-// call; `out` elements of `bytes` bytes in g_r1 (and g_r2 when `two`).
+// Runs the calls of each mode and size and prints their line. `call(n)`
+// makes a call on n elements, whose results of `bytes` bytes each go to g_r1
+// (and g_r2 when `two`).
 template <class Call>
 void digest(const char* name, size_t bytes, bool two, Call call) {
     for (int m = 0; m < 3; ++m) {
         unsigned mode = kModes[m] | ZVL_ERRMODE_ERRNO | ZVL_ERRMODE_EXCEPT;
         ZVLSETMODE(&mode);
         for (const int n : {kSmall, kLarge}) {
-            std::memset(g_r1.data(), 0, g_r1.size() * sizeof(double));
-            std::memset(g_r2.data(), 0, g_r2.size() * sizeof(double));
             zvl::clear_status();
             errno = 0;
             std::feclearexcept(kFlags);
-            call(n);
+            const uint64_t h = hashed_call(name, call, n, bytes, two, kX87Extended);
             const int flags = std::fetestexcept(kFlags);
             const int error = errno;
-            uint64_t h = hash_bits(g_r1.data(), n * bytes, 0xCBF29CE484222325u);
-            if (two) h = hash_bits(g_r2.data(), n * bytes, h);
+            const int status = zvl::get_status();
+            if (hashed_call(name, call, n, bytes, two, kX87Double) != h) {
+                std::printf("FAULT %s %s n=%d: other results at 53-bit x87 precision\n", name,
+                            kModeNames[m], n);
+                ++g_faults;
+            }
             std::printf("%-14s %s %5d %016" PRIx64 " status %d errno %d flags 0x%02x\n", name,
-                        kModeNames[m], n, h, zvl::get_status(), error, flags);
+                        kModeNames[m], n, h, status, error, flags);
         }
     }
 }
@@ -132,5 +179,5 @@ int main() {
     ZVL_FUNCTIONS(ZVL_DIGEST_ROW, ZVL_DIGEST_ROW, ZVL_DIGEST_ROW, ZVL_DIGEST_ROW, ZVL_DIGEST_ROW,
                   ZVL_DIGEST_ROW, ZVL_DIGEST_ROW, ZVL_DIGEST_ROW, ZVL_DIGEST_ROW)
 #undef ZVL_DIGEST_ROW
-    return 0;
+    return g_faults == 0 ? 0 : 1;
 }

@@ -6,6 +6,7 @@
 #include <string>
 
 #include "frame/cpu_type.h"
+#include "tests/common/env.h"
 
 namespace {
 
@@ -19,10 +20,10 @@ TEST(CpuTypeOverride, DecidedOnceFromTheEnvironment) {
 
     // Later changes of the variable are never read.
     for (const char* later : {"1", "0", "9", ""}) {
-        setenv("ZVL_CPU_TYPE", later, 1);
+        zvl_test::set_env("ZVL_CPU_TYPE", later);
         EXPECT_EQ(zvl::cpu_type(), want) << "after ZVL_CPU_TYPE=" << later;
     }
-    unsetenv("ZVL_CPU_TYPE");
+    zvl_test::unset_env("ZVL_CPU_TYPE");
     EXPECT_EQ(zvl::cpu_type(), want);
 }
 

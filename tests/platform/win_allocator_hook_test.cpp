@@ -42,7 +42,7 @@ TEST(AllocatorHook, RecordsAllFourFromOneSource) {
     if (std::string(expect) == "runtime") {
         EXPECT_TRUE(is_runtime(s));
     } else {
-        // The module's four (zalloc_module.c), read out of its data items.
+        // The module's four (zalloc_dll.c), read out of its data items.
         EXPECT_EQ(reinterpret_cast<uintptr_t>(s.allocate), 0x1000u);
         EXPECT_EQ(reinterpret_cast<uintptr_t>(s.allocate_zeroed), 0x2000u);
         EXPECT_EQ(reinterpret_cast<uintptr_t>(s.reallocate), 0x3000u);

@@ -20,6 +20,7 @@
 #include <vector>
 
 #include "frame/function_table.h"
+#include "kernels/common/fp_guard.h"
 #include "state/state.h"
 #include "zvl.h"
 
@@ -73,18 +74,6 @@ uint64_t hash_bits(const void* p, size_t bytes, uint64_t h) {
 // The five IEEE flags; MinGW's FE_ALL_EXCEPT also has the x87 denormal flag.
 constexpr int kFlags = FE_INVALID | FE_DIVBYZERO | FE_OVERFLOW | FE_UNDERFLOW | FE_INEXACT;
 
-uint16_t x87_control() {
-    uint16_t w;
-    __asm__ __volatile__("fnstcw %0" : "=m"(w));
-    return w;
-}
-void set_x87_control(uint16_t w) { __asm__ __volatile__("fldcw %0" : : "m"(w)); }
-uint32_t mxcsr() {
-    uint32_t w;
-    __asm__ __volatile__("stmxcsr %0" : "=m"(w));
-    return w;
-}
-
 constexpr uint16_t kX87Extended = 0x037F;  // 64-bit significand, round to nearest, all masked
 constexpr uint16_t kX87Double = 0x027F;    // 53-bit significand
 
@@ -96,12 +85,12 @@ template <class Call>
 uint64_t hashed_call(const char* name, Call call, int n, size_t bytes, bool two, uint16_t cw) {
     std::memset(g_r1.data(), 0, g_r1.size() * sizeof(double));
     std::memset(g_r2.data(), 0, g_r2.size() * sizeof(double));
-    set_x87_control(cw);
-    const uint32_t csr = mxcsr() & 0xFFC0u;  // control bits, not the sticky flags
+    write_x87_cw(cw);
+    const uint32_t csr = read_mxcsr() & 0xFFC0u;  // control bits, not the sticky flags
     call(n);
-    const uint16_t cw_after = x87_control();
-    const uint32_t csr_after = mxcsr() & 0xFFC0u;
-    set_x87_control(kX87Extended);
+    const uint16_t cw_after = read_x87_cw();
+    const uint32_t csr_after = read_mxcsr() & 0xFFC0u;
+    write_x87_cw(kX87Extended);
     if (cw_after != cw || csr_after != csr) {
         std::printf("FAULT %s n=%d: x87 control 0x%04x -> 0x%04x, MXCSR 0x%04x -> 0x%04x\n", name,
                     n, cw, cw_after, csr, csr_after);

@@ -1,29 +1,20 @@
-#include "tests/common/env.h"
+// setenv and unsetenv for Windows test programs (see posix_env.h).
+#define WIN32_LEAN_AND_MEAN
+#include <windows.h>
 
 #include <cstdlib>
 
-#ifdef _WIN32
-#define WIN32_LEAN_AND_MEAN
-#include <windows.h>
-#endif
+#include "tests/common/posix_env.h"
 
-namespace zvl_test {
-
-// On Windows the C runtime keeps its own copy of the environment: both are
-// updated, the process's last, since the C runtime's removal of an empty
-// value takes the process's variable with it.
-#ifdef _WIN32
-void set_env(const char* name, const char* value) {
-    _putenv_s(name, value);
-    SetEnvironmentVariableA(name, value);
+// The C runtime's _putenv_s with an empty value removes the variable from
+// both environments, so the process's is written last.
+extern "C" int setenv(const char* name, const char* value, int overwrite) {
+    if (!overwrite && GetEnvironmentVariableA(name, nullptr, 0) != 0) return 0;
+    if (_putenv_s(name, value) != 0) return -1;
+    return SetEnvironmentVariableA(name, value) ? 0 : -1;
 }
-void unset_env(const char* name) {
+
+extern "C" int unsetenv(const char* name) {
     _putenv_s(name, "");
-    SetEnvironmentVariableA(name, nullptr);
+    return SetEnvironmentVariableA(name, nullptr) || GetLastError() == ERROR_ENVVAR_NOT_FOUND ? 0 : -1;
 }
-#else
-void set_env(const char* name, const char* value) { setenv(name, value, 1); }
-void unset_env(const char* name) { unsetenv(name); }
-#endif
-
-}  // namespace zvl_test

@@ -6,7 +6,6 @@
 #include <string>
 
 #include "frame/cpu_type.h"
-#include "tests/common/env.h"
 
 namespace {
 
@@ -20,10 +19,10 @@ TEST(CpuTypeOverride, DecidedOnceFromTheEnvironment) {
 
     // Later changes of the variable are never read.
     for (const char* later : {"1", "0", "9", ""}) {
-        zvl_test::set_env("ZVL_CPU_TYPE", later);
+        setenv("ZVL_CPU_TYPE", later, 1);
         EXPECT_EQ(zvl::cpu_type(), want) << "after ZVL_CPU_TYPE=" << later;
     }
-    zvl_test::unset_env("ZVL_CPU_TYPE");
+    unsetenv("ZVL_CPU_TYPE");
     EXPECT_EQ(zvl::cpu_type(), want);
 }
 

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <atomic>
+#include <cstdlib>
 #include <cstring>
 #include <string>
 #include <thread>
@@ -10,7 +11,6 @@
 
 #include "platform/os.h"
 #include "state/state.h"
-#include "tests/common/env.h"
 #include "zvl.h"
 
 namespace {
@@ -28,7 +28,7 @@ class OsEnvironment : public testing::TestWithParam<EnvCase> {};
 TEST_P(OsEnvironment, FitsOrReportsTheSizeNeeded) {
     const EnvCase c = GetParam();
     const std::string value(c.length, '7');
-    zvl_test::set_env("ZVL_TEST_VALUE", value.c_str());
+    setenv("ZVL_TEST_VALUE", value.c_str(), 1);
     std::vector<char> buf(c.buffer, '#');
     const uint32_t got = os::getenv("ZVL_TEST_VALUE", buf.data(), c.buffer);
     if (c.length < c.buffer) {
@@ -39,7 +39,7 @@ TEST_P(OsEnvironment, FitsOrReportsTheSizeNeeded) {
         EXPECT_EQ(got, c.length + 1);
         EXPECT_EQ(buf[0], '#');
     }
-    zvl_test::unset_env("ZVL_TEST_VALUE");
+    unsetenv("ZVL_TEST_VALUE");
 }
 
 INSTANTIATE_TEST_SUITE_P(Buffers, OsEnvironment,
@@ -48,11 +48,11 @@ INSTANTIATE_TEST_SUITE_P(Buffers, OsEnvironment,
 
 TEST(OsEnvironmentMissing, AbsentAndEmptyGiveZero) {
     char buf[32] = "untouched";
-    zvl_test::unset_env("ZVL_TEST_VALUE");
+    unsetenv("ZVL_TEST_VALUE");
     EXPECT_EQ(os::getenv("ZVL_TEST_VALUE", buf, sizeof buf), 0u);
-    zvl_test::set_env("ZVL_TEST_VALUE", "");
+    setenv("ZVL_TEST_VALUE", "", 1);
     EXPECT_EQ(os::getenv("ZVL_TEST_VALUE", buf, sizeof buf), 0u);
-    zvl_test::unset_env("ZVL_TEST_VALUE");
+    unsetenv("ZVL_TEST_VALUE");
 }
 
 TEST(OsModuleKind, TheLibraryCaseIsDetected) {

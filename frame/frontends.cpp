@@ -50,5 +50,35 @@ constexpr int32_t name_len(const char* s) { return *s ? 1 + name_len(s + 1) : 0;
         EXPORT(n, zvl::advance(a, ia), zvl::advance(b, ib), zvl::advance(r, ir));       \
     }
 
+// The rounding family: the checks of the shape, then the one slot, bound on
+// first use. No threshold, no mode, no parallel path, no status on success.
+#define ZVL_ROUNDING_INFO(EXPORT, report, K)                                          \
+    static zvl::RoundingCells<K> cells_##EXPORT;                                       \
+    static constexpr zvl::FunctionInfo info_##EXPORT = {#report, zvl::name_len(#report), \
+                                                        -1, false};
+
+#define ZVL_FRONT_R1(EXPORT, report)                                                    \
+    ZVL_ROUNDING_INFO(EXPORT, report, zvl::KernelD1)                                   \
+    ZVL_EXPORT void EXPORT(const int* n, const double* a, double* r) {                  \
+        const int32_t len = *n;                                                         \
+        if (!zvl::arguments_ok(len, info_##EXPORT, {a, r})) return;                     \
+        zvl::bind_rounding(cells_##EXPORT, zvl::kernels_##EXPORT)(len, a, r);           \
+    }                                                                                   \
+    ZVL_EXPORT void EXPORT##_Idx(const int* n, const double* a, int ia, double* r, int ir) { \
+        EXPORT(n, zvl::advance(a, ia), zvl::advance(r, ir));                            \
+    }
+
+#define ZVL_FRONT_R12(EXPORT, report)                                                   \
+    ZVL_ROUNDING_INFO(EXPORT, report, zvl::KernelD12)                                  \
+    ZVL_EXPORT void EXPORT(const int* n, const double* a, double* y, double* z) {       \
+        const int32_t len = *n;                                                         \
+        if (!zvl::arguments_ok(len, info_##EXPORT, {a, y, z})) return;                  \
+        zvl::bind_rounding(cells_##EXPORT, zvl::kernels_##EXPORT)(len, a, y, z);        \
+    }                                                                                   \
+    ZVL_EXPORT void EXPORT##_Idx(const int* n, const double* a, int ia, double* y, int iy, \
+                                 double* z, int iz) {                                   \
+        EXPORT(n, zvl::advance(a, ia), zvl::advance(y, iy), zvl::advance(z, iz));       \
+    }
+
 ZVL_FUNCTIONS(ZVL_FRONT_D1, ZVL_FRONT_D2, ZVL_IGNORE_ROW, ZVL_IGNORE_ROW, ZVL_IGNORE_ROW,
-              ZVL_IGNORE_ROW, ZVL_IGNORE_ROW, ZVL_IGNORE_ROW, ZVL_IGNORE_ROW)
+              ZVL_IGNORE_ROW, ZVL_IGNORE_ROW, ZVL_FRONT_R1, ZVL_FRONT_R12)

@@ -96,8 +96,7 @@ void touch_error_stream() { GetStdHandle(STD_ERROR_HANDLE); }
 
 void terminate(int code) {
     TerminateProcess(GetCurrentProcess(), static_cast<UINT>(code));
-    for (;;) {
-    }  // not reached: TerminateProcess on the own process does not return
+    ExitProcess(static_cast<UINT>(code));  // not reached: the call above does not return
 }
 
 // --- Affinity ------------------------------------------------------------------

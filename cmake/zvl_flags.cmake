@@ -2,10 +2,11 @@
 # rounding in a kernel is the one written. Kernel units get exactly their
 # cpu type's instruction set on top of the x86-64 baseline, and
 # -frounding-math, since several run under a rounding mode they set or one
-# the caller chose.
+# the caller chose. -fno-math-errno changes no result: it lets sqrt and the
+# like stay instructions, since errno is the error pipeline's alone.
 set(ZVL_COMMON_FLAGS
     -march=x86-64 -mtune=generic
-    -ffp-contract=off -fno-fast-math -fno-exceptions -fno-rtti
+    -ffp-contract=off -fno-fast-math -fno-math-errno -fno-exceptions -fno-rtti
     -fno-semantic-interposition
     -Wall -Wextra)
 

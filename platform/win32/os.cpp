@@ -1,4 +1,4 @@
-// Win32 back end of the platform layer: kernel32 calls only.
+// Win32 back end of the platform layer.
 #define WIN32_LEAN_AND_MEAN
 #include <windows.h>
 

@@ -34,9 +34,20 @@ else()
   set(ZVL_PLATFORM_LIBS dl pthread)
 endif()
 
+# A DLL's entry routine, compiled as the library's own code.
+function(zvl_add_dll_entry target)
+  target_sources(${target} PRIVATE ${ZVL_DLL_ENTRY})
+  set_source_files_properties(${ZVL_DLL_ENTRY} TARGET_DIRECTORY ${target} PROPERTIES
+    INCLUDE_DIRECTORIES "${PROJECT_SOURCE_DIR};${PROJECT_SOURCE_DIR}/include"
+    COMPILE_DEFINITIONS ZVL_BUILDING_LIBRARY COMPILE_OPTIONS "${ZVL_COMMON_FLAGS}")
+endfunction()
+
 function(zvl_set_exports target)
   if(WIN32)
+    # zvl.dll with the import library libzvl.dll.a, exporting frame/zvl.def.
+    zvl_add_dll_entry(${target})
     target_sources(${target} PRIVATE ${PROJECT_SOURCE_DIR}/frame/zvl.def)
+    set_target_properties(${target} PROPERTIES PREFIX "")
   else()
     target_link_options(${target} PRIVATE
       -Wl,--version-script=${PROJECT_SOURCE_DIR}/frame/zvl.map -Wl,--no-undefined)
@@ -46,6 +57,7 @@ endfunction()
 
 function(zvl_export_all target)
   if(WIN32)
+    zvl_add_dll_entry(${target})
     target_link_options(${target} PRIVATE -Wl,--export-all-symbols)
   else()
     target_link_options(${target} PRIVATE -Wl,--no-undefined)

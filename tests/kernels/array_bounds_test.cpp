@@ -2,31 +2,15 @@
 // 0 .. n-1: the arrays sit against inaccessible pages, so a single access
 // outside them faults, and n of zero or below touches nothing at all.
 #include <gtest/gtest.h>
-#include <sys/mman.h>
-#include <unistd.h>
 
 #include <vector>
 
+#include "tests/common/fenced.h"
 #include "tests/kernels/kernel_access.h"
 
 namespace {
 
-// Two inaccessible pages around `pages` accessible ones.
-class Fenced {
-  public:
-    explicit Fenced(size_t pages) : page_(static_cast<size_t>(sysconf(_SC_PAGESIZE))), pages_(pages) {
-        base_ = static_cast<char*>(mmap(nullptr, (pages + 2) * page_, PROT_NONE,
-                                        MAP_PRIVATE | MAP_ANONYMOUS, -1, 0));
-        mprotect(base_ + page_, pages * page_, PROT_READ | PROT_WRITE);
-    }
-    ~Fenced() { munmap(base_, (pages_ + 2) * page_); }
-    double* begin() { return reinterpret_cast<double*>(base_ + page_); }
-    double* end() { return reinterpret_cast<double*>(base_ + (pages_ + 1) * page_); }
-
-  private:
-    size_t page_, pages_;
-    char* base_;
-};
+using zvl_test::Fenced;
 
 std::vector<zvl::KernelD1> one_output_kernels(int cpu) {
     std::vector<zvl::KernelD1> v;

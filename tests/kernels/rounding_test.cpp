@@ -36,6 +36,13 @@ zvl::KernelD1 kernel_of(Fn f, int cpu) {
     return nullptr;
 }
 
+// Halves away from zero, from trunc: MinGW-w64's std::round adds 0.5 and
+// so rounds 0.49999999999999994 up to 1.
+double round_half_away(double x) {
+    const double t = std::trunc(x);
+    return std::fabs(x - t) >= 0.5 ? t + std::copysign(1.0, x) : t;
+}
+
 // The result in the given MXCSR rounding mode, by functions that do not
 // depend on the mode.
 double reference(Fn f, double x, uint32_t mode) {
@@ -43,7 +50,7 @@ double reference(Fn f, double x, uint32_t mode) {
         case kCeil: return std::ceil(x);
         case kFloor: return std::floor(x);
         case kTrunc: return std::trunc(x);
-        case kRound: return std::round(x);
+        case kRound: return round_half_away(x);
         case kRint:
         case kNearbyInt:
             switch (mode) {

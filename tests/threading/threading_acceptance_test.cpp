@@ -1,0 +1,97 @@
+// The whole path on this machine, with cpu type 4 and dynamic mode off (set
+// by the test's environment): the front-end's threshold, the driver and the
+// kernels on the team. A zero divisor at each end of the array shows which
+// team members ran which part: the callback is called by the member that
+// meets the element.
+#include <gtest/gtest.h>
+#include <omp.h>
+
+#include <atomic>
+#include <cstring>
+#include <random>
+#include <vector>
+
+#include "frame/cpu_type.h"
+#include "frame/kernel_sets.h"
+#include "state/state.h"
+#include "threading/threading.h"
+#include "zvl.h"
+
+namespace {
+
+std::atomic<uint32_t> g_threads_seen{0};
+
+int note_thread(ZVLErrorRecord*) {
+    g_threads_seen.fetch_or(1u << omp_get_thread_num());
+    return 0;
+}
+
+class Acceptance : public testing::Test {
+protected:
+    void SetUp() override {
+        if (omp_get_num_procs() < 2) GTEST_SKIP() << "needs two processors";
+        ASSERT_EQ(zvl::cpu_type(), 4u) << "run with ZVL_CPU_TYPE=4";
+        ASSERT_EQ(ZEL_Get_Dynamic(), 0) << "run with ZEL_DYNAMIC=false";
+        zvl::set_callback(note_thread);
+    }
+    void TearDown() override { zvl::clear_callback(); }
+
+    // The threads that met a zero divisor at either end of n elements.
+    static uint32_t threads_at_ends(int n, std::vector<double>& a, std::vector<double>& r) {
+        a[0] = 0.0;
+        a[static_cast<size_t>(n) - 1] = 0.0;
+        g_threads_seen = 0;
+        VDINV(&n, a.data(), r.data());
+        return g_threads_seen.load();
+    }
+};
+
+TEST_F(Acceptance, LongInvRunsOnTwoThreadsBitForBit) {
+    const int n = 10000000;
+    std::vector<double> a(n), parallel(n), serial(n), direct(n);
+    std::mt19937_64 g(7);
+    std::uniform_real_distribution<double> d(-1e3, 1e3);
+    for (double& x : a) x = d(g);
+
+    ASSERT_GE(ZEL_Domain_Get_Max_Threads(ZEL_ZVL), 2);
+    ASSERT_GE(n, zvl::threshold_d(0, 4));
+    EXPECT_EQ(threads_at_ends(n, a, parallel), 0b11u);
+
+    ZEL_Domain_Set_Num_Threads(1, ZEL_ZVL);
+    EXPECT_EQ(threads_at_ends(n, a, serial), 0b01u);
+    ZEL_Domain_Set_Num_Threads(0, ZEL_ZVL);
+
+    zvl::kernels_VDINV.k[4][zvl::kHA](n, a.data(), direct.data());
+    EXPECT_EQ(std::memcmp(parallel.data(), serial.data(), sizeof(double) * n), 0);
+    EXPECT_EQ(std::memcmp(parallel.data(), direct.data(), sizeof(double) * n), 0);
+}
+
+TEST_F(Acceptance, LongDivMatchesSerialBitForBit) {
+    const int n = 2000000;
+    std::vector<double> a(n), b(n), parallel(n), serial(n);
+    std::mt19937_64 g(8);
+    std::uniform_real_distribution<double> d(-1e3, 1e3);
+    for (double& x : a) x = d(g);
+    for (double& x : b) x = d(g);
+    for (const unsigned mode : {ZVL_HA, ZVL_LA, ZVL_EP}) {
+        zvl::set_mode(mode);
+        VDDIV(&n, a.data(), b.data(), parallel.data());
+        ZEL_Domain_Set_Num_Threads(1, ZEL_ZVL);
+        VDDIV(&n, a.data(), b.data(), serial.data());
+        ZEL_Domain_Set_Num_Threads(0, ZEL_ZVL);
+        EXPECT_EQ(std::memcmp(parallel.data(), serial.data(), sizeof(double) * n), 0) << mode;
+    }
+    zvl::set_mode(ZVL_HA);
+}
+
+// The front-end goes parallel from n equal to the threshold.
+TEST_F(Acceptance, ThresholdLengthIsTheFirstParallelOne) {
+    const int t = zvl::threshold_d(0, 4);
+    ASSERT_GT(t, 100);
+    ASSERT_LT(t, 1000000);
+    std::vector<double> a(static_cast<size_t>(t), 2.0), r(static_cast<size_t>(t));
+    EXPECT_EQ(threads_at_ends(t, a, r), 0b11u);
+    EXPECT_EQ(threads_at_ends(t - 1, a, r), 0b01u);
+}
+
+}  // namespace

@@ -4,7 +4,8 @@ file(GLOB ZVL_SOURCES CONFIGURE_DEPENDS
      ${PROJECT_SOURCE_DIR}/frame/*.cpp
      ${PROJECT_SOURCE_DIR}/state/*.cpp
      ${PROJECT_SOURCE_DIR}/threading/*.cpp
-     ${PROJECT_SOURCE_DIR}/kernels/*/*.cpp)
+     ${PROJECT_SOURCE_DIR}/kernels/*/*.cpp
+     ${PROJECT_SOURCE_DIR}/kernels/*/*/*.cpp)
 if(WIN32)
   file(GLOB _platform CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/platform/win32/*.cpp)
 else()

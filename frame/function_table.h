@@ -12,6 +12,7 @@
 
 #define ZVL_FUNCTIONS(D1, D2, D12, DX, Z1, Z2, ZX, R1, R12) \
     D1(VDINV, vdInv, 0)                                     \
-    D2(VDDIV, vdDiv, 18)
+    D2(VDDIV, vdDiv, 18)                                    \
+    D1(VDEXP, vdExp, 144)
 
 #define ZVL_IGNORE_ROW(...)

@@ -14,5 +14,6 @@ namespace zvl {
 
 const KernelSet<KernelD1> kernels_VDINV = ZVL_REAL_SET(Inv);
 const KernelSet<KernelD2> kernels_VDDIV = ZVL_REAL_SET(Div);
+const KernelSet<KernelD1> kernels_VDEXP = ZVL_REAL_SET(Exp);
 
 }  // namespace zvl

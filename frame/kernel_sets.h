@@ -32,6 +32,7 @@ using zvl::KernelDx_fn;
 
 ZVL_DECLARE_FAMILY(KernelD1, Inv)
 ZVL_DECLARE_FAMILY(KernelD2, Div)
+ZVL_DECLARE_FAMILY(KernelD1, Exp)
 
 namespace zvl {
 

@@ -125,6 +125,8 @@ ZVL_API void ZEL_Set_Dynamic(int flag);
 /* Real functions, one input, one output: r[i] = f(a[i]). */
 ZVL_API void VDINV(const int *n, const double *a, double *r);
 ZVL_API void VDINV_Idx(const int *n, const double *a, int ia, double *r, int ir);
+ZVL_API void VDEXP(const int *n, const double *a, double *r);
+ZVL_API void VDEXP_Idx(const int *n, const double *a, int ia, double *r, int ir);
 
 /* Real functions, two inputs, one output: r[i] = f(a[i], b[i]). */
 ZVL_API void VDDIV(const int *n, const double *a, const double *b, double *r);

@@ -57,6 +57,20 @@ struct Scalar {
     static int mask(vd m) { return static_cast<int>(zvl::bits(m) >> 63); }
     // m ? a : b, lane by lane, for masks from the comparisons.
     static vd select(vd m, vd a, vd b) { return zvl::bits(m) ? a : b; }
+
+    // Shifts of the 64-bit patterns; the count is a constant of the caller.
+    static vd shl_i64(vd a, int n) { return zvl::from_bits(zvl::bits(a) << n); }
+    static vd shr_i64(vd a, int n) { return zvl::from_bits(zvl::bits(a) >> n); }
+    // Table lookups, one load per lane. low_words gives each lane's low 32
+    // pattern bits (the index a rounded value holds); gather loads t[j[l]]
+    // into lane l, and gather_pairs loads the two halves of 16-byte entries,
+    // t[2*j[l]] and t[2*j[l]+1], into lane l of `a` and `b`.
+    static void low_words(vd a, uint32_t* w) { w[0] = static_cast<uint32_t>(zvl::bits(a)); }
+    static vd gather(const double* t, const uint32_t* j) { return t[j[0]]; }
+    static void gather_pairs(const double* t, const uint32_t* j, vd& a, vd& b) {
+        a = t[2 * j[0]];
+        b = t[2 * j[0] + 1];
+    }
 };
 
 struct Sse2 {
@@ -89,6 +103,26 @@ struct Sse2 {
     static vd eq(vd a, vd b) { return _mm_cmpeq_pd(a, b); }
     static int mask(vd m) { return _mm_movemask_pd(m); }
     static vd select(vd m, vd a, vd b) { return _mm_or_pd(_mm_and_pd(m, a), _mm_andnot_pd(m, b)); }
+
+    static vd shl_i64(vd a, int n) {
+        return _mm_castsi128_pd(_mm_slli_epi64(_mm_castpd_si128(a), n));
+    }
+    static vd shr_i64(vd a, int n) {
+        return _mm_castsi128_pd(_mm_srli_epi64(_mm_castpd_si128(a), n));
+    }
+    static void low_words(vd a, uint32_t* w) {
+        const __m128i i = _mm_castpd_si128(a);
+        w[0] = static_cast<uint32_t>(_mm_cvtsi128_si32(i));
+        w[1] = static_cast<uint32_t>(_mm_cvtsi128_si32(_mm_unpackhi_epi64(i, i)));
+    }
+    static vd gather(const double* t, const uint32_t* j) {
+        return _mm_loadh_pd(_mm_load_sd(t + j[0]), t + j[1]);
+    }
+    static void gather_pairs(const double* t, const uint32_t* j, vd& a, vd& b) {
+        const __m128d p0 = _mm_loadu_pd(t + 2 * j[0]), p1 = _mm_loadu_pd(t + 2 * j[1]);
+        a = _mm_unpacklo_pd(p0, p1);
+        b = _mm_unpackhi_pd(p0, p1);
+    }
 };
 
 struct Sse3 : Sse2 {
@@ -132,17 +166,47 @@ struct Avx {
     static int mask(vd m) { return _mm256_movemask_pd(m); }
     static vd select(vd m, vd a, vd b) { return _mm256_blendv_pd(b, a, m); }
 
+    static vd shl_i64(vd a, int n) {
+        return join(_mm_slli_epi64(low(a), n), _mm_slli_epi64(high(a), n));
+    }
+    static vd shr_i64(vd a, int n) {
+        return join(_mm_srli_epi64(low(a), n), _mm_srli_epi64(high(a), n));
+    }
+    static void low_words(vd a, uint32_t* w) {
+        const __m128i l = low(a), h = high(a);
+        w[0] = static_cast<uint32_t>(_mm_cvtsi128_si32(l));
+        w[1] = static_cast<uint32_t>(_mm_extract_epi32(l, 2));
+        w[2] = static_cast<uint32_t>(_mm_cvtsi128_si32(h));
+        w[3] = static_cast<uint32_t>(_mm_extract_epi32(h, 2));
+    }
+    static vd gather(const double* t, const uint32_t* j) {
+        const __m128d l = _mm_loadh_pd(_mm_load_sd(t + j[0]), t + j[1]);
+        const __m128d h = _mm_loadh_pd(_mm_load_sd(t + j[2]), t + j[3]);
+        return _mm256_insertf128_pd(_mm256_castpd128_pd256(l), h, 1);
+    }
+    // Entries 0 and 2 share one 256-bit register, 1 and 3 another; the
+    // in-lane unpacks then give lanes in element order.
+    static void gather_pairs(const double* t, const uint32_t* j, vd& a, vd& b) {
+        const vd p02 = _mm256_insertf128_pd(_mm256_castpd128_pd256(_mm_loadu_pd(t + 2 * j[0])),
+                                            _mm_loadu_pd(t + 2 * j[2]), 1);
+        const vd p13 = _mm256_insertf128_pd(_mm256_castpd128_pd256(_mm_loadu_pd(t + 2 * j[1])),
+                                            _mm_loadu_pd(t + 2 * j[3]), 1);
+        a = _mm256_unpacklo_pd(p02, p13);
+        b = _mm256_unpackhi_pd(p02, p13);
+    }
+
   private:
+    static __m128i low(vd a) { return _mm_castpd_si128(_mm256_castpd256_pd128(a)); }
+    static __m128i high(vd a) { return _mm_castpd_si128(_mm256_extractf128_pd(a, 1)); }
+    static vd join(__m128i l, __m128i h) {
+        return _mm256_insertf128_pd(_mm256_castpd128_pd256(_mm_castsi128_pd(l)),
+                                    _mm_castsi128_pd(h), 1);
+    }
     static __m128i op_add(__m128i a, __m128i b) { return _mm_add_epi64(a, b); }
     static __m128i op_sub(__m128i a, __m128i b) { return _mm_sub_epi64(a, b); }
     template <__m128i (*Op)(__m128i, __m128i)>
     static vd halves(vd a, vd b) {
-        const __m128i lo = Op(_mm_castpd_si128(_mm256_castpd256_pd128(a)),
-                              _mm_castpd_si128(_mm256_castpd256_pd128(b)));
-        const __m128i hi = Op(_mm_castpd_si128(_mm256_extractf128_pd(a, 1)),
-                              _mm_castpd_si128(_mm256_extractf128_pd(b, 1)));
-        return _mm256_insertf128_pd(_mm256_castpd128_pd256(_mm_castsi128_pd(lo)),
-                                    _mm_castsi128_pd(hi), 1);
+        return join(Op(low(a), low(b)), Op(high(a), high(b)));
     }
 };
 #endif

@@ -28,6 +28,8 @@
 //                            true when every element passes the range test
 //   F::element(&x, &y) / F::element(&x, &z, &y)
 //
+// Restartable<F> gives a one-input scratch-form family these two members.
+//
 // Included by the per-cpu units inside their unnamed namespace, so Cpu is
 // also the copy of the error pipeline that the loops call.
 #pragma once
@@ -79,6 +81,7 @@ __attribute__((always_inline)) inline void scratch_loop(int32_t n, const double*
     alignas(64) double xs[W < 32 ? 32 : W];
     alignas(64) double zs[W < 32 ? 32 : W];
     alignas(64) double ys[W < 32 ? 32 : W];
+    if (n <= 0) return;  // n & ~(W-1) would start the remainder below 0
     const int32_t m = n & ~(W - 1);
     for (int32_t base = 0; base < m; base += W) {
         vd x[NV], z[NV], y[NV];
@@ -154,6 +157,7 @@ __attribute__((always_inline)) inline void restart_loop(int32_t n, const double*
                                                         const char* name) {
     using vd = typename V::vd;
     constexpr int NV = W / V::lanes;
+    if (n <= 0) return;
     const int32_t m = n & ~(W - 1);
     for (int32_t base = 0; base < m; base += W) {
         vd x[NV], z[NV], y[NV];
@@ -203,6 +207,30 @@ struct PerVector {
     }
     static double one(double x) { return F::template eval<Scalar>(x); }
     static double one(double x, double z) { return F::template eval<Scalar>(x, z); }
+};
+
+}  // namespace
+
+namespace {
+
+// The restart form for a one-input family written for the scratch form
+// (block, one, special, callout): a block passes when none of its lanes is
+// special, and the element routine sends a special element to the callout
+// and any other through the block's formula on one lane.
+template <class F>
+struct Restartable : F {
+    template <class V, int NV>
+    static bool checked_block(const typename V::vd* x, typename V::vd* y) {
+        F::template block<V, NV>(x, y);
+        int special = 0;
+        for (int j = 0; j < NV; ++j) special |= V::mask(F::template special<V>(x[j]));
+        return special == 0;
+    }
+    static int32_t element(const double* x, double* y) {
+        if (Scalar::mask(F::template special<Scalar>(*x)) != 0) return F::callout(x, y);
+        *y = F::one(*x);
+        return 0;
+    }
 };
 
 }  // namespace

@@ -3,3 +3,4 @@
 #define ZVL_CPU_INDEX 0
 
 #include "kernels/explog/inv_div.h"
+#include "kernels/explog/exp/exp.h"

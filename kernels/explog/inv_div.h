@@ -177,8 +177,10 @@ struct InvLA4 {
 // 64-bit significand and only the final stores round to double.
 
 struct DivLA4 {
+    // Kept scalar: pairing the four stores into two 16-byte moves makes them
+    // reload x87 results through the stack and stall store forwarding.
     template <class W, int NV>
-    static bool checked_block(const double* a, const double* b, double* y) {
+    __attribute__((optimize("no-tree-slp-vectorize"))) static bool checked_block(const double* a, const double* b, double* y) {
         static_assert(NV == 4, "four elements per block");
         const long double c = static_cast<long double>(b[0]) * b[1];
         const long double d = static_cast<long double>(b[2]) * b[3];

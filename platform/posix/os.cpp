@@ -67,14 +67,16 @@ void tls_free(int32_t slot) {
 
 // --- Private heap ----------------------------------------------------------
 // The C allocator is already thread-safe; the handle only marks the heap's
-// life. Blocks are released one by one at thread detach.
+// life. Blocks are released one by one at thread detach. They come zeroed:
+// a context's array base is never written at creation, and a block reused
+// from a thread that ended must not hand the new thread a stale base.
 
 namespace {
 int g_heap_token;
 }
 
 void* heap_create() { return &g_heap_token; }
-void* heap_alloc(void*, size_t size) { return std::malloc(size); }
+void* heap_alloc(void*, size_t size) { return std::calloc(1, size); }
 void heap_free(void*, void* block) { std::free(block); }
 void heap_destroy(void*) {}
 

@@ -1,0 +1,45 @@
+// What every exp kernel shares: the rounding shifter, the special-lane
+// bound, the tables of powers of two, and the scalar callout.
+//
+// The tables are generated (tools/exp_tables.cpp) and held once for all cpu
+// types; entries of the hi/lo tables are 16 bytes, hi first, so that one
+// index loads both.
+#pragma once
+
+#include <cstdint>
+
+#include "kernels/common/bits.h"
+
+namespace zvl {
+
+struct ExpShared {
+    // 1.5 * 2^52: x*L + shifter rounds x*L to an integer held in the low
+    // bits of the sum, in the current rounding mode
+    static constexpr double shifter = from_bits(0x4338000000000000);
+    // 708.39599609375, the smallest |x| whose high word exceeds 0x4086232a:
+    // from here (and for infinities and NaNs) a lane goes to the callout.
+    // Below it every kernel's 2^n stays a normal number.
+    static constexpr double special_from = from_bits(0x4086232b00000000);
+    static constexpr uint64_t abs_mask = 0x7fffffffffffffff;
+    static constexpr uint64_t exp_mask = 0x7ff0000000000000;
+};
+
+// Defined once, in tables.cpp, for every cpu type's kernels.
+// Variant A: hi, lo of 2^(j/64), j = 0 .. 63. The callout uses it too.
+extern const double kExpTableA[2 * 64];
+// Variant B: 2^(j/1024).
+extern const double kExpTableB[1024];
+// Variant C: 0.9999999928394805 * 2^(j/2048).
+extern const double kExpTableC[2048];
+// Variant D: hi, lo of 2^(j/128).
+extern const double kExpTableD[2 * 128];
+// Variant E: 2^(j/128).
+extern const double kExpTableE[128];
+
+// The exact scalar exp of one element the vector path refuses: stores the
+// result to *y and returns 0, ZVL_STATUS_OVERFLOW or ZVL_STATUS_UNDERFLOW.
+// One copy for every cpu type and mode, built at the baseline instruction
+// set.
+int32_t exp_callout(const double* x, double* y);
+
+}  // namespace zvl

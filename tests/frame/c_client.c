@@ -1,0 +1,78 @@
+/*
+ * A plain C program using nothing but the public header and the product
+ * library: results in the three accuracy modes, the mode word, and errno
+ * after a zero divisor. Exits 0 on success, 1 on a failure, 77 when the
+ * forced cpu type needs AVX that the processor lacks.
+ */
+#include <errno.h>
+#include <math.h>
+#include <stdio.h>
+#include <stdlib.h>
+
+#include <zvl.h>
+
+#define N 37
+
+static int failures = 0;
+
+static void check(int ok, const char *what, int i, double got, double want) {
+    if (!ok) {
+        printf("FAIL %s [%d]: got %.17g, want %.17g\n", what, i, got, want);
+        ++failures;
+    }
+}
+
+/* |got - want| within k units of the last place of want. */
+static int near(double got, double want, int k) {
+    return fabs(got - want) <= k * (nextafter(fabs(want), INFINITY) - fabs(want));
+}
+
+int main(void) {
+    const char *forced = getenv("ZVL_CPU_TYPE");
+    if (forced && forced[0] == '5' && !__builtin_cpu_supports("avx")) {
+        printf("skipped: cpu type 5 needs AVX\n");
+        return 77;
+    }
+    double a[N], b[N], r[N];
+    int n = N;
+    for (int i = 0; i < N; ++i) {
+        a[i] = (i - 18) * 0.37 + 0.011;
+        b[i] = ldexp(1.0 + i / 41.0, i % 23 - 11) * (i % 3 ? 1 : -1);
+    }
+    if (ZVLGETMODE() != ZVL_MODE_DEFAULT) {
+        printf("FAIL mode word at start 0x%x\n", ZVLGETMODE());
+        ++failures;
+    }
+
+    const unsigned modes[3] = {ZVL_HA, ZVL_LA, ZVL_EP};
+    const char *names[3] = {"HA", "LA", "EP"};
+    for (int m = 0; m < 3; ++m) {
+        const unsigned previous = ZVLSETMODE(&modes[m]);
+        if (m == 0 && previous != ZVL_MODE_DEFAULT) ++failures;
+        if ((ZVLGETMODE() & ZVL_ACCURACY_MASK) != modes[m]) ++failures;
+        const int ulps = m == 0 ? 0 : 4;
+        VDINV(&n, b, r);
+        for (int i = 0; i < N; ++i) check(near(r[i], 1.0 / b[i], ulps), names[m], i, r[i], 1.0 / b[i]);
+        VDDIV(&n, a, b, r);
+        for (int i = 0; i < N; ++i) check(near(r[i], a[i] / b[i], ulps), names[m], i, r[i], a[i] / b[i]);
+    }
+
+    /* The default error action sets errno to ERANGE for a singularity. */
+    const unsigned ha = ZVL_HA;
+    ZVLSETMODE(&ha);
+    errno = 0;
+    b[5] = 0.0;
+    VDDIV(&n, a, b, r);
+    if (errno != ERANGE) {
+        printf("FAIL errno %d after a zero divisor\n", errno);
+        ++failures;
+    }
+    check(isinf(r[5]) && r[5] < 0, "a/0", 5, r[5], -INFINITY);
+    errno = 0;
+    VDINV_Idx(&n, b, 0, r, 0);
+    if (errno != ERANGE) ++failures;
+    check(isinf(r[5]) && r[5] > 0, "1/0", 5, r[5], INFINITY);
+
+    if (failures) printf("%d failures\n", failures);
+    return failures ? 1 : 0;
+}

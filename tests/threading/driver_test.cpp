@@ -13,6 +13,7 @@
 #include "frame/cpu_type.h"
 #include "frame/kernel_sets.h"
 #include "state/state.h"
+#include "tests/threading/settings_reset.h"
 #include "threading/settings.h"
 #include "threading/threading.h"
 #include "threading/thresholds.h"
@@ -104,11 +105,7 @@ void plus_scalar_by_pointer(int32_t n, const Z* a, const Z* b, Z* r) {
 class Drivers : public testing::Test {
 protected:
     void SetUp() override {
-        zvl::ThreadSettings& t = zvl::thread_settings;
-        t.env_pending = 0;
-        for (auto& d : t.domain_threads) d = -1;
-        t.dynamic = 0;
-        t.physical_cores = 4;
+        zvl_test::reset_thread_settings(0, 4);
         zvl::threshold_cpu_type = 4;
         zvl::set_fork_topology({3, 4, 4});
         zvl::clear_callback();

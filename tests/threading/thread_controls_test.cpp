@@ -1,8 +1,9 @@
 // The exported thread controls and the thread-count decision, on settings
-// put in place directly (the environment is marked as read, so it never is).
+// put in place directly.
 #include <gtest/gtest.h>
 #include <omp.h>
 
+#include "tests/threading/settings_reset.h"
 #include "threading/settings.h"
 #include "zvl.h"
 
@@ -11,15 +12,7 @@ namespace {
 class ThreadControls : public testing::Test {
 protected:
     void SetUp() override {
-        zvl::ThreadSettings& t = zvl::thread_settings;
-        t.env_pending = 0;
-        for (auto& d : t.domain_threads) d = -1;
-        t.dynamic = 1;
-        t.omp_threads_env = -1;
-        t.mpi_procs_per_node = -1;
-        t.mpi_thread_level = -1;
-        t.physical_cores = 4;
-        t.thread_cap_override = -1;
+        zvl_test::reset_thread_settings(1, 4);
         omp_set_num_threads(6);
     }
     zvl::ThreadSettings& t = zvl::thread_settings;

@@ -21,6 +21,14 @@ namespace {
 
 std::atomic<uint32_t> g_threads_seen{0};
 
+std::vector<double> uniform(size_t n, unsigned seed) {
+    std::mt19937_64 g(seed);
+    std::uniform_real_distribution<double> d(-1e3, 1e3);
+    std::vector<double> v(n);
+    for (double& x : v) x = d(g);
+    return v;
+}
+
 int note_thread(ZVLErrorRecord*) {
     g_threads_seen.fetch_or(1u << omp_get_thread_num());
     return 0;
@@ -48,10 +56,7 @@ protected:
 
 TEST_F(Acceptance, LongInvRunsOnTwoThreadsBitForBit) {
     const int n = 10000000;
-    std::vector<double> a(n), parallel(n), serial(n), direct(n);
-    std::mt19937_64 g(7);
-    std::uniform_real_distribution<double> d(-1e3, 1e3);
-    for (double& x : a) x = d(g);
+    std::vector<double> a = uniform(n, 7), parallel(n), serial(n), direct(n);
 
     ASSERT_GE(ZEL_Domain_Get_Max_Threads(ZEL_ZVL), 2);
     ASSERT_GE(n, zvl::threshold_d(0, 4));
@@ -68,11 +73,8 @@ TEST_F(Acceptance, LongInvRunsOnTwoThreadsBitForBit) {
 
 TEST_F(Acceptance, LongDivMatchesSerialBitForBit) {
     const int n = 2000000;
-    std::vector<double> a(n), b(n), parallel(n), serial(n);
-    std::mt19937_64 g(8);
-    std::uniform_real_distribution<double> d(-1e3, 1e3);
-    for (double& x : a) x = d(g);
-    for (double& x : b) x = d(g);
+    const std::vector<double> a = uniform(n, 8), b = uniform(n, 9);
+    std::vector<double> parallel(n), serial(n);
     for (const unsigned mode : {ZVL_HA, ZVL_LA, ZVL_EP}) {
         zvl::set_mode(mode);
         VDDIV(&n, a.data(), b.data(), parallel.data());

@@ -17,6 +17,12 @@ struct Probed {
     int32_t physical;
 };
 
+void expect_counts(const TopologyCounts& got, const TopologyCounts& want) {
+    EXPECT_EQ(got.packages, want.packages);
+    EXPECT_EQ(got.cores, want.cores);
+    EXPECT_EQ(got.logical, want.logical);
+}
+
 Probed probe(Machine m) {
     zvl_test::g_machine = &m;
     Probed p;
@@ -41,9 +47,7 @@ class WorkedMachines : public testing::TestWithParam<PackageCase> {};
 TEST_P(WorkedMachines, CountsComeOutAsTuned) {
     const PackageCase c = GetParam();
     const Probed p = probe(zvl_test::package_of(c.cores, c.threads));
-    EXPECT_EQ(p.walk.packages, c.walk.packages);
-    EXPECT_EQ(p.walk.cores, c.walk.cores);
-    EXPECT_EQ(p.walk.logical, c.walk.logical);
+    expect_counts(p.walk, c.walk);
     EXPECT_EQ(p.physical, static_cast<int32_t>(c.cores));
     EXPECT_EQ(p.logical, static_cast<int32_t>(c.cores * c.threads));
 }
@@ -57,9 +61,7 @@ TEST(Topology, SingleProcessorProcessCountsAsTwo) {
     Machine m = zvl_test::package_of(2, 1);
     m.process_mask = 1;
     const Probed p = probe(m);
-    EXPECT_EQ(p.walk.packages, 2);
-    EXPECT_EQ(p.walk.cores, 2);
-    EXPECT_EQ(p.walk.logical, 2);
+    expect_counts(p.walk, {2, 2, 2});
     // Restricted: the core count gives up at once.
     EXPECT_EQ(p.physical, 1);
     EXPECT_EQ(p.logical, 1);
@@ -69,9 +71,7 @@ TEST(Topology, RestrictedMaskWalksOnlyItsProcessors) {
     Machine m = zvl_test::package_of(4, 1);
     m.process_mask = 0b0101;
     const Probed p = probe(m);
-    EXPECT_EQ(p.walk.packages, 3);
-    EXPECT_EQ(p.walk.cores, 4);
-    EXPECT_EQ(p.walk.logical, 4);
+    expect_counts(p.walk, {3, 4, 4});
     EXPECT_EQ(p.physical, 1);
 }
 
@@ -82,9 +82,7 @@ TEST(Topology, OtherVendorCountsDistinctApicIds) {
     // The core count ignores HTT on another vendor: four distinct ids.
     EXPECT_EQ(p.physical, 4);
     // The walk takes cores per package from leaf 0x80000008 instead of leaf 4.
-    EXPECT_EQ(p.walk.packages, 3);
-    EXPECT_EQ(p.walk.cores, 5);
-    EXPECT_EQ(p.walk.logical, 8);
+    expect_counts(p.walk, {3, 5, 8});
 }
 
 TEST(Topology, LeafFourAbsentMeansOneCorePerPackage) {
@@ -93,18 +91,14 @@ TEST(Topology, LeafFourAbsentMeansOneCorePerPackage) {
     const Probed p = probe(m);
     // Both processors read as threads of one core.
     EXPECT_EQ(p.physical, 1);
-    EXPECT_EQ(p.walk.packages, 3);
-    EXPECT_EQ(p.walk.cores, 3);
-    EXPECT_EQ(p.walk.logical, 4);
+    expect_counts(p.walk, {3, 3, 4});
 }
 
 TEST(Topology, WithoutHttEveryPassIsAPackage) {
     Machine m = zvl_test::package_of(2, 1);
     m.htt = false;
     const Probed p = probe(m);
-    EXPECT_EQ(p.walk.packages, 4);
-    EXPECT_EQ(p.walk.cores, 4);
-    EXPECT_EQ(p.walk.logical, 4);
+    expect_counts(p.walk, {4, 4, 4});
     EXPECT_EQ(p.physical, 2);
 }
 
@@ -113,23 +107,17 @@ TEST(Topology, FailedAffinityQueryFallsBackToProcessorCount) {
     m.affinity_fails = true;
     TopologyCounts n = probe(m).walk;
     // HTT: four processors at two per core, two cores per package.
-    EXPECT_EQ(n.packages, 1);
-    EXPECT_EQ(n.cores, 2);
-    EXPECT_EQ(n.logical, 4);
+    expect_counts(n, {1, 2, 4});
 
     m.htt = false;
     n = probe(m).walk;
-    EXPECT_EQ(n.packages, 4);
-    EXPECT_EQ(n.cores, 4);
-    EXPECT_EQ(n.logical, 4);
+    expect_counts(n, {4, 4, 4});
 
     // No logical processors per package: the fallback fails its own test.
     m.htt = true;
     m.logical_per_package = 0;
     n = probe(m).walk;
-    EXPECT_EQ(n.packages, 4);
-    EXPECT_EQ(n.cores, 4);
-    EXPECT_EQ(n.logical, 4);
+    expect_counts(n, {4, 4, 4});
 }
 
 TEST(Topology, WalksRestoreAffinity) {

@@ -13,6 +13,7 @@ namespace zvl {
 // no ordering with other data is needed.
 template <class T>
 struct Plain {
+    static_assert(std::atomic<T>::is_always_lock_free, "a plain load or store, never a lock");
     std::atomic<T> v;
     constexpr Plain(T x) : v(x) {}
     operator T() const { return v.load(std::memory_order_relaxed); }

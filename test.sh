@@ -1,12 +1,25 @@
 #!/usr/bin/env bash
 # All tests: installs what is missing, builds everything and runs the whole
-# suite through ctest. Long sweeps carry the ctest label "long" and run only
-# with ZVL_LONG=1.
+# suite through ctest, on Linux and then on Windows: the DLL cross-built with
+# MinGW-w64 and the same suite run under Wine. Long sweeps carry the ctest
+# label "long" and run only with ZVL_LONG=1.
 set -euo pipefail
 cd "$(dirname "$0")"
-scripts/deps.sh
+ZVL_WITH_WINDOWS=1 scripts/deps.sh
+args=()
+[ "${ZVL_LONG:-0}" = 1 ] || args+=(-LE long)
+
 cmake --preset default >/dev/null
 cmake --build --preset default
-args=(--preset default)
-[ "${ZVL_LONG:-0}" = 1 ] || args+=(-LE long)
-ctest "${args[@]}"
+ctest --preset default "${args[@]}"
+
+start=$SECONDS
+cmake --preset windows >/dev/null
+cmake --build --preset windows
+echo "Windows build: $((SECONDS - start)) s"
+if [ -s build/windows/excluded-tests.txt ]; then
+  echo "Tests not built for Windows:"
+  sed 's/^/  /' build/windows/excluded-tests.txt
+fi
+ctest --preset windows "${args[@]}"
+echo "Windows build and tests under Wine: $((SECONDS - start)) s"

@@ -23,6 +23,9 @@
 
 namespace {
 
+// Before the first call, which fixes the cpu type for the process.
+[[maybe_unused]] const bool kCpuTypeChosen = setenv("ZVL_CPU_TYPE", "4", 0) == 0;
+
 std::vector<double> uniform(size_t n, double lo, double hi, unsigned seed) {
     std::mt19937_64 g(seed);
     std::uniform_real_distribution<double> d(lo, hi);
@@ -86,12 +89,3 @@ BENCHMARK(BM_KernelCost)
     ->ArgsProduct({{0, 1}, {0, 1, 2, 3, 4, 5}, {0, 1, 2}});
 
 }  // namespace
-
-int main(int argc, char** argv) {
-    setenv("ZVL_CPU_TYPE", "4", 0);
-    benchmark::Initialize(&argc, argv);
-    if (benchmark::ReportUnrecognizedArguments(argc, argv)) return 1;
-    benchmark::RunSpecifiedBenchmarks();
-    benchmark::Shutdown();
-    return 0;
-}

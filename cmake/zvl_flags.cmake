@@ -2,10 +2,11 @@
 # rounding in a kernel is the one written. Kernel units get exactly their
 # cpu type's instruction set on top of the x86-64 baseline, and
 # -frounding-math, since several run under a rounding mode they set or one
-# the caller chose.
+# the caller chose. -fno-math-errno changes no result: it lets sqrt and the
+# like stay instructions, since errno is the error pipeline's alone.
 set(ZVL_COMMON_FLAGS
     -march=x86-64 -mtune=generic
-    -ffp-contract=off -fno-fast-math -fno-exceptions -fno-rtti
+    -ffp-contract=off -fno-fast-math -fno-math-errno -fno-exceptions -fno-rtti
     -fno-semantic-interposition
     -Wall -Wextra)
 
@@ -33,18 +34,43 @@ else()
   set(ZVL_PLATFORM_LIBS dl pthread)
 endif()
 
+# A DLL's entry routine, compiled as the library's own code.
+function(zvl_add_dll_entry target)
+  target_sources(${target} PRIVATE ${ZVL_DLL_ENTRY})
+  set_source_files_properties(${ZVL_DLL_ENTRY} TARGET_DIRECTORY ${target} PROPERTIES
+    INCLUDE_DIRECTORIES "${PROJECT_SOURCE_DIR};${PROJECT_SOURCE_DIR}/include"
+    COMPILE_DEFINITIONS ZVL_BUILDING_LIBRARY COMPILE_OPTIONS "${ZVL_COMMON_FLAGS}")
+endfunction()
+
+# The product exports exactly the names of frame/exports.txt: a version
+# script for the shared object and a module-definition file for the DLL are
+# written from it at configure time.
+set(ZVL_EXPORT_LIST ${PROJECT_SOURCE_DIR}/frame/exports.txt)
+set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${ZVL_EXPORT_LIST})
+file(STRINGS ${ZVL_EXPORT_LIST} ZVL_EXPORT_NAMES REGEX "^[A-Za-z_]")
+list(JOIN ZVL_EXPORT_NAMES ";\n    " _zvl_map_names)
+file(CONFIGURE OUTPUT ${PROJECT_BINARY_DIR}/zvl.map CONTENT
+     "/* Written from frame/exports.txt. */\n{\n  global:\n    ${_zvl_map_names};\n  local:\n    *;\n};\n")
+list(JOIN ZVL_EXPORT_NAMES "\n    " _zvl_def_names)
+file(CONFIGURE OUTPUT ${PROJECT_BINARY_DIR}/zvl.def CONTENT
+     "; Written from frame/exports.txt.\nLIBRARY zvl.dll\nEXPORTS\n    ${_zvl_def_names}\n")
+
 function(zvl_set_exports target)
   if(WIN32)
-    target_sources(${target} PRIVATE ${PROJECT_SOURCE_DIR}/frame/zvl.def)
+    # zvl.dll with the import library libzvl.dll.a.
+    zvl_add_dll_entry(${target})
+    target_sources(${target} PRIVATE ${PROJECT_BINARY_DIR}/zvl.def)
+    set_target_properties(${target} PROPERTIES PREFIX "")
   else()
     target_link_options(${target} PRIVATE
-      -Wl,--version-script=${PROJECT_SOURCE_DIR}/frame/zvl.map -Wl,--no-undefined)
-    set_property(TARGET ${target} APPEND PROPERTY LINK_DEPENDS ${PROJECT_SOURCE_DIR}/frame/zvl.map)
+      -Wl,--version-script=${PROJECT_BINARY_DIR}/zvl.map -Wl,--no-undefined)
+    set_property(TARGET ${target} APPEND PROPERTY LINK_DEPENDS ${PROJECT_BINARY_DIR}/zvl.map)
   endif()
 endfunction()
 
 function(zvl_export_all target)
   if(WIN32)
+    zvl_add_dll_entry(${target})
     target_link_options(${target} PRIVATE -Wl,--export-all-symbols)
   else()
     target_link_options(${target} PRIVATE -Wl,--no-undefined)

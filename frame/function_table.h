@@ -13,6 +13,19 @@
 #define ZVL_FUNCTIONS(D1, D2, D12, DX, Z1, Z2, ZX, R1, R12) \
     D1(VDINV, vdInv, 0)                                     \
     D2(VDDIV, vdDiv, 18)                                    \
-    D1(VDEXP, vdExp, 144)
+    D1(VDSQRT, vdSqrt, 36)                                  \
+    D1(VDINVSQRT, vdInvSqrt, 54)                            \
+    D1(VDCBRT, vdCbrt, 72)                                  \
+    D1(VDINVCBRT, vdInvCbrt, 90)                            \
+    D2(VDPOW, vdPow, 108)                                   \
+    DX(VDPOWX, vdPowx, 126)                                 \
+    D1(VDEXP, vdExp, 144)                                   \
+    R1(VDCEIL, vdCeil)                                      \
+    R1(VDFLOOR, vdFloor)                                    \
+    R12(VDMODF, vdModf)                                     \
+    R1(VDNEARBYINT, vdNearbyInt)                            \
+    R1(VDRINT, vdRint)                                      \
+    R1(VDROUND, vdRound)                                    \
+    R1(VDTRUNC, vdTrunc)
 
 #define ZVL_IGNORE_ROW(...)

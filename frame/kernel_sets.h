@@ -17,6 +17,13 @@
     ZVL_DECLARE_CPU(u8, fam, type) ZVL_DECLARE_CPU(y8, fam, type) \
     ZVL_DECLARE_CPU(h8, fam, type) ZVL_DECLARE_CPU(e9, fam, type)
 
+// The rounding family: one kernel per cpu type, no accuracy tag.
+#define ZVL_DECLARE_ROUNDING_ONE(cpu, fam, type) extern "C" type##_fn ZVL_ROUNDING_KERNEL(cpu, fam);
+#define ZVL_DECLARE_ROUNDING(type, fam)                                                 \
+    ZVL_DECLARE_ROUNDING_ONE(ex, fam, type) ZVL_DECLARE_ROUNDING_ONE(e7, fam, type)     \
+    ZVL_DECLARE_ROUNDING_ONE(u8, fam, type) ZVL_DECLARE_ROUNDING_ONE(y8, fam, type)     \
+    ZVL_DECLARE_ROUNDING_ONE(h8, fam, type) ZVL_DECLARE_ROUNDING_ONE(e9, fam, type)
+
 namespace zvl {
 // Function types (not pointers) of the shapes, for declarations.
 using KernelD1_fn = void(int32_t, const double*, double*);
@@ -32,7 +39,20 @@ using zvl::KernelDx_fn;
 
 ZVL_DECLARE_FAMILY(KernelD1, Inv)
 ZVL_DECLARE_FAMILY(KernelD2, Div)
+ZVL_DECLARE_FAMILY(KernelD1, Sqrt)
+ZVL_DECLARE_FAMILY(KernelD1, InvSqrt)
+ZVL_DECLARE_FAMILY(KernelD1, Cbrt)
+ZVL_DECLARE_FAMILY(KernelD1, InvCbrt)
+ZVL_DECLARE_FAMILY(KernelD2, Pow)
+ZVL_DECLARE_FAMILY(KernelDx, Powx)
 ZVL_DECLARE_FAMILY(KernelD1, Exp)
+ZVL_DECLARE_ROUNDING(KernelD1, Ceil)
+ZVL_DECLARE_ROUNDING(KernelD1, Floor)
+ZVL_DECLARE_ROUNDING(KernelD12, Modf)
+ZVL_DECLARE_ROUNDING(KernelD1, NearbyInt)
+ZVL_DECLARE_ROUNDING(KernelD1, Rint)
+ZVL_DECLARE_ROUNDING(KernelD1, Round)
+ZVL_DECLARE_ROUNDING(KernelD1, Trunc)
 
 namespace zvl {
 

@@ -125,6 +125,14 @@ ZVL_API void ZEL_Set_Dynamic(int flag);
 /* Real functions, one input, one output: r[i] = f(a[i]). */
 ZVL_API void VDINV(const int *n, const double *a, double *r);
 ZVL_API void VDINV_Idx(const int *n, const double *a, int ia, double *r, int ir);
+ZVL_API void VDSQRT(const int *n, const double *a, double *r);
+ZVL_API void VDSQRT_Idx(const int *n, const double *a, int ia, double *r, int ir);
+ZVL_API void VDINVSQRT(const int *n, const double *a, double *r);
+ZVL_API void VDINVSQRT_Idx(const int *n, const double *a, int ia, double *r, int ir);
+ZVL_API void VDCBRT(const int *n, const double *a, double *r);
+ZVL_API void VDCBRT_Idx(const int *n, const double *a, int ia, double *r, int ir);
+ZVL_API void VDINVCBRT(const int *n, const double *a, double *r);
+ZVL_API void VDINVCBRT_Idx(const int *n, const double *a, int ia, double *r, int ir);
 ZVL_API void VDEXP(const int *n, const double *a, double *r);
 ZVL_API void VDEXP_Idx(const int *n, const double *a, int ia, double *r, int ir);
 
@@ -132,6 +140,38 @@ ZVL_API void VDEXP_Idx(const int *n, const double *a, int ia, double *r, int ir)
 ZVL_API void VDDIV(const int *n, const double *a, const double *b, double *r);
 ZVL_API void VDDIV_Idx(const int *n, const double *a, int ia, const double *b, int ib,
                        double *r, int ir);
+ZVL_API void VDPOW(const int *n, const double *a, const double *b, double *r);
+ZVL_API void VDPOW_Idx(const int *n, const double *a, int ia, const double *b, int ib,
+                       double *r, int ir);
+
+/* Real array and real scalar: r[i] = f(a[i], *b).  *b is read once per call
+ * and never tested for null. */
+ZVL_API void VDPOWX(const int *n, const double *a, const double *b, double *r);
+ZVL_API void VDPOWX_Idx(const int *n, const double *a, int ia, const double *b, double *r,
+                        int ir);
+
+/*
+ * Rounding to integer values: no accuracy choice, nothing is ever reported.
+ * VDRINT and VDNEARBYINT round in the caller's rounding mode; VDNEARBYINT
+ * raises no inexact exception where the processor can avoid it. VDROUND
+ * takes halves away from zero. VDMODF stores the integer part to y and the
+ * fraction to z, both with the sign of a.
+ */
+ZVL_API void VDCEIL(const int *n, const double *a, double *r);
+ZVL_API void VDCEIL_Idx(const int *n, const double *a, int ia, double *r, int ir);
+ZVL_API void VDFLOOR(const int *n, const double *a, double *r);
+ZVL_API void VDFLOOR_Idx(const int *n, const double *a, int ia, double *r, int ir);
+ZVL_API void VDMODF(const int *n, const double *a, double *y, double *z);
+ZVL_API void VDMODF_Idx(const int *n, const double *a, int ia, double *y, int iy, double *z,
+                        int iz);
+ZVL_API void VDNEARBYINT(const int *n, const double *a, double *r);
+ZVL_API void VDNEARBYINT_Idx(const int *n, const double *a, int ia, double *r, int ir);
+ZVL_API void VDRINT(const int *n, const double *a, double *r);
+ZVL_API void VDRINT_Idx(const int *n, const double *a, int ia, double *r, int ir);
+ZVL_API void VDROUND(const int *n, const double *a, double *r);
+ZVL_API void VDROUND_Idx(const int *n, const double *a, int ia, double *r, int ir);
+ZVL_API void VDTRUNC(const int *n, const double *a, double *r);
+ZVL_API void VDTRUNC_Idx(const int *n, const double *a, int ia, double *r, int ir);
 
 #ifdef __cplusplus
 }

@@ -10,6 +10,8 @@ packages=(
   libbenchmark-dev libsleef-dev         # benchmarks and their peers
   libc-bin                              # gencat, for the catalogue tests
 )
+# The Windows build: MinGW-w64 cross compiler (windmc, windres, objdump come
+# with it) and Wine to run its tests. test.sh always asks for them.
 [ "${ZVL_WITH_WINDOWS:-0}" = 1 ] && packages+=(g++-mingw-w64-x86-64-posix mingw-w64-tools wine64)
 
 missing=()

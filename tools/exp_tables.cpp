@@ -14,41 +14,21 @@
 // this program's output, and a test reruns it and compares.
 #include <mpfr.h>
 
-#include <cinttypes>
 #include <cstdint>
 #include <cstdio>
-#include <cstring>
+
+#include "tools/table_format.h"
 
 namespace {
+
+using zvl_tables::bits;
+using zvl_tables::from_bits;
+using zvl_tables::put_hex;
 
 // 0.9999999928394805: scales variant C's table so that the error of its
 // first-degree formula, which lies on one side of zero, is centred.
 constexpr uint64_t kCentreBits = 0x3feffffffc27dd9e;
 constexpr int kClearedBits = 8;
-
-double from_bits(uint64_t b) {
-    double x;
-    std::memcpy(&x, &b, sizeof x);
-    return x;
-}
-uint64_t bits(double x) {
-    uint64_t b;
-    std::memcpy(&b, &x, sizeof b);
-    return b;
-}
-
-// An exact hexadecimal literal: 0x1.<13 digits>p<exp>, 0x0p+0 for zero.
-// All the tables' values are normal numbers or zero.
-void put_hex(double x, char* out, size_t size) {
-    const uint64_t b = bits(x);
-    const char* sign = (b >> 63) ? "-" : "";
-    const int e = static_cast<int>((b >> 52) & 0x7ff);
-    if (e == 0) {
-        std::snprintf(out, size, "%s0x0p+0", sign);
-        return;
-    }
-    std::snprintf(out, size, "%s0x1.%013" PRIx64 "p%+d", sign, b & uint64_t{0xfffffffffffff}, e - 1023);
-}
 
 // 2^(j/2^s) times `scale`, to 256 bits.
 void power(mpfr_t out, int j, int s, double scale) {

@@ -164,7 +164,14 @@ struct Avx {
     static vd le(vd a, vd b) { return _mm256_cmp_pd(a, b, _CMP_LE_OS); }
     static vd eq(vd a, vd b) { return _mm256_cmp_pd(a, b, _CMP_EQ_OQ); }
     static int mask(vd m) { return _mm256_movemask_pd(m); }
-    static vd select(vd m, vd a, vd b) { return _mm256_blendv_pd(b, a, m); }
+    // vblendvpd by hand: GCC 12 folds the intrinsic into a select on the sign
+    // of a 256-bit integer mask, which AVX without 256-bit integer compares
+    // expands lane by lane with branches.
+    static vd select(vd m, vd a, vd b) {
+        vd r;
+        __asm__("vblendvpd %3, %2, %1, %0" : "=x"(r) : "x"(b), "x"(a), "x"(m));
+        return r;
+    }
 
     static vd shl_i64(vd a, int n) {
         return join(_mm_slli_epi64(low(a), n), _mm_slli_epi64(high(a), n));

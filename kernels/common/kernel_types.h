@@ -37,6 +37,9 @@ struct KernelSet {
 #define ZVL_KERNEL(cpu, fam, tag) zel_zvl_core_##cpu##_zvl_d##fam##_##tag
 #define ZVL_KERNEL_NAME(cpu, fam, tag) "zel_zvl_core_" #cpu "_zvl_d" #fam "_" #tag
 
+// The rounding family has no accuracy modes: its kernels carry no tag.
+#define ZVL_ROUNDING_KERNEL(cpu, fam) zel_zvl_core_##cpu##_zvl_d##fam
+
 #define ZVL_CPU_LABELS(X) X(ex) X(e7) X(u8) X(y8) X(h8) X(e9)
 
 // Inside a per-cpu unit, which defines ZVL_CPU (its label) first.
@@ -45,3 +48,5 @@ struct KernelSet {
 #define ZVL_KERNEL_X(cpu, fam, tag) ZVL_KERNEL(cpu, fam, tag)
 #define ZVL_HERE(fam, tag) ZVL_KERNEL_X(ZVL_CPU, fam, tag)
 #define ZVL_HERE_NAME(fam, tag) "zel_zvl_core_" ZVL_STR(ZVL_CPU) "_zvl_d" #fam "_" #tag
+#define ZVL_ROUNDING_KERNEL_X(cpu, fam) ZVL_ROUNDING_KERNEL(cpu, fam)
+#define ZVL_HERE_ROUNDING(fam) ZVL_ROUNDING_KERNEL_X(ZVL_CPU, fam)

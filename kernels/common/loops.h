@@ -19,6 +19,13 @@
 //   F::callout(&x, &y)       exact scalar result and status (two inputs:
 //                            callout(&x, &z, &y))
 //
+// A family whose special-lane test needs values from inside the block (the
+// size of an intermediate, not just the inputs) returns the mask from
+// block() instead, bit l for lane l of the block, and has no special(); its
+// remainder runs block<Scalar, 1>. A family that carries data of its own
+// (a scalar second argument and what depends on it alone) is passed as an
+// object `f`; stateless families need not be.
+//
 // Restart form: the block is computed and its range test made; if any lane
 // fails the test the whole block is discarded and each of its elements run
 // through the family's scalar element routine, which stores its result and
@@ -35,6 +42,8 @@
 #pragma once
 
 #include <cstdint>
+#include <type_traits>
+#include <utility>
 
 #include "kernels/common/isa.h"
 #include "state/state.h"
@@ -51,16 +60,16 @@ inline void report(int32_t status, int32_t i, const double* a, const double* b, 
 // all 32 positions; xs/zs/ys hold the block's inputs and results and are
 // indexed by lane. `base` is the block's first element.
 template <int Cpu, int NIn, class F>
-inline void special_lanes(uint32_t mask, const double* xs, const double* zs, double* ys,
-                          int32_t base, const double* a, const double* b, double* r,
+inline void special_lanes(const F& f, uint32_t mask, const double* xs, const double* zs,
+                          double* ys, int32_t base, const double* a, const double* b, double* r,
                           const char* name) {
     for (int l = 0; l < 32; ++l) {
         if (!(mask >> l & 1u)) continue;
         int32_t st;
         if constexpr (NIn == 1)
-            st = F::callout(&xs[l], &ys[l]);
+            st = f.callout(&xs[l], &ys[l]);
         else
-            st = F::callout(&xs[l], &zs[l], &ys[l]);
+            st = f.callout(&xs[l], &zs[l], &ys[l]);
         if (st != 0) {
             r[base + l] = ys[l];
             report<Cpu>(st, base + l, a, NIn == 1 ? a : b, r, name);
@@ -69,8 +78,20 @@ inline void special_lanes(uint32_t mask, const double* xs, const double* zs, dou
     }
 }
 
+// True when F's block<V, NV> returns the special-lane mask itself.
+template <class F, class V, int NV, int NIn>
+constexpr bool block_gives_mask() {
+    using vd = typename V::vd;
+    if constexpr (NIn == 2)
+        return !std::is_void_v<decltype(std::declval<const F&>().template block<V, NV>(
+            std::declval<const vd*>(), std::declval<const vd*>(), std::declval<vd*>()))>;
+    else
+        return !std::is_void_v<decltype(std::declval<const F&>().template block<V, NV>(
+            std::declval<const vd*>(), std::declval<vd*>()))>;
+}
+
 template <int Cpu, class V, int W, class F, int NIn>
-__attribute__((always_inline)) inline void scratch_loop(int32_t n, const double* a,
+__attribute__((always_inline)) inline void scratch_loop(const F& f, int32_t n, const double* a,
                                                         const double* b, double* r,
                                                         const char* name) {
     using vd = typename V::vd;
@@ -89,14 +110,20 @@ __attribute__((always_inline)) inline void scratch_loop(int32_t n, const double*
         for (int j = 0; j < NV; ++j) x[j] = V::load(a + base + j * V::lanes);
         if constexpr (NIn == 2) {
             for (int j = 0; j < NV; ++j) z[j] = V::load(b + base + j * V::lanes);
-            F::template block<V, NV>(x, z, y);
-            for (int j = 0; j < NV; ++j)
-                mask |= static_cast<uint32_t>(V::mask(F::template special<V>(x[j], z[j])))
-                        << (j * V::lanes);
+            if constexpr (block_gives_mask<F, V, NV, 2>()) {
+                mask = f.template block<V, NV>(x, z, y);
+            } else {
+                f.template block<V, NV>(x, z, y);
+                for (int j = 0; j < NV; ++j)
+                    mask |= static_cast<uint32_t>(V::mask(f.template special<V>(x[j], z[j])))
+                            << (j * V::lanes);
+            }
+        } else if constexpr (block_gives_mask<F, V, NV, 1>()) {
+            mask = f.template block<V, NV>(x, y);
         } else {
-            F::template block<V, NV>(x, y);
+            f.template block<V, NV>(x, y);
             for (int j = 0; j < NV; ++j)
-                mask |= static_cast<uint32_t>(V::mask(F::template special<V>(x[j])))
+                mask |= static_cast<uint32_t>(V::mask(f.template special<V>(x[j])))
                         << (j * V::lanes);
         }
         if (__builtin_expect(mask != 0, 0)) {
@@ -105,7 +132,7 @@ __attribute__((always_inline)) inline void scratch_loop(int32_t n, const double*
                 if constexpr (NIn == 2) V::store(zs + j * V::lanes, z[j]);
                 V::store(ys + j * V::lanes, y[j]);
             }
-            special_lanes<Cpu, NIn, F>(mask, xs, zs, ys, base, a, b, r, name);
+            special_lanes<Cpu, NIn, F>(f, mask, xs, zs, ys, base, a, b, r, name);
             for (int j = 0; j < NV; ++j) y[j] = V::load(ys + j * V::lanes);
         }
         for (int j = 0; j < NV; ++j) V::store(r + base + j * V::lanes, y[j]);
@@ -115,27 +142,34 @@ __attribute__((always_inline)) inline void scratch_loop(int32_t n, const double*
         bool special;
         if constexpr (NIn == 2) {
             z1[0] = b[i];
-            y1[0] = F::one(x1[0], z1[0]);
-            special = Scalar::mask(F::template special<Scalar>(x1[0], z1[0])) != 0;
+            if constexpr (block_gives_mask<F, Scalar, 1, 2>()) {
+                special = f.template block<Scalar, 1>(x1, z1, y1) != 0;
+            } else {
+                y1[0] = f.one(x1[0], z1[0]);
+                special = Scalar::mask(f.template special<Scalar>(x1[0], z1[0])) != 0;
+            }
+        } else if constexpr (block_gives_mask<F, Scalar, 1, 1>()) {
+            special = f.template block<Scalar, 1>(x1, y1) != 0;
         } else {
-            y1[0] = F::one(x1[0]);
-            special = Scalar::mask(F::template special<Scalar>(x1[0])) != 0;
+            y1[0] = f.one(x1[0]);
+            special = Scalar::mask(f.template special<Scalar>(x1[0])) != 0;
         }
         if (__builtin_expect(special, 0))
-            special_lanes<Cpu, NIn, F>(1u, x1, z1, y1, i, a, b, r, name);
+            special_lanes<Cpu, NIn, F>(f, 1u, x1, z1, y1, i, a, b, r, name);
         r[i] = y1[0];
     }
 }
 
 template <int Cpu, class V, int W, class F>
-inline void scratch_1i(int32_t n, const double* a, double* r, const char* name) {
-    scratch_loop<Cpu, V, W, F, 1>(n, a, nullptr, r, name);
+inline void scratch_1i(int32_t n, const double* a, double* r, const char* name,
+                       const F& f = F{}) {
+    scratch_loop<Cpu, V, W, F, 1>(f, n, a, nullptr, r, name);
 }
 
 template <int Cpu, class V, int W, class F>
 inline void scratch_2i(int32_t n, const double* a, const double* b, double* r,
-                       const char* name) {
-    scratch_loop<Cpu, V, W, F, 2>(n, a, b, r, name);
+                       const char* name, const F& f = F{}) {
+    scratch_loop<Cpu, V, W, F, 2>(f, n, a, b, r, name);
 }
 
 template <int Cpu, class F, int NIn>

@@ -4,3 +4,8 @@
 
 #include "kernels/explog/inv_div.h"
 #include "kernels/explog/exp/exp.h"
+#include "kernels/explog/rounding/rounding.h"
+#include "kernels/explog/sqrt.h"
+#include "kernels/explog/cbrt.h"
+#include "kernels/explog/pow/pow.h"
+#include "kernels/explog/pow/powx.h"

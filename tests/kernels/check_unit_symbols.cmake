@@ -2,7 +2,10 @@
 # they may give the linker are their kernels. Any other global or weak
 # definition (an inline helper or template outside an unnamed namespace)
 # could be the copy the linker keeps for every unit.
-# Run as: cmake -DOBJECTS=<objects separated by |> -P check_unit_symbols.cmake
+# Run as: cmake -DOBJECTS=<objects separated by |> [-DNM=<nm>] -P check_unit_symbols.cmake
+if(NOT NM)
+  set(NM nm)
+endif()
 string(REPLACE "|" ";" objects "${OBJECTS}")
 set(bad "")
 set(units 0)
@@ -11,7 +14,7 @@ foreach(obj IN LISTS objects)
     continue()
   endif()
   math(EXPR units "${units} + 1")
-  execute_process(COMMAND nm --defined-only --extern-only ${obj} OUTPUT_VARIABLE out
+  execute_process(COMMAND ${NM} --defined-only --extern-only ${obj} OUTPUT_VARIABLE out
                   RESULT_VARIABLE rc)
   if(NOT rc EQUAL 0)
     message(FATAL_ERROR "nm failed on ${obj}")
@@ -20,7 +23,8 @@ foreach(obj IN LISTS objects)
   foreach(line IN LISTS lines)
     if(line MATCHES "^[0-9a-fA-F]* +[A-Za-z] +(.+)$")
       set(name "${CMAKE_MATCH_1}")
-      if(NOT name MATCHES "^zel_zvl_core_")
+      # .refptr.* are MinGW's shared pointers to external data, no code.
+      if(NOT name MATCHES "^zel_zvl_core_" AND NOT name MATCHES "^\\.refptr\\.")
         get_filename_component(unit ${obj} NAME)
         list(APPEND bad "${unit}: ${name}")
       endif()

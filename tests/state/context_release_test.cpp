@@ -2,11 +2,10 @@
 // no block behind, and a thread whose context was released starts afresh.
 #include <gtest/gtest.h>
 
-#include <malloc.h>
-
 #include <thread>
 
 #include "state/state.h"
+#include "tests/common/heap.h"
 #include "zvl.h"
 
 namespace {
@@ -23,8 +22,7 @@ TEST(ContextRelease, DetachFreesAndNextUseStartsAfresh) {
     }).join();
 }
 
-// Threads that end give their contexts back. All threads share one arena
-// here so that the main arena's count sees their blocks.
+// Threads that end give their contexts back.
 TEST(ContextRelease, EndedThreadsLeaveNoBlocks) {
     auto churn = [](int threads) {
         for (int t = 0; t < threads; ++t)
@@ -34,14 +32,11 @@ TEST(ContextRelease, EndedThreadsLeaveNoBlocks) {
             }).join();
     };
     churn(8);  // warm up the thread machinery
-    const size_t before = mallinfo2().uordblks;
+    const size_t before = zvl_test::context_heap_bytes();
     churn(2000);
-    const size_t after = mallinfo2().uordblks;
+    const size_t after = zvl_test::context_heap_bytes();
     // 2000 leaked blocks would be 64000 bytes or more
     EXPECT_LT(after, before + 4096) << "before " << before << ", after " << after;
 }
 
 }  // namespace
-
-// Must take effect before any thread is created.
-static const int g_one_arena = mallopt(M_ARENA_MAX, 1);

@@ -332,10 +332,13 @@ TEST_P(ErrorPipeline, RaisesTheMatchingException) {
         const int raised = std::fetestexcept(FE_INVALID | FE_DIVBYZERO | FE_OVERFLOW | FE_UNDERFLOW);
         EXPECT_EQ(raised, row.flag) << "status " << row.status;
 
+        // Printing may leave the inexact flag (MinGW's printf formats in
+        // floating point): only the four flags the action raises count.
         mode(0x0602);
         std::feclearexcept(FE_ALL_EXCEPT);
         zvl_test::capture_stdout([&] { report(row.status, 0, a, r); });
-        EXPECT_EQ(std::fetestexcept(FE_ALL_EXCEPT), 0) << "raised without the action";
+        EXPECT_EQ(std::fetestexcept(FE_INVALID | FE_DIVBYZERO | FE_OVERFLOW | FE_UNDERFLOW), 0)
+            << "raised without the action";
     }
 }
 

@@ -1,0 +1,93 @@
+// Time per element of every measured function: each accuracy mode and cpu
+// type (kernels called directly, cpu types the processor cannot run are
+// left out), beside the function's baseline loop and its glibc vector and
+// SLEEF peers, at n = 1000 (in cache) and n = 1000000 (streaming).
+//
+// Names read <function>/<mode>/<cpu label>/<n> and <function>/peer/<peer>/<n>,
+// so --benchmark_filter='^exp/HA/' or '/1000$' picks a slice. The counter
+// ns_per_elem is the time per element (shown in seconds with an SI prefix).
+#include <benchmark/benchmark.h>
+
+#include <cstdio>
+#include <string>
+#include <vector>
+
+#include "tools/common/functions.h"
+
+namespace {
+
+using namespace zvl_tools;
+
+// The inputs of one function and size, made when first needed: only one set
+// is alive at a time, as the benchmarks of a function run together.
+struct Inputs {
+    const FunctionRow* row = nullptr;
+    size_t n = 0;
+    std::vector<double> a, b, r;
+};
+
+Inputs& inputs_for(const FunctionRow& row, size_t n) {
+    static Inputs in;
+    if (in.row != &row || in.n != n) {
+        in.row = &row;
+        in.n = n;
+        timing_inputs(row, n, &in.a, &in.b);
+        in.r.assign(n, 0.0);
+    }
+    return in;
+}
+
+void run(benchmark::State& state, const FunctionRow* row, Callable fn, size_t n) {
+    Inputs& in = inputs_for(*row, n);
+    const double* b = in.b.empty() ? nullptr : in.b.data();
+    for (auto _ : state) {
+        fn(static_cast<int32_t>(n), in.a.data(), b, in.r.data());
+        benchmark::DoNotOptimize(in.r.data());
+        benchmark::ClobberMemory();
+    }
+    state.SetItemsProcessed(static_cast<int64_t>(state.iterations() * n));
+    state.counters["ns_per_elem"] =
+        benchmark::Counter(static_cast<double>(n), benchmark::Counter::kIsIterationInvariantRate |
+                                                       benchmark::Counter::kInvert);
+}
+
+std::string slug(const char* label) {
+    std::string s(label);
+    for (char& c : s)
+        if (c == ' ' || c == ',' || c == '/') c = '_';
+    return s;
+}
+
+void register_all() {
+    for (const Function& f : functions()) {
+        const FunctionRow* row = f.row;
+        for (size_t n : {size_t{1000}, size_t{1000000}}) {
+            const std::string size = "/" + std::to_string(n);
+            const int modes = has_modes(f) ? kModes : 1;
+            for (int m = 0; m < modes; ++m)
+                for (int cpu = kCpuTypes - 1; cpu >= 0; --cpu) {
+                    if (!cpu_runnable(cpu)) continue;
+                    const std::string name = std::string(row->name) + "/" +
+                                             (has_modes(f) ? kModeNames[m] : "-") + "/" +
+                                             kCpuLabels[cpu] + size;
+                    benchmark::RegisterBenchmark(name.c_str(), run, row,
+                                                 kernel(f, cpu, static_cast<Mode>(m)), n);
+                }
+            for (const Peer* p : peers_of(*row)) {
+                const char* why = nullptr;
+                const Callable c = bind_peer(*p, f.shape, &why);
+                if (!c) {
+                    if (n == 1000)
+                        std::fprintf(stderr, "%s: %s skipped (%s)\n", row->name, p->label, why);
+                    continue;
+                }
+                const std::string name = std::string(row->name) + "/peer/" + slug(p->label) + size;
+                benchmark::RegisterBenchmark(name.c_str(), run, row, c, n);
+            }
+        }
+    }
+}
+
+const int registered = (register_all(), 0);
+
+}  // namespace

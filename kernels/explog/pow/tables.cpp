@@ -1,0 +1,13 @@
+// The Pow tables, as tools/pow_tables.cpp writes them.
+#include "kernels/explog/pow/data.h"
+
+namespace zvl {
+
+alignas(64) const double kPowR[1025] = {
+#include "kernels/explog/pow/table_r.inc"
+};
+alignas(64) const double kPowLog2[2 * 1025] = {
+#include "kernels/explog/pow/table_log2.inc"
+};
+
+}  // namespace zvl

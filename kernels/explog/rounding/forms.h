@@ -1,0 +1,153 @@
+// The vector constructions of the rounding family.
+//
+// Shifter form: C is 2^52 with the sign of x, and ((x + C) - C) is x rounded
+// to an integer in the current rounding mode, exactly, for |x| < 2^52. The
+// sign of x is then put back, which makes Ceil of a small negative value
+// -0.0 and Floor of a small positive one +0.0 (under rounding down the bare
+// difference would be -0.0). A block with any element at or above 2^52,
+// infinite or NaN is redone by the element routine. Under a directed guard
+// this is Ceil, Floor, Trunc or Modf; without a guard it follows the
+// caller's mode, which is Rint and NearbyInt.
+//
+// Half test (Round): with a = |x|, t = (a + 2^52) - 2^52 rounds to even, so a
+// value that rounded down from an exact half has a - t = 0.5 and gets one
+// more. Lanes above 2^52 take x * 1.0; a NaN fails that compare and stays a
+// NaN through the arithmetic. Without a guard t rounds in the caller's mode.
+//
+// Instruction form: the rounding instruction with a fixed immediate; NaN and
+// infinity pass through it, so no block ever fails.
+#pragma once
+
+#include "kernels/explog/rounding/bit_masks.h"
+
+namespace {
+
+template <class V>
+struct ShifterOps {
+    using vd = typename V::vd;
+    static vd sign(vd x) { return V::and_(x, splat_bits<V>(RoundingConst::kSign)); }
+    // t with the sign bit s
+    static vd with_sign(vd t, vd s) {
+        return V::or_(V::andnot(splat_bits<V>(RoundingConst::kSign), t), s);
+    }
+    static vd shift_round(vd x) {
+        const vd s = sign(x);
+        const vd C = V::or_(V::splat(RoundingConst::kShifter), s);
+        return with_sign(V::sub(V::add(x, C), C), s);
+    }
+    // all lanes below 2^52 in magnitude (a NaN fails)
+    static bool in_range(vd x) {
+        const vd ax = V::andnot(splat_bits<V>(RoundingConst::kSign), x);
+        return V::mask(V::lt(ax, V::splat(RoundingConst::kShifter))) == (1 << V::lanes) - 1;
+    }
+};
+
+// Ceil, Floor, Trunc (under their guards), Rint and NearbyInt (without).
+struct Shifter {
+    template <class V, int NV>
+    static bool block(const typename V::vd* x, typename V::vd* y) {
+        bool ok = true;
+        for (int j = 0; j < NV; ++j) {
+            y[j] = ShifterOps<V>::shift_round(x[j]);
+            ok &= ShifterOps<V>::in_range(x[j]);
+        }
+        return ok;
+    }
+    static void element(double x, double* y) {
+        const uint64_t ix = zvl::bits(x);
+        if ((ix & RoundingConst::kExp) == RoundingConst::kExp)
+            *y = x + x;
+        else if ((ix & RoundingConst::kExp) >= zvl::bits(RoundingConst::kShifter))
+            *y = x;
+        else
+            *y = ShifterOps<Scalar>::shift_round(x);
+    }
+};
+
+// Modf under the towards-zero guard: r2 = x - r1, both with the sign of x.
+struct ShifterModf {
+    template <class V>
+    static void split(typename V::vd x, typename V::vd* i, typename V::vd* f) {
+        using O = ShifterOps<V>;
+        const typename V::vd s = O::sign(x);
+        const typename V::vd C = V::or_(V::splat(RoundingConst::kShifter), s);
+        *i = O::with_sign(V::sub(V::add(x, C), C), s);
+        *f = O::with_sign(V::sub(x, *i), s);
+    }
+    template <class V, int NV>
+    static bool block(const typename V::vd* x, typename V::vd* y, typename V::vd* z) {
+        bool ok = true;
+        for (int j = 0; j < NV; ++j) {
+            split<V>(x[j], &y[j], &z[j]);
+            ok &= ShifterOps<V>::in_range(x[j]);
+        }
+        return ok;
+    }
+    static void element(double x, double* y, double* z) {
+        const uint64_t ix = zvl::bits(x);
+        if (BitMasks::is_nan(ix)) {
+            *y = x + x;
+            *z = x + x;
+        } else if ((ix & RoundingConst::kExp) >= zvl::bits(RoundingConst::kShifter)) {
+            *y = x;
+            *z = BitMasks::signed_zero(ix);
+        } else {
+            split<Scalar>(x, y, z);
+        }
+    }
+};
+
+// Round by the half test; with Instr the first rounding is the rounding
+// instruction with immediate 0 (to nearest, whatever the mode).
+template <bool Instr>
+struct HalfTest {
+    template <class V>
+    static typename V::vd eval(typename V::vd x) {
+        using vd = typename V::vd;
+        using O = ShifterOps<V>;
+        const vd s = O::sign(x);
+        const vd a = V::andnot(splat_bits<V>(RoundingConst::kSign), x);
+        vd t;
+        if constexpr (Instr) {
+#ifdef __SSE4_1__
+            t = round_by<0>(a);
+#endif
+        } else {
+            const vd C = V::splat(RoundingConst::kShifter);
+            t = V::sub(V::add(a, C), C);
+        }
+        const vd d = V::sub(a, t);
+        t = V::add(t, V::and_(V::eq(d, V::splat(0.5)), V::splat(1.0)));
+        const vd big = V::lt(V::splat(RoundingConst::kShifter), a);
+        return V::select(big, V::mul(x, hidden(V::splat(1.0))), O::with_sign(t, s));
+    }
+    template <class V, int NV>
+    static bool block(const typename V::vd* x, typename V::vd* y) {
+        for (int j = 0; j < NV; ++j) y[j] = eval<V>(x[j]);
+        return true;
+    }
+    static void element(double x, double* y) { *y = eval<Scalar>(x); }
+};
+
+#ifdef __SSE4_1__
+template <int Imm>
+struct ByInstruction {
+    template <class V, int NV>
+    static bool block(const typename V::vd* x, typename V::vd* y) {
+        for (int j = 0; j < NV; ++j) y[j] = round_by<Imm>(x[j]);
+        return true;
+    }
+    static void element(double x, double* y) { *y = round_by<Imm>(x); }
+};
+#endif
+
+// Cpu type 0: the element routines of the bit masks, one element at a time.
+template <double (*Fn)(double)>
+struct ByElement {
+    static void element(double x, double* y) { *y = Fn(x); }
+};
+struct ModfByElement {
+    static void element(double x, double* y, double* z) { BitMasks::modf(x, y, z); }
+};
+
+}  // namespace

@@ -1,0 +1,22 @@
+# cmake -DOBJDUMP=<objdump> -DDLL=<zvl.dll> -DEXPECTED=<exports.txt> -P dll_exports.cmake
+# The DLL's export table holds exactly the expected names.
+execute_process(COMMAND ${OBJDUMP} -p ${DLL} OUTPUT_VARIABLE dump RESULT_VARIABLE rc)
+if(NOT rc EQUAL 0)
+  message(FATAL_ERROR "${OBJDUMP} -p ${DLL} failed")
+endif()
+# The name pointer table: lines "\t[   3] NAME" after its heading.
+string(REGEX MATCH "\\[Ordinal/Name Pointer\\] Table\n(([ \t]*\\[ *[0-9]+\\] [^\n]*\n)*)" _ "${dump}")
+string(REGEX MATCHALL "\\] [^\n]+" names "${CMAKE_MATCH_1}")
+list(TRANSFORM names REPLACE "\\] " "")
+list(SORT names)
+file(STRINGS ${EXPECTED} expected REGEX "^[A-Za-z_]")
+list(SORT expected)
+if(NOT "${names}" STREQUAL "${expected}")
+  set(missing ${expected})
+  list(REMOVE_ITEM missing ${names})
+  set(extra ${names})
+  list(REMOVE_ITEM extra ${expected})
+  message(FATAL_ERROR "${DLL} exports differ: missing [${missing}], extra [${extra}]")
+endif()
+list(LENGTH names n)
+message(STATUS "${DLL} exports the ${n} expected names")

@@ -1,0 +1,176 @@
+// Joins the measuring rows to the library's function table, and turns
+// kernels, front-ends and peers into Callables.
+#include <cstring>
+#include <vector>
+
+#include "frame/kernel_sets.h"
+#include "tools/common/functions.h"
+
+namespace zvl_tools {
+namespace {
+
+using Front1 = void (*)(const int*, const double*, double*);
+using Front2 = void (*)(const int*, const double*, const double*, double*);
+
+struct Bound {
+    const char* exported;
+    Shape shape;
+    const void* set;
+    Front1 front1;
+    Front2 front2;
+};
+
+// One entry per function of the library's table that the tools can measure.
+#define ZT_BIND_D1(EXPORT, report, id) \
+    {#EXPORT, Shape::D1, &zvl::kernels_##EXPORT, EXPORT, nullptr},
+#define ZT_BIND_D2(EXPORT, report, id) \
+    {#EXPORT, Shape::D2, &zvl::kernels_##EXPORT, nullptr, EXPORT},
+#define ZT_BIND_DX(EXPORT, report, id) \
+    {#EXPORT, Shape::DX, &zvl::kernels_##EXPORT, nullptr, EXPORT},
+#define ZT_BIND_R1(EXPORT, report) {#EXPORT, Shape::R1, &zvl::kernels_##EXPORT, EXPORT, nullptr},
+
+const Bound bound[] = {ZVL_FUNCTIONS(ZT_BIND_D1, ZT_BIND_D2, ZVL_IGNORE_ROW, ZT_BIND_DX,
+                                     ZVL_IGNORE_ROW, ZVL_IGNORE_ROW, ZVL_IGNORE_ROW, ZT_BIND_R1,
+                                     ZVL_IGNORE_ROW)};
+
+struct Joined {
+    std::vector<Function> live;
+    std::vector<const char*> orphans;
+};
+
+const Joined& joined() {
+    static const Joined j = [] {
+        Joined out;
+        for (const Bound& b : bound) {
+            const FunctionRow* row = nullptr;
+            for (const FunctionRow& r : rows())
+                if (std::strcmp(r.exported, b.exported) == 0 && r.shape == b.shape) row = &r;
+            if (row)
+                out.live.push_back({row, b.exported, b.shape, b.set, b.front1, b.front2});
+            else
+                out.orphans.push_back(b.exported);
+        }
+        return out;
+    }();
+    return j;
+}
+
+// Kernel trampolines by shape; ctx is the kernel.
+void call_d1(const void* k, int32_t n, const double* a, const double*, double* r) {
+    reinterpret_cast<zvl::KernelD1>(k)(n, a, r);
+}
+void call_d2(const void* k, int32_t n, const double* a, const double* b, double* r) {
+    reinterpret_cast<zvl::KernelD2>(k)(n, a, b, r);
+}
+// One kernel call per run of equal b (compared by bits, so NaN runs too).
+void call_dx(const void* k, int32_t n, const double* a, const double* b, double* r) {
+    const auto kernel = reinterpret_cast<zvl::KernelDx>(k);
+    int32_t i = 0;
+    while (i < n) {
+        int32_t j = i + 1;
+        while (j < n && std::memcmp(&b[j], &b[i], sizeof(double)) == 0) ++j;
+        kernel(j - i, a + i, b[i], r + i);
+        i = j;
+    }
+}
+
+// Front-end trampolines; ctx is the Function.
+void front_d1(const void* f, int32_t n, const double* a, const double*, double* r) {
+    const int len = n;
+    static_cast<const Function*>(f)->front1(&len, a, r);
+}
+void front_d2(const void* f, int32_t n, const double* a, const double* b, double* r) {
+    const int len = n;
+    static_cast<const Function*>(f)->front2(&len, a, b, r);
+}
+void front_dx(const void* f, int32_t n, const double* a, const double* b, double* r) {
+    const auto entry = static_cast<const Function*>(f)->front2;
+    int32_t i = 0;
+    while (i < n) {
+        int32_t j = i + 1;
+        while (j < n && std::memcmp(&b[j], &b[i], sizeof(double)) == 0) ++j;
+        const int len = j - i;
+        entry(&len, a + i, b + i, r + i);
+        i = j;
+    }
+}
+
+}  // namespace
+
+List<Function> functions() {
+    const auto& v = joined().live;
+    return {v.data(), v.size()};
+}
+
+List<const char*> functions_without_row() {
+    const auto& v = joined().orphans;
+    return {v.data(), v.size()};
+}
+
+const Function* find_function(const char* name) {
+    for (const Function& f : functions())
+        if (std::strcmp(f.row->name, name) == 0 || std::strcmp(f.exported, name) == 0) return &f;
+    return nullptr;
+}
+
+bool has_modes(const Function& f) { return f.shape != Shape::R1; }
+
+int arity(Shape s) { return s == Shape::D2 || s == Shape::DX ? 2 : 1; }
+
+Callable kernel(const Function& f, int cpu, Mode mode) {
+    const void* k = nullptr;
+    switch (f.shape) {
+        case Shape::D1:
+            k = reinterpret_cast<const void*>(
+                static_cast<const zvl::KernelSet<zvl::KernelD1>*>(f.kernel_set)->k[cpu][mode]);
+            return {call_d1, k};
+        case Shape::D2:
+            k = reinterpret_cast<const void*>(
+                static_cast<const zvl::KernelSet<zvl::KernelD2>*>(f.kernel_set)->k[cpu][mode]);
+            return {call_d2, k};
+        case Shape::DX:
+            k = reinterpret_cast<const void*>(
+                static_cast<const zvl::KernelSet<zvl::KernelDx>*>(f.kernel_set)->k[cpu][mode]);
+            return {call_dx, k};
+        case Shape::R1:
+            k = reinterpret_cast<const void*>(
+                static_cast<const zvl::RoundingSet<zvl::KernelD1>*>(f.kernel_set)->k[cpu]);
+            return {call_d1, k};
+    }
+    return {nullptr, nullptr};
+}
+
+Callable front_end(const Function& f) {
+    switch (f.shape) {
+        case Shape::D1:
+        case Shape::R1: return {front_d1, &f};
+        case Shape::D2: return {front_d2, &f};
+        case Shape::DX: return {front_dx, &f};
+    }
+    return {nullptr, nullptr};
+}
+
+bool cpu_runnable(int cpu) {
+    switch (cpu) {
+        case 0: return true;
+        case 1: return __builtin_cpu_supports("sse3");
+        case 2: return __builtin_cpu_supports("ssse3");
+        case 3: return __builtin_cpu_supports("sse4.1");
+        case 4: return __builtin_cpu_supports("sse4.2");
+        case 5: return __builtin_cpu_supports("avx");
+        default: return false;
+    }
+}
+
+bool isa_runnable(Isa isa) {
+    switch (isa) {
+        case Isa::Base: return true;
+        case Isa::Sse41: return __builtin_cpu_supports("sse4.1");
+        case Isa::Avx: return __builtin_cpu_supports("avx");
+        case Isa::Avx2: return __builtin_cpu_supports("avx2");
+        case Isa::Avx2Fma: return __builtin_cpu_supports("avx2") && __builtin_cpu_supports("fma");
+    }
+    return false;
+}
+
+}  // namespace zvl_tools

@@ -1,0 +1,54 @@
+// What zvl-report measures for each function, shared by its text and HTML
+// writers.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "tools/accuracy/budgets.h"
+
+namespace zvl_tools {
+
+constexpr int kSizes = 2;
+constexpr size_t kSizeN[kSizes] = {1000, 1000000};
+
+struct PeerResult {
+    const Peer* peer;
+    bool ran;
+    const char* why;  // when it did not run
+    Stats accuracy;   // over the same samples as the kernels
+    double ns[kSizes];
+};
+
+struct FunctionReport {
+    const Function* f;
+    Table acc;  // per-sample errors kept for the plots
+    const Budget* budget[kModes];
+    bool timed[kCpuTypes][kModes];
+    double ns[kCpuTypes][kModes][kSizes];
+    std::vector<PeerResult> peers;  // the baseline first
+};
+
+struct ReportContext {
+    std::string machine;   // processor model
+    std::string features;  // what of SSE3..AVX2 it has
+    std::string date;
+    int headline_cpu;  // the cpu type the library picks here
+    size_t samples;
+    double seconds;  // the whole run
+};
+
+// The largest value of a budget's measure over the cpu types, and where.
+struct Worst {
+    double value = 0;
+    int cpu = -1;
+};
+Worst worst_over_cpus(const FunctionReport& r, int mode);
+
+// Speed-up of the headline kernel over the baseline at size s, or 0.
+double speedup(const FunctionReport& r, int cpu, int mode, int s);
+
+bool write_html(const std::string& path, const std::vector<FunctionReport>& reports,
+                const ReportContext& ctx, std::string* error);
+
+}  // namespace zvl_tools

@@ -7,6 +7,7 @@
 #include <omp.h>
 
 #include <atomic>
+#include <cmath>
 #include <cstring>
 #include <random>
 #include <vector>
@@ -85,6 +86,51 @@ TEST_F(Acceptance, LongDivMatchesSerialBitForBit) {
     }
     zvl::set_mode(ZVL_HA);
 }
+
+// Every real front-end with a parallel path, HA, on a length that splits
+// into chunks of no particular alignment: the team's results are the
+// caller's alone, bit for bit.
+struct Front {
+    const char* name;
+    void (*one)(const int*, const double*, double*);
+    void (*two)(const int*, const double*, const double*, double*);
+    void (*scalar)(const int*, const double*, const double*, double*);
+};
+
+std::ostream& operator<<(std::ostream& os, const Front& f) { return os << f.name; }
+
+class EveryFrontEnd : public Acceptance, public testing::WithParamInterface<Front> {};
+
+TEST_P(EveryFrontEnd, ParallelMatchesSerial) {
+    const Front f = GetParam();
+    const int n = 1000003;
+    std::vector<double> a = uniform(n, 10), b = uniform(n, 11), parallel(n), serial(n);
+    for (size_t i = 0; i < a.size(); ++i) {
+        a[i] = 0.5 + std::abs(a[i]) / 500;  // in (0.5, 2.5): inside every domain
+        b[i] = b[i] / 200;
+    }
+    const double x = 1.75;
+    for (std::vector<double>* out : {&parallel, &serial}) {
+        if (out == &serial) ZEL_Domain_Set_Num_Threads(1, ZEL_ZVL);
+        if (f.one) f.one(&n, a.data(), out->data());
+        if (f.two) f.two(&n, a.data(), b.data(), out->data());
+        if (f.scalar) f.scalar(&n, a.data(), &x, out->data());
+    }
+    ZEL_Domain_Set_Num_Threads(0, ZEL_ZVL);
+    EXPECT_EQ(std::memcmp(parallel.data(), serial.data(), sizeof(double) * n), 0);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Threading, EveryFrontEnd,
+    testing::Values(Front{"Inv", VDINV, nullptr, nullptr}, Front{"Div", nullptr, VDDIV, nullptr},
+                    Front{"Sqrt", VDSQRT, nullptr, nullptr},
+                    Front{"InvSqrt", VDINVSQRT, nullptr, nullptr},
+                    Front{"Cbrt", VDCBRT, nullptr, nullptr},
+                    Front{"InvCbrt", VDINVCBRT, nullptr, nullptr},
+                    Front{"Pow", nullptr, VDPOW, nullptr},
+                    Front{"Powx", nullptr, nullptr, VDPOWX},
+                    Front{"Exp", VDEXP, nullptr, nullptr}),
+    [](const testing::TestParamInfo<Front>& info) { return std::string(info.param.name); });
 
 // The front-end goes parallel from n equal to the threshold.
 TEST_F(Acceptance, ThresholdLengthIsTheFirstParallelOne) {

@@ -159,11 +159,4 @@ TEST(Thresholds, FirstLookupWalksAndFixesTheCpuType) {
     zvl_test::g_machine = nullptr;
 }
 
-TEST(Thresholds, TruncationOfOutOfRangeValues) {
-    EXPECT_EQ(zvl::truncate_to_int(1111.9f), 1111);
-    EXPECT_EQ(zvl::truncate_to_int(-0.5f), 0);
-    EXPECT_EQ(zvl::truncate_to_int(3e9f), INT32_MIN);
-    EXPECT_EQ(zvl::truncate_to_int(__builtin_nanf("")), INT32_MIN);
-}
-
 }  // namespace

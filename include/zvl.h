@@ -93,6 +93,35 @@ ZVL_API unsigned int ZVLGETMODE(void);
  * field leaves that field alone); returns the previous word. */
 ZVL_API unsigned int ZVLSETMODE(const unsigned int *mode);
 
+/*
+ * Thread controls.  Settings are process-wide and organised by domain;
+ * this library works in ZEL_ZVL.  A count set for a domain wins over the
+ * count for ZEL_ALL, which wins over the OpenMP runtime's.  The environment
+ * (ZEL_NUM_THREADS, ZEL_DOMAIN_NUM_THREADS, ZEL_DYNAMIC, OMP_NUM_THREADS and
+ * the MPI launcher's variables) is read once, at the first Get call, and
+ * never overrides a value set before it.
+ */
+#define ZEL_ALL   0
+#define ZEL_BLAS  1
+#define ZEL_FFT   2
+#define ZEL_ZVL   3
+
+/* Threads a call may use (domain ZEL_ALL).  In dynamic mode it is capped
+ * at the physical cores and is 1 inside a parallel region. */
+ZVL_API int ZEL_Get_Max_Threads(void);
+/* Sets the ZEL_ALL count; n <= 0 is ignored. */
+ZVL_API void ZEL_Set_Num_Threads(int n);
+/* As ZEL_Get_Max_Threads for one domain; other domains answer as ZEL_ALL. */
+ZVL_API int ZEL_Domain_Get_Max_Threads(int domain);
+/* Sets one domain's count (0 hands it back to the next level); returns 1,
+ * or 0 for n < 0 or an unknown domain. */
+ZVL_API int ZEL_Domain_Set_Num_Threads(int n, int domain);
+/* 1 when dynamic mode is on (the default): thread counts are trimmed to
+ * the cores and to what the array length repays. */
+ZVL_API int ZEL_Get_Dynamic(void);
+/* Dynamic mode on for any nonzero flag, off for 0. */
+ZVL_API void ZEL_Set_Dynamic(int flag);
+
 /* Real functions, one input, one output: r[i] = f(a[i]). */
 ZVL_API void VDINV(const int *n, const double *a, double *r);
 ZVL_API void VDINV_Idx(const int *n, const double *a, int ia, double *r, int ir);

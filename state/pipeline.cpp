@@ -77,7 +77,7 @@ void raise_exception(int32_t status) {
     switch (status) {
         case 1: x = 0.0; y = 0.0; break;
         case 2: x = 1.0; y = 0.0; break;
-        case 3: x = y = from_bits(0x7FEFFFFFFFFFFFFF); break;
+        case 3: x = y = Fp64::max_finite; break;
         case 4: x = y = from_bits(0x0010000000000001); break;  // one unit above the smallest normal
         default: return;
     }

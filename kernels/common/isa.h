@@ -218,6 +218,8 @@ struct Avx {
 };
 #endif
 
+using zvl::Fp64;
+
 // A constant of the pattern `b` in every lane.
 template <class V>
 inline typename V::vd splat_bits(uint64_t b) {

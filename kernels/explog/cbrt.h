@@ -63,8 +63,6 @@ struct CbrtConst {
     static constexpr double kRootScale = zvl::from_bits(0x4350000000000000);
     static constexpr double kRootScaleInv = zvl::from_bits(0x3c90000000000000);
 #ifdef __AVX__
-    // 2^52, whose high word turns a low word into the double 2^52 + low
-    static constexpr double kShifter = zvl::from_bits(0x4330000000000000);
     // round(2^54 / 3) + kSeed: z = this - (2^52 + hi) / 3 = 2^52 + kSeed -
     // hi / 3, rounded to an integer by the addition
     static constexpr double kSeedShifted = 6004799503160661.0 + kSeed;
@@ -90,7 +88,7 @@ inline __m128d cbrt_seed(__m128d a) {
 // moved back up.
 inline __m256d cbrt_seed(__m256d a) {
     const __m256 hh = _mm256_permute_ps(_mm256_castpd_ps(a), 0xf5);  // hi, hi
-    const __m256 p = _mm256_blend_ps(hh, _mm256_castpd_ps(_mm256_set1_pd(CbrtConst::kShifter)), 0xaa);
+    const __m256 p = _mm256_blend_ps(hh, _mm256_castpd_ps(_mm256_set1_pd(Fp64::two52)), 0xaa);
     const __m256d z = _mm256_sub_pd(_mm256_set1_pd(CbrtConst::kSeedShifted),
                                     _mm256_mul_pd(_mm256_castps_pd(p), _mm256_set1_pd(CbrtConst::kThirdD)));
     const __m256 ll = _mm256_permute_ps(_mm256_castpd_ps(z), 0xa0);  // lo, lo
@@ -101,8 +99,8 @@ inline __m256d cbrt_seed(__m256d a) {
 template <class V>
 struct CbrtSteps {
     using vd = typename V::vd;
-    static vd sign(vd x) { return V::and_(x, splat_bits<V>(RootConst::kSign)); }
-    static vd abs(vd x) { return V::andnot(splat_bits<V>(RootConst::kSign), x); }
+    static vd sign(vd x) { return V::and_(x, splat_bits<V>(Fp64::sign_mask)); }
+    static vd abs(vd x) { return V::andnot(splat_bits<V>(Fp64::sign_mask), x); }
     // 1 - a * u^3, multiplied so that no partial product leaves the range
     static vd residual(vd a, vd u) { return V::sub(V::splat(1.0), V::mul(V::mul(V::mul(a, u), u), u)); }
     // u within 2^-19 of a^(-1/3)
@@ -130,10 +128,10 @@ __attribute__((noinline)) int32_t cbrt_callout(const double* xp, double* yp) {
     const double a = CbrtSteps<Scalar>::abs(x);
     if (x != x) {
         *yp = x + x;
-    } else if (a == 0.0 || a > RootConst::kMaxFinite) {
+    } else if (a == 0.0 || a > Fp64::max_finite) {
         *yp = x;
     } else {
-        const double r = a < RootConst::kMinNormal
+        const double r = a < Fp64::min_normal
                              ? CbrtSteps<Scalar>::exact(a * CbrtConst::kScale) * CbrtConst::kRootScaleInv
                              : CbrtSteps<Scalar>::exact(a);
         *yp = Scalar::or_(r, CbrtSteps<Scalar>::sign(x));
@@ -153,9 +151,9 @@ __attribute__((noinline)) int32_t inv_cbrt_callout(const double* xp, double* yp)
         return ZVL_STATUS_SING;
     }
     double r;
-    if (a > RootConst::kMaxFinite)
+    if (a > Fp64::max_finite)
         r = 0.0;
-    else if (a < RootConst::kMinNormal)
+    else if (a < Fp64::min_normal)
         r = CbrtSteps<Scalar>::exact(1.0 / (a * CbrtConst::kScale)) * CbrtConst::kRootScale;
     else if (a > CbrtConst::kRecipHigh)
         r = CbrtSteps<Scalar>::exact(1.0 / (a * CbrtConst::kScaleInv)) * CbrtConst::kRootScaleInv;
@@ -167,7 +165,7 @@ __attribute__((noinline)) int32_t inv_cbrt_callout(const double* xp, double* yp)
 
 // The largest a of the vector paths.
 struct UpToMax {
-    static constexpr double kHi = RootConst::kMaxFinite;
+    static constexpr double kHi = Fp64::max_finite;
 };
 struct UpToRecip {
     static constexpr double kHi = CbrtConst::kRecipHigh;
@@ -183,7 +181,7 @@ struct OddRoot : PerVector<OddRoot<Body, Range, Fn>>, RootCallout<Fn> {
     }
     template <class V>
     static typename V::vd special(typename V::vd x) {
-        return outside_range<V>(CbrtSteps<V>::abs(x), RootConst::kMinNormal, Range::kHi);
+        return outside_range<V>(CbrtSteps<V>::abs(x), Fp64::min_normal, Range::kHi);
     }
 };
 

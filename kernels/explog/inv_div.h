@@ -33,10 +33,7 @@
 namespace {
 
 struct InvDiv {
-    static constexpr uint64_t kExpMask = 0x7ff0000000000000;
-    static constexpr uint64_t kMantSignMask = 0x800fffffffffffff;
-    static constexpr uint64_t kOne = 0x3ff0000000000000;
-    static constexpr uint64_t kAbsMask = 0x7fffffffffffffff;
+    static constexpr uint64_t kMantSignMask = Fp64::sign_mask | Fp64::mant_mask;
     static constexpr uint64_t kExpTwo = 0x0020000000000000;
     // 2^1020, 1.1235582092889474e307: above it (after subtracting kExpTwo) a
     // type 5 LA lane is special
@@ -48,12 +45,12 @@ struct InvDiv {
     // just under 2^256, 1.1579203402334542e77, as a high-word bound
     static constexpr double kHighGuard = zvl::from_bits(0x4fefffff00000000);
 
-    static bool is_zero(double x) { return (zvl::bits(x) & kAbsMask) == 0; }
-    static bool exp_all_ones(double x) { return (zvl::bits(x) & kExpMask) == kExpMask; }
+    static bool is_zero(double x) { return (zvl::bits(x) & Fp64::abs_mask) == 0; }
+    static bool exp_all_ones(double x) { return (zvl::bits(x) & Fp64::exp_mask) == Fp64::exp_mask; }
     // high word with the sign cleared in [low guard, high guard): the same as
     // comparing |x| with the two bounds, a NaN failing both
     static bool in_guards(double x) {
-        const double ax = zvl::from_bits(zvl::bits(x) & kAbsMask);
+        const double ax = zvl::from_bits(zvl::bits(x) & Fp64::abs_mask);
         return kLowGuard <= ax && ax < kHighGuard;
     }
 };
@@ -61,7 +58,7 @@ struct InvDiv {
 // Exponent field zero: zero and denormal divisors.
 template <class W>
 typename W::vd exp_zero(typename W::vd x) {
-    return W::eq(W::and_(x, splat_bits<W>(InvDiv::kExpMask)), W::splat(0.0));
+    return W::eq(W::and_(x, splat_bits<W>(Fp64::exp_mask)), W::splat(0.0));
 }
 
 // --- HA, types 3 to 5: true division in the scratch form --------------------
@@ -139,7 +136,7 @@ struct InvLA4 {
     // Every element's magnitude in [low guard, high guard).
     template <class W>
     static bool guarded(typename W::vd x) {
-        const typename W::vd ax = W::and_(x, splat_bits<W>(InvDiv::kAbsMask));
+        const typename W::vd ax = W::and_(x, splat_bits<W>(Fp64::abs_mask));
         const typename W::vd ok =
             W::and_(W::le(W::splat(InvDiv::kLowGuard), ax), W::lt(ax, W::splat(InvDiv::kHighGuard)));
         return W::mask(ok) == (1 << W::lanes) - 1;
@@ -217,13 +214,13 @@ struct InvMantissa {
     // mantissa with its sign, magnitude in [1, 2)
     template <class W>
     static typename W::vd mant(typename W::vd x) {
-        return W::or_(W::and_(x, splat_bits<W>(InvDiv::kMantSignMask)), splat_bits<W>(InvDiv::kOne));
+        return W::or_(W::and_(x, splat_bits<W>(InvDiv::kMantSignMask)), splat_bits<W>(Fp64::one));
     }
     // the exponent of x taken back out of the reciprocal i of its mantissa
     template <class W>
     static typename W::vd rescale(typename W::vd i, typename W::vd x) {
-        return W::sub_i64(W::add_i64(i, splat_bits<W>(InvDiv::kOne)),
-                          W::and_(x, splat_bits<W>(InvDiv::kExpMask)));
+        return W::sub_i64(W::add_i64(i, splat_bits<W>(Fp64::one)),
+                          W::and_(x, splat_bits<W>(Fp64::exp_mask)));
     }
     // g0 .. g3: one division for the whole block.
     template <class W>
@@ -249,7 +246,7 @@ struct InvMantissa {
     template <class W>
     static typename W::vd special(typename W::vd x) {
         const typename W::vd t =
-            W::and_(W::sub_i64(x, splat_bits<W>(InvDiv::kExpTwo)), splat_bits<W>(InvDiv::kAbsMask));
+            W::and_(W::sub_i64(x, splat_bits<W>(InvDiv::kExpTwo)), splat_bits<W>(Fp64::abs_mask));
         return W::lt(W::splat(InvDiv::kRangeLimit), t);
     }
 };

@@ -13,15 +13,6 @@
 
 namespace {
 
-struct RootConst {
-    static constexpr uint64_t kSign = 0x8000000000000000;
-    static constexpr uint64_t kAllOnes = 0xffffffffffffffff;
-    // 2^-1022, 2.2250738585072014e-308: the smallest normal number
-    static constexpr double kMinNormal = zvl::from_bits(0x0010000000000000);
-    // 1.7976931348623157e308
-    static constexpr double kMaxFinite = zvl::from_bits(0x7fefffffffffffff);
-};
-
 // Block width of the root kernels: two vectors.
 constexpr int kRootW = ZVL_CPU_INDEX == 5 ? 8 : 4;
 
@@ -29,7 +20,7 @@ constexpr int kRootW = ZVL_CPU_INDEX == 5 ? 8 : 4;
 template <class V>
 inline typename V::vd outside_range(typename V::vd x, double lo, double hi) {
     const typename V::vd in = V::and_(V::le(V::splat(lo), x), V::le(x, V::splat(hi)));
-    return V::andnot(in, splat_bits<V>(RootConst::kAllOnes));
+    return V::andnot(in, splat_bits<V>(Fp64::all_ones));
 }
 
 // The square root instruction: correctly rounded in the current mode, with

@@ -105,7 +105,7 @@ __attribute__((noinline)) int32_t inv_sqrt_callout(const double* xp, double* yp)
         *yp = root_sqrt(x);
         return ZVL_STATUS_ERRDOM;
     }
-    if (x < RootConst::kMinNormal)
+    if (x < Fp64::min_normal)
         *yp = inv_sqrt_ha<Scalar>(x * SqrtConst::kUp) * SqrtConst::kUpBack;
     else if (x > SqrtConst::kRecipHigh)  // +inf included: 1/inf is +0
         *yp = inv_sqrt_ha<Scalar>(x * SqrtConst::kDown) * SqrtConst::kDownBack;
@@ -152,7 +152,7 @@ struct InvSqrtHA : PerVector<InvSqrtHA>, RootCallout<inv_sqrt_callout> {
     }
     template <class V>
     static typename V::vd special(typename V::vd x) {
-        return outside_range<V>(x, RootConst::kMinNormal, SqrtConst::kRecipHigh);
+        return outside_range<V>(x, Fp64::min_normal, SqrtConst::kRecipHigh);
     }
 };
 
@@ -198,7 +198,7 @@ struct InvSqrtEst : PerVector<InvSqrtEst<LA>>, RootCallout<inv_sqrt_callout> {
     }
     template <class V>
     static typename V::vd special(typename V::vd x) {
-        return outside_range<V>(x, RootConst::kMinNormal, RootConst::kMaxFinite);
+        return outside_range<V>(x, Fp64::min_normal, Fp64::max_finite);
     }
 };
 #endif

@@ -45,8 +45,6 @@ struct ExpCallout {
     // -708.3964185322641, ln(2^-1022) rounded up: the normal results
     static constexpr double normal_from = from_bits(0xc086232bdd7abcd2);
 
-    static constexpr double huge = from_bits(0x7fefffffffffffff);  // DBL_MAX
-    static constexpr double tiny = from_bits(0x0010000000000000);  // 2^-1022
     static constexpr double two_m60 = from_bits(0x3c30000000000000);
     // 1.5 * 2^32: (y + s*y) - s*y keeps the leading 20 bits of y
     static constexpr double split = from_bits(0x41f8000000000000);
@@ -77,16 +75,16 @@ __attribute__((noinline, cold)) int32_t exp_callout(const double* xp, double* yp
         return 0;
     }
     if (x > C::overflow_above) {
-        *yp = opaque(C::huge) * C::huge;
+        *yp = opaque(Fp64::max_finite) * Fp64::max_finite;
         return ZVL_STATUS_OVERFLOW;
     }
     if (x < C::underflow_below) {
-        *yp = opaque(C::tiny) * C::tiny;
+        *yp = opaque(Fp64::min_normal) * Fp64::min_normal;
         return ZVL_STATUS_UNDERFLOW;
     }
 
-    const double v = ExpShared::shifter + x * C::L;
-    const double f = v - ExpShared::shifter;
+    const double v = Fp64::shifter + x * C::L;
+    const double f = v - Fp64::shifter;
     // floor(N/64) for N = f, from the low word of v
     const int32_t k = static_cast<int32_t>(static_cast<uint32_t>(bits(v))) >> 6;
     const double t = (x - f * C::ln2_hi) - f * C::ln2_lo;

@@ -1,5 +1,5 @@
-// What every exp kernel shares: the rounding shifter, the special-lane
-// bound, the tables of powers of two, and the scalar callout.
+// What every exp kernel shares: the special-lane bound, the tables of
+// powers of two, and the scalar callout.
 //
 // The tables are generated (tools/exp_tables.cpp) and held once for all cpu
 // types; entries of the hi/lo tables are 16 bytes, hi first, so that one
@@ -13,15 +13,10 @@
 namespace zvl {
 
 struct ExpShared {
-    // 1.5 * 2^52: x*L + shifter rounds x*L to an integer held in the low
-    // bits of the sum, in the current rounding mode
-    static constexpr double shifter = from_bits(0x4338000000000000);
     // 708.39599609375, the smallest |x| whose high word exceeds 0x4086232a:
     // from here (and for infinities and NaNs) a lane goes to the callout.
     // Below it every kernel's 2^n stays a normal number.
     static constexpr double special_from = from_bits(0x4086232b00000000);
-    static constexpr uint64_t abs_mask = 0x7fffffffffffffff;
-    static constexpr uint64_t exp_mask = 0x7ff0000000000000;
 };
 
 // Defined once, in tables.cpp, for every cpu type's kernels.

@@ -64,7 +64,7 @@ inline void table_index(typename W::vd v, uint32_t mask, uint32_t* j) {
 template <class W, int S>
 inline typename W::vd two_to_n(typename W::vd v) {
     return W::and_(W::shl_i64(W::add_i64(v, splat_bits<W>(uint64_t{1023} << S)), 52 - S),
-                   splat_bits<W>(ExpShared::exp_mask));
+                   splat_bits<W>(Fp64::exp_mask));
 }
 
 // What the variants share: the lane test and the callout. Variant supplies
@@ -75,7 +75,7 @@ struct ExpLanes : PerVector<Variant> {
     template <class W>
     static typename W::vd special(typename W::vd x) {
         const typename W::vd in_range =
-            W::lt(W::and_(x, splat_bits<W>(ExpShared::abs_mask)), W::splat(ExpShared::special_from));
+            W::lt(W::and_(x, splat_bits<W>(Fp64::abs_mask)), W::splat(ExpShared::special_from));
         return W::andnot(in_range, splat_bits<W>(~uint64_t{0}));
     }
     static int32_t callout(const double* x, double* y) { return zvl::exp_callout(x, y); }
@@ -84,7 +84,7 @@ struct ExpLanes : PerVector<Variant> {
 // x*L + shifter: N in the low bits.
 template <class W>
 inline typename W::vd round_shifted(typename W::vd x, double L) {
-    return W::add(W::mul(x, W::splat(L)), W::splat(ExpShared::shifter));
+    return W::add(W::mul(x, W::splat(L)), W::splat(Fp64::shifter));
 }
 
 // t = (x - f*hi) - f*lo.
@@ -103,7 +103,7 @@ struct ExpHiLo : ExpLanes<ExpHiLo<K>> {
     static typename W::vd eval(typename W::vd x) {
         using vd = typename W::vd;
         const vd v = round_shifted<W>(x, K::L);
-        const vd f = W::sub(v, W::splat(ExpShared::shifter));
+        const vd f = W::sub(v, W::splat(Fp64::shifter));
         const vd t = reduce<W>(x, f, K::ln2_hi, K::ln2_lo);
         uint32_t j[W::lanes];
         table_index<W>(v, (1u << K::s) - 1, j);
@@ -174,7 +174,7 @@ struct ExpB : ExpLanes<ExpB> {
     static typename W::vd eval(typename W::vd x) {
         using vd = typename W::vd;
         const vd v = round_shifted<W>(x, L);
-        const vd f = W::sub(v, W::splat(ExpShared::shifter));
+        const vd f = W::sub(v, W::splat(Fp64::shifter));
         const vd t = reduce<W>(x, f, ln2_hi, ln2_lo);
         uint32_t j[W::lanes];
         table_index<W>(v, 1023, j);
@@ -199,8 +199,8 @@ struct ExpC : ExpLanes<ExpC> {
         using vd = typename W::vd;
         const vd w = W::mul(x, W::splat(L));
         // floor(w) by rounding w - 0.5; u = w - floor(w) in [0, 1]
-        const vd v = W::add(W::sub(w, W::splat(0.5)), W::splat(ExpShared::shifter));
-        const vd u = W::sub(w, W::sub(v, W::splat(ExpShared::shifter)));
+        const vd v = W::add(W::sub(w, W::splat(0.5)), W::splat(Fp64::shifter));
+        const vd u = W::sub(w, W::sub(v, W::splat(Fp64::shifter)));
         uint32_t j[W::lanes];
         table_index<W>(v, 2047, j);
         const vd T = W::gather(zvl::kExpTableC, j);
@@ -224,7 +224,7 @@ struct ExpE : ExpLanes<ExpE> {
     static typename W::vd eval(typename W::vd x) {
         using vd = typename W::vd;
         const vd v = round_shifted<W>(x, L);
-        const vd f = W::sub(v, W::splat(ExpShared::shifter));
+        const vd f = W::sub(v, W::splat(Fp64::shifter));
         const vd t = W::sub(x, W::mul(f, W::splat(ln2)));
         uint32_t j[W::lanes];
         table_index<W>(v, 127, j);

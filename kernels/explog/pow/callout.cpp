@@ -138,9 +138,8 @@ int32_t pow_scalar(double x, double y, double* r) {
     }
     const uint32_t ahx = hx & 0x7fffffffu;
     if ((ahx | low_word(x)) == 0 || ahx >= 0x7ff00000u) return pow_exact(x, y, r);
-    constexpr double k2p52 = 4503599627370496.0;
     if (hx < 0x00100000u) {  // positive denormal
-        *r = pow_core(x * k2p52, y, 52, 1.0);
+        *r = pow_core(x * Fp64::two52, y, 52, 1.0);
         return 0;
     }
     const int yi = pow_yint(y);
@@ -148,7 +147,7 @@ int32_t pow_scalar(double x, double y, double* r) {
     const double ax = -x;
     const double sign = yi == 1 ? -1.0 : 1.0;
     if (ahx < 0x00100000u)
-        *r = pow_core(ax * k2p52, y, 52, sign);
+        *r = pow_core(ax * Fp64::two52, y, 52, sign);
     else
         *r = pow_core(ax, y, 0, sign);
     return 0;

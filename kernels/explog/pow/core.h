@@ -24,9 +24,6 @@
 namespace {
 
 struct PowC {
-    static constexpr uint64_t kMantMask = 0x000fffffffffffff;
-    static constexpr uint64_t kOne = 0x3ff0000000000000;
-    static constexpr uint64_t kAbsMask = 0x7fffffffffffffff;
     // clears the low 27 bits: the 26 bits left of two such parts multiply
     // exactly
     static constexpr uint64_t kHi26 = 0xfffffffff8000000;
@@ -68,8 +65,6 @@ struct PowC {
     // Block-path bounds: x is taken when positive, normal and finite, y when
     // finite, and y*log2 x below 1021 in magnitude, where 2^k * 2^(j/128+t)
     // is a normal number that the exponent addition can build.
-    static constexpr double kMinNormal = zvl::from_bits(0x0010000000000000);
-    static constexpr double kMaxFinite = zvl::from_bits(0x7fefffffffffffff);
     static constexpr double kBlockLimit = zvl::from_bits(0x408fe80000000000);  // 1021.0
 };
 
@@ -96,7 +91,7 @@ struct PowReduce {
             L::sub(L::template srai<20>(L::sub(hx, L::splat(PowC::kNBase))), L::splat(offset)));
         R = V::gather(zvl::kPowR, i);
         V::gather_pairs(zvl::kPowLog2, i, T_hi, T_lo);
-        M = V::or_(V::and_(x, splat_bits<V>(PowC::kMantMask)), splat_bits<V>(PowC::kOne));
+        M = V::or_(V::and_(x, splat_bits<V>(Fp64::mant_mask)), splat_bits<V>(Fp64::one));
     }
 };
 

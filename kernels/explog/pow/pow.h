@@ -42,12 +42,12 @@ inline uint32_t refused(typename V::vd ok) {
 
 template <class V>
 inline typename V::vd pow_x_ok(typename V::vd x) {
-    return V::and_(V::le(V::splat(PowC::kMinNormal), x), V::le(x, V::splat(PowC::kMaxFinite)));
+    return V::and_(V::le(V::splat(Fp64::min_normal), x), V::le(x, V::splat(Fp64::max_finite)));
 }
 
 template <class V>
 inline typename V::vd pow_y_ok(typename V::vd y) {
-    return V::le(V::and_(y, splat_bits<V>(PowC::kAbsMask)), V::splat(PowC::kMaxFinite));
+    return V::le(V::and_(y, splat_bits<V>(Fp64::abs_mask)), V::splat(Fp64::max_finite));
 }
 
 // One vector of the HA (WithLo: the exact quadratic term and the table's lo
@@ -62,7 +62,7 @@ inline typename V::vd pow_vector(typename V::vd x, const PowSplit<V>& y, uint32_
     pow_mul<V>(y, h, l, Y_hi, Y_lo);
     pow_exp2<V, WithLo>(Y_hi, Y_lo, hi, lo, k);
     const typename V::vd r = L::add_hi32(V::add(hi, lo), L::template slli<20>(k));
-    typename V::vd ok = V::and_(pow_x_ok<V>(x), V::lt(V::and_(Y_hi, splat_bits<V>(PowC::kAbsMask)),
+    typename V::vd ok = V::and_(pow_x_ok<V>(x), V::lt(V::and_(Y_hi, splat_bits<V>(Fp64::abs_mask)),
                                                       V::splat(PowC::kBlockLimit)));
     if constexpr (YChecked) ok = V::and_(ok, pow_y_ok<V>(y.y));
     refused_bits = refused<V>(ok);
@@ -87,7 +87,6 @@ struct PowEP {
     // 0.00033850805268231294 = 2^(1/2048) - 1: with u in [0, 1], the chord
     // of exp(u ln2/2048); the table's scale centres its error
     static constexpr double kSlope = zvl::from_bits(0x3f362f3904051fa1);
-    static constexpr double kShifter52 = zvl::from_bits(0x4338000000000000);  // 1.5 * 2^52
     // 708.39611916346382: exp(-708.396...) is just above 2^-1022, and up to
     // there the exponent addition builds a normal number
     static constexpr double kBound = zvl::from_bits(0x4086232b4086232b);
@@ -109,8 +108,8 @@ inline typename V::vd pow_ep_vector(typename V::vd x, typename V::vd y, uint32_t
     const typename V::vd Y = V::mul(y, lnx);
 
     const typename V::vd w = V::mul(Y, V::splat(PowEP::kL));
-    const typename V::vd v = V::add(V::sub(w, V::splat(0.5)), V::splat(PowEP::kShifter52));
-    const typename V::vd u = V::sub(w, V::sub(v, V::splat(PowEP::kShifter52)));
+    const typename V::vd v = V::add(V::sub(w, V::splat(0.5)), V::splat(Fp64::shifter));
+    const typename V::vd u = V::sub(w, V::sub(v, V::splat(Fp64::shifter)));
     const typename L::vi bits = L::lo32(v);
     uint32_t j[V::lanes];
     L::store(j, L::and_(bits, L::splat(2047)));
@@ -123,7 +122,7 @@ inline typename V::vd pow_ep_vector(typename V::vd x, typename V::vd y, uint32_t
                   L::add_hi32(E, L::template slli<20>(L::template srai<11>(bits))));
 
     typename V::vd ok = V::and_(
-        pow_x_ok<V>(x), V::le(V::and_(Y, splat_bits<V>(PowC::kAbsMask)), V::splat(PowEP::kBound)));
+        pow_x_ok<V>(x), V::le(V::and_(Y, splat_bits<V>(Fp64::abs_mask)), V::splat(PowEP::kBound)));
     if constexpr (YChecked) ok = V::and_(ok, pow_y_ok<V>(y));
     refused_bits = refused<V>(ok);
     return r;

@@ -65,7 +65,7 @@ struct PowxExactOnly {
 // NaN lanes, as all-ones lanes.
 template <class V>
 inline typename V::vd is_nan(typename V::vd x) {
-    return V::andnot(V::eq(x, x), splat_bits<V>(~0ull));
+    return V::andnot(V::eq(x, x), splat_bits<V>(Fp64::all_ones));
 }
 
 struct PowxSquare : PerVector<PowxSquare> {
@@ -120,7 +120,7 @@ inline void powx_kernel(int32_t n, const double* a, double b, double* r, const c
         scratch_1i<Cpu, V, W, PowxSqrt>(n, a, r, name);
     } else if (b == -1.0) {
         scratch_1i<Cpu, V, W, PowxInverse>(n, a, r, name);
-    } else if (!(__builtin_fabs(b) <= PowC::kMaxFinite)) {
+    } else if (!(__builtin_fabs(b) <= Fp64::max_finite)) {
         scratch_1i<Cpu, V, W>(n, a, r, name, PowxExactOnly{b});
     } else {
         scratch_1i<Cpu, V, W>(n, a, r, name, PowxBlock<Mode>(b));

@@ -16,8 +16,6 @@
 namespace {
 
 struct BitMasks {
-    static constexpr uint64_t kSign = RoundingConst::kSign;
-
     struct Cut {
         uint64_t kept;     // the image with the fraction bits cleared
         uint64_t dropped;  // the fraction bits
@@ -35,7 +33,7 @@ struct BitMasks {
     static bool below_one(uint32_t k) { return k >> 31 != 0; }
     static bool finite_integer(uint32_t k) { return k < 0x40000000u; }
     static bool is_nan(uint64_t ix) { return (ix << 1) > 0xffe0000000000000ull; }
-    static double signed_zero(uint64_t ix) { return zvl::from_bits(ix & kSign); }
+    static double signed_zero(uint64_t ix) { return zvl::from_bits(ix & Fp64::sign_mask); }
 
     // Ceil, Floor and Trunc: Up says for which sign a dropped fraction moves
     // the result one unit away from zero. The carry of that unit may run

@@ -1,4 +1,4 @@
-// What the rounding kernels share: constants, the rounding instruction by
+// What the rounding kernels share: the rounding instruction by
 // vector type, and the one loop they all run in. No rounding kernel reports
 // anything, so the loop has no special-lane path into the error pipeline:
 // a block either passes its test and is stored, or it is redone element by
@@ -8,14 +8,6 @@
 #include "kernels/common/unit.h"
 
 namespace {
-
-struct RoundingConst {
-    static constexpr uint64_t kSign = 0x8000000000000000;
-    static constexpr uint64_t kExp = 0x7ff0000000000000;
-    // 4503599627370496.0 = 2^52: adding it with the sign of x leaves no
-    // fraction bits, so (x + C) - C is x rounded in the current mode
-    static constexpr double kShifter = zvl::from_bits(0x4330000000000000);
-};
 
 // A value the optimiser cannot see through. x * 1.0 and the like must stay
 // real operations, because they are what quiets a signalling NaN.

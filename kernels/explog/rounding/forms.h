@@ -25,20 +25,20 @@ namespace {
 template <class V>
 struct ShifterOps {
     using vd = typename V::vd;
-    static vd sign(vd x) { return V::and_(x, splat_bits<V>(RoundingConst::kSign)); }
+    static vd sign(vd x) { return V::and_(x, splat_bits<V>(Fp64::sign_mask)); }
     // t with the sign bit s
     static vd with_sign(vd t, vd s) {
-        return V::or_(V::andnot(splat_bits<V>(RoundingConst::kSign), t), s);
+        return V::or_(V::andnot(splat_bits<V>(Fp64::sign_mask), t), s);
     }
     static vd shift_round(vd x) {
         const vd s = sign(x);
-        const vd C = V::or_(V::splat(RoundingConst::kShifter), s);
+        const vd C = V::or_(V::splat(Fp64::two52), s);
         return with_sign(V::sub(V::add(x, C), C), s);
     }
     // all lanes below 2^52 in magnitude (a NaN fails)
     static bool in_range(vd x) {
-        const vd ax = V::andnot(splat_bits<V>(RoundingConst::kSign), x);
-        return V::mask(V::lt(ax, V::splat(RoundingConst::kShifter))) == (1 << V::lanes) - 1;
+        const vd ax = V::andnot(splat_bits<V>(Fp64::sign_mask), x);
+        return V::mask(V::lt(ax, V::splat(Fp64::two52))) == (1 << V::lanes) - 1;
     }
 };
 
@@ -55,9 +55,9 @@ struct Shifter {
     }
     static void element(double x, double* y) {
         const uint64_t ix = zvl::bits(x);
-        if ((ix & RoundingConst::kExp) == RoundingConst::kExp)
+        if ((ix & Fp64::exp_mask) == Fp64::exp_mask)
             *y = x + x;
-        else if ((ix & RoundingConst::kExp) >= zvl::bits(RoundingConst::kShifter))
+        else if ((ix & Fp64::exp_mask) >= zvl::bits(Fp64::two52))
             *y = x;
         else
             *y = ShifterOps<Scalar>::shift_round(x);
@@ -70,7 +70,7 @@ struct ShifterModf {
     static void split(typename V::vd x, typename V::vd* i, typename V::vd* f) {
         using O = ShifterOps<V>;
         const typename V::vd s = O::sign(x);
-        const typename V::vd C = V::or_(V::splat(RoundingConst::kShifter), s);
+        const typename V::vd C = V::or_(V::splat(Fp64::two52), s);
         *i = O::with_sign(V::sub(V::add(x, C), C), s);
         *f = O::with_sign(V::sub(x, *i), s);
     }
@@ -88,7 +88,7 @@ struct ShifterModf {
         if (BitMasks::is_nan(ix)) {
             *y = x + x;
             *z = x + x;
-        } else if ((ix & RoundingConst::kExp) >= zvl::bits(RoundingConst::kShifter)) {
+        } else if ((ix & Fp64::exp_mask) >= zvl::bits(Fp64::two52)) {
             *y = x;
             *z = BitMasks::signed_zero(ix);
         } else {
@@ -106,19 +106,19 @@ struct HalfTest {
         using vd = typename V::vd;
         using O = ShifterOps<V>;
         const vd s = O::sign(x);
-        const vd a = V::andnot(splat_bits<V>(RoundingConst::kSign), x);
+        const vd a = V::andnot(splat_bits<V>(Fp64::sign_mask), x);
         vd t;
         if constexpr (Instr) {
 #ifdef __SSE4_1__
             t = round_by<0>(a);
 #endif
         } else {
-            const vd C = V::splat(RoundingConst::kShifter);
+            const vd C = V::splat(Fp64::two52);
             t = V::sub(V::add(a, C), C);
         }
         const vd d = V::sub(a, t);
         t = V::add(t, V::and_(V::eq(d, V::splat(0.5)), V::splat(1.0)));
-        const vd big = V::lt(V::splat(RoundingConst::kShifter), a);
+        const vd big = V::lt(V::splat(Fp64::two52), a);
         return V::select(big, V::mul(x, hidden(V::splat(1.0))), O::with_sign(t, s));
     }
     template <class V, int NV>

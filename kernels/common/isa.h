@@ -226,4 +226,26 @@ inline typename V::vd splat_bits(uint64_t b) {
     return V::splat(zvl::from_bits(b));
 }
 
+// |x|, and the sign bit of x alone.
+template <class V>
+inline typename V::vd abs_of(typename V::vd x) {
+    return V::and_(x, splat_bits<V>(Fp64::abs_mask));
+}
+template <class V>
+inline typename V::vd sign_of(typename V::vd x) {
+    return V::and_(x, splat_bits<V>(Fp64::sign_mask));
+}
+
+// All ones in the lanes where the mask m is clear.
+template <class V>
+inline typename V::vd not_mask(typename V::vd m) {
+    return V::andnot(m, splat_bits<V>(Fp64::all_ones));
+}
+
+// True when every lane of the mask m is set.
+template <class V>
+inline bool all_set(typename V::vd m) {
+    return V::mask(m) == (1 << V::lanes) - 1;
+}
+
 }  // namespace

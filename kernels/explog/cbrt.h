@@ -99,8 +99,6 @@ inline __m256d cbrt_seed(__m256d a) {
 template <class V>
 struct CbrtSteps {
     using vd = typename V::vd;
-    static vd sign(vd x) { return V::and_(x, splat_bits<V>(Fp64::sign_mask)); }
-    static vd abs(vd x) { return V::andnot(splat_bits<V>(Fp64::sign_mask), x); }
     // 1 - a * u^3, multiplied so that no partial product leaves the range
     static vd residual(vd a, vd u) { return V::sub(V::splat(1.0), V::mul(V::mul(V::mul(a, u), u), u)); }
     // u within 2^-19 of a^(-1/3)
@@ -125,7 +123,7 @@ struct CbrtSteps {
 // The callouts: every argument, HA accuracy, with the statuses.
 __attribute__((noinline)) int32_t cbrt_callout(const double* xp, double* yp) {
     const double x = *xp;
-    const double a = CbrtSteps<Scalar>::abs(x);
+    const double a = abs_of<Scalar>(x);
     if (x != x) {
         *yp = x + x;
     } else if (a == 0.0 || a > Fp64::max_finite) {
@@ -134,14 +132,14 @@ __attribute__((noinline)) int32_t cbrt_callout(const double* xp, double* yp) {
         const double r = a < Fp64::min_normal
                              ? CbrtSteps<Scalar>::exact(a * CbrtConst::kScale) * CbrtConst::kRootScaleInv
                              : CbrtSteps<Scalar>::exact(a);
-        *yp = Scalar::or_(r, CbrtSteps<Scalar>::sign(x));
+        *yp = Scalar::or_(r, sign_of<Scalar>(x));
     }
     return 0;
 }
 
 __attribute__((noinline)) int32_t inv_cbrt_callout(const double* xp, double* yp) {
     const double x = *xp;
-    const double a = CbrtSteps<Scalar>::abs(x);
+    const double a = abs_of<Scalar>(x);
     if (x != x) {
         *yp = x + x;
         return 0;
@@ -159,7 +157,7 @@ __attribute__((noinline)) int32_t inv_cbrt_callout(const double* xp, double* yp)
         r = CbrtSteps<Scalar>::exact(1.0 / (a * CbrtConst::kScaleInv)) * CbrtConst::kRootScaleInv;
     else
         r = CbrtSteps<Scalar>::exact(1.0 / a);
-    *yp = Scalar::or_(r, CbrtSteps<Scalar>::sign(x));
+    *yp = Scalar::or_(r, sign_of<Scalar>(x));
     return 0;
 }
 
@@ -176,12 +174,11 @@ template <class Body, class Range, int32_t (*Fn)(const double*, double*)>
 struct OddRoot : PerVector<OddRoot<Body, Range, Fn>>, RootCallout<Fn> {
     template <class V>
     static typename V::vd eval(typename V::vd x) {
-        using S = CbrtSteps<V>;
-        return V::or_(Body::template abs_root<V>(S::abs(x)), S::sign(x));
+        return V::or_(Body::template abs_root<V>(abs_of<V>(x)), sign_of<V>(x));
     }
     template <class V>
     static typename V::vd special(typename V::vd x) {
-        return outside_range<V>(CbrtSteps<V>::abs(x), Fp64::min_normal, Range::kHi);
+        return outside_range<V>(abs_of<V>(x), Fp64::min_normal, Range::kHi);
     }
 };
 

@@ -136,10 +136,9 @@ struct InvLA4 {
     // Every element's magnitude in [low guard, high guard).
     template <class W>
     static bool guarded(typename W::vd x) {
-        const typename W::vd ax = W::and_(x, splat_bits<W>(Fp64::abs_mask));
-        const typename W::vd ok =
-            W::and_(W::le(W::splat(InvDiv::kLowGuard), ax), W::lt(ax, W::splat(InvDiv::kHighGuard)));
-        return W::mask(ok) == (1 << W::lanes) - 1;
+        const typename W::vd ax = abs_of<W>(x);
+        return all_set<W>(
+            W::and_(W::le(W::splat(InvDiv::kLowGuard), ax), W::lt(ax, W::splat(InvDiv::kHighGuard))));
     }
     // Pairs p, q, s, t: one division gives 1/(pq) and 1/(st).
     template <class W, int NV>
@@ -245,8 +244,7 @@ struct InvMantissa {
     // and is (correctly) left to the fast path.
     template <class W>
     static typename W::vd special(typename W::vd x) {
-        const typename W::vd t =
-            W::and_(W::sub_i64(x, splat_bits<W>(InvDiv::kExpTwo)), splat_bits<W>(Fp64::abs_mask));
+        const typename W::vd t = abs_of<W>(W::sub_i64(x, splat_bits<W>(InvDiv::kExpTwo)));
         return W::lt(W::splat(InvDiv::kRangeLimit), t);
     }
 };

@@ -19,8 +19,7 @@ constexpr int kRootW = ZVL_CPU_INDEX == 5 ? 8 : 4;
 // Lanes outside [lo, hi]; a NaN is outside.
 template <class V>
 inline typename V::vd outside_range(typename V::vd x, double lo, double hi) {
-    const typename V::vd in = V::and_(V::le(V::splat(lo), x), V::le(x, V::splat(hi)));
-    return V::andnot(in, splat_bits<V>(Fp64::all_ones));
+    return not_mask<V>(V::and_(V::le(V::splat(lo), x), V::le(x, V::splat(hi))));
 }
 
 // The square root instruction: correctly rounded in the current mode, with

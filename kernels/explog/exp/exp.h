@@ -74,9 +74,7 @@ struct ExpLanes : PerVector<Variant> {
     // Not |x| < 708.39599609375, so that a NaN is special as well.
     template <class W>
     static typename W::vd special(typename W::vd x) {
-        const typename W::vd in_range =
-            W::lt(W::and_(x, splat_bits<W>(Fp64::abs_mask)), W::splat(ExpShared::special_from));
-        return W::andnot(in_range, splat_bits<W>(~uint64_t{0}));
+        return not_mask<W>(W::lt(abs_of<W>(x), W::splat(ExpShared::special_from)));
     }
     static int32_t callout(const double* x, double* y) { return zvl::exp_callout(x, y); }
 };

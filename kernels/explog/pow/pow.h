@@ -47,7 +47,7 @@ inline typename V::vd pow_x_ok(typename V::vd x) {
 
 template <class V>
 inline typename V::vd pow_y_ok(typename V::vd y) {
-    return V::le(V::and_(y, splat_bits<V>(Fp64::abs_mask)), V::splat(Fp64::max_finite));
+    return V::le(abs_of<V>(y), V::splat(Fp64::max_finite));
 }
 
 // One vector of the HA (WithLo: the exact quadratic term and the table's lo
@@ -62,8 +62,8 @@ inline typename V::vd pow_vector(typename V::vd x, const PowSplit<V>& y, uint32_
     pow_mul<V>(y, h, l, Y_hi, Y_lo);
     pow_exp2<V, WithLo>(Y_hi, Y_lo, hi, lo, k);
     const typename V::vd r = L::add_hi32(V::add(hi, lo), L::template slli<20>(k));
-    typename V::vd ok = V::and_(pow_x_ok<V>(x), V::lt(V::and_(Y_hi, splat_bits<V>(Fp64::abs_mask)),
-                                                      V::splat(PowC::kBlockLimit)));
+    typename V::vd ok =
+        V::and_(pow_x_ok<V>(x), V::lt(abs_of<V>(Y_hi), V::splat(PowC::kBlockLimit)));
     if constexpr (YChecked) ok = V::and_(ok, pow_y_ok<V>(y.y));
     refused_bits = refused<V>(ok);
     return r;
@@ -121,8 +121,8 @@ inline typename V::vd pow_ep_vector(typename V::vd x, typename V::vd y, uint32_t
         V::select(V::eq(Y, V::splat(0.0)), V::splat(1.0),
                   L::add_hi32(E, L::template slli<20>(L::template srai<11>(bits))));
 
-    typename V::vd ok = V::and_(
-        pow_x_ok<V>(x), V::le(V::and_(Y, splat_bits<V>(Fp64::abs_mask)), V::splat(PowEP::kBound)));
+    typename V::vd ok =
+        V::and_(pow_x_ok<V>(x), V::le(abs_of<V>(Y), V::splat(PowEP::kBound)));
     if constexpr (YChecked) ok = V::and_(ok, pow_y_ok<V>(y));
     refused_bits = refused<V>(ok);
     return r;

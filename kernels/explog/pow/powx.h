@@ -65,7 +65,7 @@ struct PowxExactOnly {
 // NaN lanes, as all-ones lanes.
 template <class V>
 inline typename V::vd is_nan(typename V::vd x) {
-    return V::andnot(V::eq(x, x), splat_bits<V>(Fp64::all_ones));
+    return not_mask<V>(V::eq(x, x));
 }
 
 struct PowxSquare : PerVector<PowxSquare> {

@@ -25,20 +25,16 @@ namespace {
 template <class V>
 struct ShifterOps {
     using vd = typename V::vd;
-    static vd sign(vd x) { return V::and_(x, splat_bits<V>(Fp64::sign_mask)); }
     // t with the sign bit s
-    static vd with_sign(vd t, vd s) {
-        return V::or_(V::andnot(splat_bits<V>(Fp64::sign_mask), t), s);
-    }
+    static vd with_sign(vd t, vd s) { return V::or_(abs_of<V>(t), s); }
     static vd shift_round(vd x) {
-        const vd s = sign(x);
+        const vd s = sign_of<V>(x);
         const vd C = V::or_(V::splat(Fp64::two52), s);
         return with_sign(V::sub(V::add(x, C), C), s);
     }
     // all lanes below 2^52 in magnitude (a NaN fails)
     static bool in_range(vd x) {
-        const vd ax = V::andnot(splat_bits<V>(Fp64::sign_mask), x);
-        return V::mask(V::lt(ax, V::splat(Fp64::two52))) == (1 << V::lanes) - 1;
+        return all_set<V>(V::lt(abs_of<V>(x), V::splat(Fp64::two52)));
     }
 };
 
@@ -69,7 +65,7 @@ struct ShifterModf {
     template <class V>
     static void split(typename V::vd x, typename V::vd* i, typename V::vd* f) {
         using O = ShifterOps<V>;
-        const typename V::vd s = O::sign(x);
+        const typename V::vd s = sign_of<V>(x);
         const typename V::vd C = V::or_(V::splat(Fp64::two52), s);
         *i = O::with_sign(V::sub(V::add(x, C), C), s);
         *f = O::with_sign(V::sub(x, *i), s);
@@ -105,8 +101,8 @@ struct HalfTest {
     static typename V::vd eval(typename V::vd x) {
         using vd = typename V::vd;
         using O = ShifterOps<V>;
-        const vd s = O::sign(x);
-        const vd a = V::andnot(splat_bits<V>(Fp64::sign_mask), x);
+        const vd s = sign_of<V>(x);
+        const vd a = abs_of<V>(x);
         vd t;
         if constexpr (Instr) {
 #ifdef __SSE4_1__

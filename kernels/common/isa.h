@@ -38,6 +38,8 @@ struct Scalar {
     static vd div(vd a, vd b) { return a / b; }
     // two roundings: no fused multiply-add on any cpu type
     static vd mul_add(vd a, vd b, vd c) { return a * b + c; }
+    // the instruction, as in the vector wrappers: -fno-math-errno keeps the
+    // C library (and its errno) out of it
     static vd sqrt(vd a) { return __builtin_sqrt(a); }
 
     // Bitwise ops on the 64-bit patterns of the lanes.

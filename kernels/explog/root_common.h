@@ -1,6 +1,5 @@
 // What the Sqrt and Cbrt families share: the range test of their vector
-// paths, the square root by vector type, and the Taylor coefficients of the
-// refinement steps.
+// paths and the Taylor coefficients of the refinement steps.
 //
 // A refinement step takes an estimate y0 of x^p (p = -1/2 or -1/3) and
 // e = 1 - x^(-1/p) * y0^(-1/p), for which x^p = y0 * (1 - e)^p exactly, and
@@ -21,18 +20,6 @@ template <class V>
 inline typename V::vd outside_range(typename V::vd x, double lo, double hi) {
     return not_mask<V>(V::and_(V::le(V::splat(lo), x), V::le(x, V::splat(hi))));
 }
-
-// The square root instruction: correctly rounded in the current mode, with
-// the invalid exception and a NaN for negative x, and never a call to the C
-// library (which would set errno).
-inline double root_sqrt(double x) {
-    const __m128d v = _mm_set_sd(x);
-    return _mm_cvtsd_f64(_mm_sqrt_sd(v, v));
-}
-inline __m128d root_sqrt(__m128d x) { return _mm_sqrt_pd(x); }
-#ifdef __AVX__
-inline __m256d root_sqrt(__m256d x) { return _mm256_sqrt_pd(x); }
-#endif
 
 // The series of (1 - e)^(-1/2): 1 + e/2 + 3e^2/8 + 5e^3/16 + 35e^4/128 + ...
 struct RsqrtSeries {

@@ -81,13 +81,13 @@ inline __m128d rsqrt_seed(__m128d x) {
 // sqrt(1/x) for 2^-1022 <= x <= 2^1022.
 template <class V>
 inline typename V::vd inv_sqrt_ha(typename V::vd x) {
-    return root_sqrt(V::div(V::splat(1.0), x));
+    return V::sqrt(V::div(V::splat(1.0), x));
 }
 
 // The callouts: every argument, HA accuracy, with the statuses.
 __attribute__((noinline)) int32_t sqrt_callout(const double* xp, double* yp) {
     const double x = *xp;
-    *yp = root_sqrt(x);
+    *yp = Scalar::sqrt(x);
     return x < 0.0 ? ZVL_STATUS_ERRDOM : 0;
 }
 
@@ -102,7 +102,7 @@ __attribute__((noinline)) int32_t inv_sqrt_callout(const double* xp, double* yp)
         return ZVL_STATUS_SING;
     }
     if (x < 0.0) {
-        *yp = root_sqrt(x);
+        *yp = Scalar::sqrt(x);
         return ZVL_STATUS_ERRDOM;
     }
     if (x < Fp64::min_normal)
@@ -119,7 +119,7 @@ __attribute__((noinline)) int32_t inv_sqrt_callout(const double* xp, double* yp)
 struct SqrtInstr : PerVector<SqrtInstr>, RootCallout<sqrt_callout> {
     template <class V>
     static typename V::vd eval(typename V::vd x) {
-        return root_sqrt(x);
+        return V::sqrt(x);
     }
     template <class V>
     static typename V::vd special(typename V::vd x) {

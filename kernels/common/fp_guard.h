@@ -6,6 +6,8 @@
 // The control-register accesses are volatile asm with a memory clobber, so
 // the compiler keeps the kernel's loads after the entry and its stores
 // before the exit.
+//
+// Also here: opaque(), the value barrier for operations whose flags count.
 #pragma once
 
 #include <cstdint>
@@ -25,6 +27,16 @@ inline uint16_t read_x87_cw() {
     return w;
 }
 inline void write_x87_cw(uint16_t w) { __asm__ __volatile__("fldcw %0" : : "m"(w) : "memory"); }
+
+// A value the optimiser cannot see through (a double or a vector), so that
+// an operation on it is carried out at run time: x * 1.0 that quiets a
+// signalling NaN, a product meant to overflow or underflow and raise its
+// flag.
+template <class T>
+inline T opaque(T v) {
+    __asm__("" : "+x"(v));
+    return v;
+}
 
 struct NoGuard {};
 

@@ -18,6 +18,7 @@
 // scale down exactly, and the rest, which scale down with the one rounding
 // of the result. The split needs the result at or above about 2^-1033 to
 // hold h exactly; below that the plain product is kept.
+#include "kernels/common/fp_guard.h"
 #include "kernels/explog/exp/data.h"
 #include "zvl.h"
 
@@ -49,13 +50,6 @@ struct ExpCallout {
     // 1.5 * 2^32: (y + s*y) - s*y keeps the leading 20 bits of y
     static constexpr double split = from_bits(0x41f8000000000000);
 };
-
-// Hides a value from the compiler, so that a product meant to overflow or
-// underflow is carried out at run time and raises its flag.
-inline double opaque(double x) {
-    __asm__("" : "+x"(x));
-    return x;
-}
 
 inline double with_exponent(uint32_t e) { return from_bits(static_cast<uint64_t>(e) << 52); }
 

@@ -53,7 +53,7 @@ struct BitMasks {
             return neg ? below_neg : below_pos;
         }
         if (finite_integer(k)) return x;
-        return x * hidden(1.0);
+        return x * opaque(1.0);
     }
 
     static double ceil(double x) { return directed<1>(x, 1.0, -0.0); }
@@ -81,7 +81,7 @@ struct BitMasks {
             return signed_zero(ix);
         }
         if (finite_integer(k)) return x;
-        return x * hidden(1.0);
+        return x * opaque(1.0);
     }
 
     // r1 the integer part as Trunc cuts it, r2 the fraction; both carry the

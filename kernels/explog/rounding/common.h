@@ -9,14 +9,6 @@
 
 namespace {
 
-// A value the optimiser cannot see through. x * 1.0 and the like must stay
-// real operations, because they are what quiets a signalling NaN.
-template <class T>
-inline T hidden(T v) {
-    __asm__("" : "+x"(v));
-    return v;
-}
-
 // 128-bit vectors at every cpu type: VEX-encoded at type 5.
 #ifdef __SSE4_1__
 using V128 = Sse41;

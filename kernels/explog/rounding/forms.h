@@ -115,7 +115,7 @@ struct HalfTest {
         const vd d = V::sub(a, t);
         t = V::add(t, V::and_(V::eq(d, V::splat(0.5)), V::splat(1.0)));
         const vd big = V::lt(V::splat(Fp64::two52), a);
-        return V::select(big, V::mul(x, hidden(V::splat(1.0))), O::with_sign(t, s));
+        return V::select(big, V::mul(x, opaque(V::splat(1.0))), O::with_sign(t, s));
     }
     template <class V, int NV>
     static bool block(const typename V::vd* x, typename V::vd* y) {

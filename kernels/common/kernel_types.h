@@ -50,3 +50,29 @@ struct KernelSet {
 #define ZVL_HERE_NAME(fam, tag) "zel_zvl_core_" ZVL_STR(ZVL_CPU) "_zvl_d" #fam "_" #tag
 #define ZVL_ROUNDING_KERNEL_X(cpu, fam) ZVL_ROUNDING_KERNEL(cpu, fam)
 #define ZVL_HERE_ROUNDING(fam) ZVL_ROUNDING_KERNEL_X(ZVL_CPU, fam)
+
+// The unit's kernel (fam, tag) of each shape: the exported symbol, whose body
+// calls the function given last (a template with its arguments, commas and
+// all) with the kernel's arguments and the kernel's name.
+#define ZVL_DEFINE_D1(fam, tag, ...)                                             \
+    extern "C" void ZVL_HERE(fam, tag)(int32_t n, const double* a, double* r) { \
+        __VA_ARGS__(n, a, r, ZVL_HERE_NAME(fam, tag));                          \
+    }
+#define ZVL_DEFINE_D2(fam, tag, ...)                                                  \
+    extern "C" void ZVL_HERE(fam, tag)(int32_t n, const double* a, const double* b, \
+                                       double* r) {                                 \
+        __VA_ARGS__(n, a, b, r, ZVL_HERE_NAME(fam, tag));                           \
+    }
+#define ZVL_DEFINE_DX(fam, tag, ...)                                                       \
+    extern "C" void ZVL_HERE(fam, tag)(int32_t n, const double* a, double b, double* r) { \
+        __VA_ARGS__(n, a, b, r, ZVL_HERE_NAME(fam, tag));                                 \
+    }
+// The rounding family's, which report nothing and so take no name.
+#define ZVL_DEFINE_ROUNDING_D1(fam, ...)                                         \
+    extern "C" void ZVL_HERE_ROUNDING(fam)(int32_t n, const double* a, double* r) { \
+        __VA_ARGS__(n, a, r);                                                      \
+    }
+#define ZVL_DEFINE_ROUNDING_D12(fam, ...)                                                    \
+    extern "C" void ZVL_HERE_ROUNDING(fam)(int32_t n, const double* a, double* y, double* z) { \
+        __VA_ARGS__(n, a, y, z);                                                              \
+    }

@@ -229,29 +229,11 @@ using InvCbrtKernel = OddRoot<Body, Range, inv_cbrt_callout>;
 
 }  // namespace
 
-extern "C" {
-
-void ZVL_HERE(Cbrt, HA)(int32_t n, const double* a, double* r) {
-    guarded_root<kCpu, CbrtKernel<CbrtBodyHA>>(n, a, r, ZVL_HERE_NAME(Cbrt, HA));
-}
-void ZVL_HERE(InvCbrt, HA)(int32_t n, const double* a, double* r) {
-    guarded_root<kCpu, InvCbrtKernel<InvCbrtBodyHA, UpToRecip>>(n, a, r,
-                                                                          ZVL_HERE_NAME(InvCbrt, HA));
-}
-
+ZVL_DEFINE_D1(Cbrt, HA, guarded_root<kCpu, CbrtKernel<CbrtBodyHA>>)
+ZVL_DEFINE_D1(InvCbrt, HA, guarded_root<kCpu, InvCbrtKernel<InvCbrtBodyHA, UpToRecip>>)
 #if ZVL_CPU_INDEX >= 1
-void ZVL_HERE(Cbrt, 50)(int32_t n, const double* a, double* r) {
-    guarded_root<kCpu, CbrtKernel<CbrtBody<true>>>(n, a, r, ZVL_HERE_NAME(Cbrt, 50));
-}
-void ZVL_HERE(Cbrt, 26)(int32_t n, const double* a, double* r) {
-    guarded_root<kCpu, CbrtKernel<CbrtBody<false>>>(n, a, r, ZVL_HERE_NAME(Cbrt, 26));
-}
-void ZVL_HERE(InvCbrt, 50)(int32_t n, const double* a, double* r) {
-    guarded_root<kCpu, InvCbrtKernel<InvCbrtBody<true>>>(n, a, r, ZVL_HERE_NAME(InvCbrt, 50));
-}
-void ZVL_HERE(InvCbrt, 26)(int32_t n, const double* a, double* r) {
-    guarded_root<kCpu, InvCbrtKernel<InvCbrtBody<false>>>(n, a, r, ZVL_HERE_NAME(InvCbrt, 26));
-}
+ZVL_DEFINE_D1(Cbrt, 50, guarded_root<kCpu, CbrtKernel<CbrtBody<true>>>)
+ZVL_DEFINE_D1(Cbrt, 26, guarded_root<kCpu, CbrtKernel<CbrtBody<false>>>)
+ZVL_DEFINE_D1(InvCbrt, 50, guarded_root<kCpu, InvCbrtKernel<InvCbrtBody<true>>>)
+ZVL_DEFINE_D1(InvCbrt, 26, guarded_root<kCpu, InvCbrtKernel<InvCbrtBody<false>>>)
 #endif
-
-}  // extern "C"

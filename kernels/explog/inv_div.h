@@ -328,29 +328,12 @@ inline void div_la(int32_t n, const double* a, const double* b, double* r, const
 
 }  // namespace
 
-extern "C" {
-
-void ZVL_HERE(Inv, HA)(int32_t n, const double* a, double* r) {
-    inv_ha<kCpu>(n, a, r, ZVL_HERE_NAME(Inv, HA));
-}
-void ZVL_HERE(Div, HA)(int32_t n, const double* a, const double* b, double* r) {
-    div_ha<kCpu>(n, a, b, r, ZVL_HERE_NAME(Div, HA));
-}
-
+ZVL_DEFINE_D1(Inv, HA, inv_ha<kCpu>)
+ZVL_DEFINE_D2(Div, HA, div_ha<kCpu>)
 #if ZVL_CPU_INDEX >= 1
 // LA and EP are one algorithm; only the name they report under differs.
-void ZVL_HERE(Inv, 50)(int32_t n, const double* a, double* r) {
-    inv_la<kCpu>(n, a, r, ZVL_HERE_NAME(Inv, 50));
-}
-void ZVL_HERE(Inv, 26)(int32_t n, const double* a, double* r) {
-    inv_la<kCpu>(n, a, r, ZVL_HERE_NAME(Inv, 26));
-}
-void ZVL_HERE(Div, 50)(int32_t n, const double* a, const double* b, double* r) {
-    div_la<kCpu>(n, a, b, r, ZVL_HERE_NAME(Div, 50));
-}
-void ZVL_HERE(Div, 26)(int32_t n, const double* a, const double* b, double* r) {
-    div_la<kCpu>(n, a, b, r, ZVL_HERE_NAME(Div, 26));
-}
+ZVL_DEFINE_D1(Inv, 50, inv_la<kCpu>)
+ZVL_DEFINE_D1(Inv, 26, inv_la<kCpu>)
+ZVL_DEFINE_D2(Div, 50, div_la<kCpu>)
+ZVL_DEFINE_D2(Div, 26, div_la<kCpu>)
 #endif
-
-}  // extern "C"

@@ -212,36 +212,18 @@ inline void sqrt_instr(int32_t n, const double* a, double* r, const char* name) 
 
 }  // namespace
 
-extern "C" {
-
-void ZVL_HERE(Sqrt, HA)(int32_t n, const double* a, double* r) {
-    sqrt_instr<kCpu>(n, a, r, ZVL_HERE_NAME(Sqrt, HA));
-}
-void ZVL_HERE(InvSqrt, HA)(int32_t n, const double* a, double* r) {
-    guarded_root<kCpu, InvSqrtHA>(n, a, r, ZVL_HERE_NAME(InvSqrt, HA));
-}
-
+ZVL_DEFINE_D1(Sqrt, HA, sqrt_instr<kCpu>)
+ZVL_DEFINE_D1(InvSqrt, HA, guarded_root<kCpu, InvSqrtHA>)
 #if ZVL_CPU_INDEX >= 1
-void ZVL_HERE(Sqrt, 50)(int32_t n, const double* a, double* r) {
-    sqrt_instr<kCpu>(n, a, r, ZVL_HERE_NAME(Sqrt, 50));
-}
-void ZVL_HERE(Sqrt, 26)(int32_t n, const double* a, double* r) {
+ZVL_DEFINE_D1(Sqrt, 50, sqrt_instr<kCpu>)
+ZVL_DEFINE_D1(InvSqrt, 26, guarded_root<kCpu, InvSqrtEst<false>>)
+#endif
+// Type 1 has no estimate: Sqrt EP is the instruction, InvSqrt LA the code
+// of HA.
 #if ZVL_CPU_INDEX >= 2
-    guarded_root<kCpu, SqrtEst>(n, a, r, ZVL_HERE_NAME(Sqrt, 26));
-#else
-    sqrt_instr<kCpu>(n, a, r, ZVL_HERE_NAME(Sqrt, 26));
+ZVL_DEFINE_D1(Sqrt, 26, guarded_root<kCpu, SqrtEst>)
+ZVL_DEFINE_D1(InvSqrt, 50, guarded_root<kCpu, InvSqrtEst<true>>)
+#elif ZVL_CPU_INDEX == 1
+ZVL_DEFINE_D1(Sqrt, 26, sqrt_instr<kCpu>)
+ZVL_DEFINE_D1(InvSqrt, 50, guarded_root<kCpu, InvSqrtHA>)
 #endif
-}
-void ZVL_HERE(InvSqrt, 50)(int32_t n, const double* a, double* r) {
-#if ZVL_CPU_INDEX >= 2
-    guarded_root<kCpu, InvSqrtEst<true>>(n, a, r, ZVL_HERE_NAME(InvSqrt, 50));
-#else
-    guarded_root<kCpu, InvSqrtHA>(n, a, r, ZVL_HERE_NAME(InvSqrt, 50));
-#endif
-}
-void ZVL_HERE(InvSqrt, 26)(int32_t n, const double* a, double* r) {
-    guarded_root<kCpu, InvSqrtEst<false>>(n, a, r, ZVL_HERE_NAME(InvSqrt, 26));
-}
-#endif
-
-}  // extern "C"

@@ -273,19 +273,8 @@ inline void exp_ep(int32_t n, const double* a, double* r, const char* name) {
 
 }  // namespace
 
-extern "C" {
-
-void ZVL_HERE(Exp, HA)(int32_t n, const double* a, double* r) {
-    exp_ha<kCpu>(n, a, r, ZVL_HERE_NAME(Exp, HA));
-}
-
+ZVL_DEFINE_D1(Exp, HA, exp_ha<kCpu>)
 #if ZVL_CPU_INDEX >= 1
-void ZVL_HERE(Exp, 50)(int32_t n, const double* a, double* r) {
-    exp_la<kCpu>(n, a, r, ZVL_HERE_NAME(Exp, 50));
-}
-void ZVL_HERE(Exp, 26)(int32_t n, const double* a, double* r) {
-    exp_ep<kCpu>(n, a, r, ZVL_HERE_NAME(Exp, 26));
-}
+ZVL_DEFINE_D1(Exp, 50, exp_la<kCpu>)
+ZVL_DEFINE_D1(Exp, 26, exp_ep<kCpu>)
 #endif
-
-}  // extern "C"

@@ -170,19 +170,8 @@ inline void pow_kernel(int32_t n, const double* a, const double* b, double* r, c
 
 }  // namespace
 
-extern "C" {
-
-void ZVL_HERE(Pow, HA)(int32_t n, const double* a, const double* b, double* r) {
-    pow_kernel<kCpu, PowMode::HA>(n, a, b, r, ZVL_HERE_NAME(Pow, HA));
-}
-
+ZVL_DEFINE_D2(Pow, HA, pow_kernel<kCpu, PowMode::HA>)
 #if ZVL_CPU_INDEX >= 1
-void ZVL_HERE(Pow, 50)(int32_t n, const double* a, const double* b, double* r) {
-    pow_kernel<kCpu, PowMode::LA>(n, a, b, r, ZVL_HERE_NAME(Pow, 50));
-}
-void ZVL_HERE(Pow, 26)(int32_t n, const double* a, const double* b, double* r) {
-    pow_kernel<kCpu, PowMode::EP>(n, a, b, r, ZVL_HERE_NAME(Pow, 26));
-}
+ZVL_DEFINE_D2(Pow, 50, pow_kernel<kCpu, PowMode::LA>)
+ZVL_DEFINE_D2(Pow, 26, pow_kernel<kCpu, PowMode::EP>)
 #endif
-
-}  // extern "C"

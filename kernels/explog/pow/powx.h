@@ -129,19 +129,8 @@ inline void powx_kernel(int32_t n, const double* a, double b, double* r, const c
 
 }  // namespace
 
-extern "C" {
-
-void ZVL_HERE(Powx, HA)(int32_t n, const double* a, double b, double* r) {
-    powx_kernel<kCpu, PowMode::HA>(n, a, b, r, ZVL_HERE_NAME(Powx, HA));
-}
-
+ZVL_DEFINE_DX(Powx, HA, powx_kernel<kCpu, PowMode::HA>)
 #if ZVL_CPU_INDEX >= 1
-void ZVL_HERE(Powx, 50)(int32_t n, const double* a, double b, double* r) {
-    powx_kernel<kCpu, PowMode::LA>(n, a, b, r, ZVL_HERE_NAME(Powx, 50));
-}
-void ZVL_HERE(Powx, 26)(int32_t n, const double* a, double b, double* r) {
-    powx_kernel<kCpu, PowMode::EP>(n, a, b, r, ZVL_HERE_NAME(Powx, 26));
-}
+ZVL_DEFINE_DX(Powx, 50, powx_kernel<kCpu, PowMode::LA>)
+ZVL_DEFINE_DX(Powx, 26, powx_kernel<kCpu, PowMode::EP>)
 #endif
-
-}  // extern "C"

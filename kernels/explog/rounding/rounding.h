@@ -91,30 +91,13 @@ inline void modf_kernel(int32_t n, const double* a, double* y, double* z) {
 
 }  // namespace
 
-extern "C" {
-
-void ZVL_HERE_ROUNDING(Ceil)(int32_t n, const double* a, double* r) {
-    directed_kernel<kCpu, kGuardUp, 2, BitMasks::ceil>(n, a, r);
-}
-void ZVL_HERE_ROUNDING(Floor)(int32_t n, const double* a, double* r) {
-    directed_kernel<kCpu, kGuardDown, 1, BitMasks::floor>(n, a, r);
-}
-void ZVL_HERE_ROUNDING(Trunc)(int32_t n, const double* a, double* r) {
-    directed_kernel<kCpu, kGuardZero, 3, BitMasks::trunc>(n, a, r);
-}
-void ZVL_HERE_ROUNDING(Round)(int32_t n, const double* a, double* r) { round_kernel<kCpu>(n, a, r); }
-void ZVL_HERE_ROUNDING(Modf)(int32_t n, const double* a, double* y, double* z) {
-    modf_kernel<kCpu>(n, a, y, z);
-}
-
+ZVL_DEFINE_ROUNDING_D1(Ceil, directed_kernel<kCpu, kGuardUp, 2, BitMasks::ceil>)
+ZVL_DEFINE_ROUNDING_D1(Floor, directed_kernel<kCpu, kGuardDown, 1, BitMasks::floor>)
+ZVL_DEFINE_ROUNDING_D1(Trunc, directed_kernel<kCpu, kGuardZero, 3, BitMasks::trunc>)
+ZVL_DEFINE_ROUNDING_D1(Round, round_kernel<kCpu>)
+ZVL_DEFINE_ROUNDING_D12(Modf, modf_kernel<kCpu>)
 #if ZVL_CPU_INDEX != 4
 // Type 4 runs the kernels of type 3.
-void ZVL_HERE_ROUNDING(Rint)(int32_t n, const double* a, double* r) {
-    current_mode_kernel<kCpu, 4>(n, a, r);
-}
-void ZVL_HERE_ROUNDING(NearbyInt)(int32_t n, const double* a, double* r) {
-    current_mode_kernel<kCpu, 0xc>(n, a, r);
-}
+ZVL_DEFINE_ROUNDING_D1(Rint, current_mode_kernel<kCpu, 4>)
+ZVL_DEFINE_ROUNDING_D1(NearbyInt, current_mode_kernel<kCpu, 0xc>)
 #endif
-
-}  // extern "C"

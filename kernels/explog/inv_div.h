@@ -95,13 +95,14 @@ struct DivHA : PerVector<DivHA> {
 };
 
 // --- HA, types 0 to 2: the scalar form --------------------------------------
-// Types 1 and 2 divide two elements per round (divpd) and then test each in
-// order; the remainder, and all of type 0, go one element at a time.
+// Types 1 and 2 divide two elements per round (divpd) under the short MXCSR
+// guard and then test each in order; the remainder, and all of type 0 under
+// the x87 0x200 guard, go one element at a time. a is null for Inv.
 
-template <int Cpu, class W, bool OneAtATime>
+template <int Cpu>
 inline void div_ha_scalar_form(int32_t n, const double* a, const double* b, double* r,
                                const char* name) {
-    constexpr int L = OneAtATime ? 1 : W::lanes;
+    [[maybe_unused]] std::conditional_t<Cpu == 0, X87Guard<0x200>, MxcsrShortGuard> guard;
     int32_t i = 0;
     const auto round = [&](auto w, int32_t at) {
         using X = decltype(w);
@@ -125,8 +126,8 @@ inline void div_ha_scalar_form(int32_t n, const double* a, const double* b, doub
                 report<Cpu>(ZVL_STATUS_SING, at + l, a == nullptr ? b : a, b, r, name);
         }
     };
-    if constexpr (L > 1)
-        for (; i + L <= n; i += L) round(W{}, i);
+    if constexpr (Cpu >= 1)
+        for (; i + V::lanes <= n; i += V::lanes) round(V{}, i);
     for (; i < n; ++i) round(Scalar{}, i);
 }
 
@@ -280,28 +281,18 @@ struct DivLA5 : InvMantissa {
 
 template <int Cpu>
 inline void inv_ha(int32_t n, const double* a, double* r, const char* name) {
-    if constexpr (Cpu >= 3) {
+    if constexpr (Cpu >= 3)
         scratch_1i<Cpu, V, Cpu == 5 ? 16 : 8, InvHA>(n, a, r, name);
-    } else if constexpr (Cpu >= 1) {
-        MxcsrShortGuard g;
-        div_ha_scalar_form<Cpu, V, false>(n, nullptr, a, r, name);
-    } else {
-        X87Guard<0x200> g;
-        div_ha_scalar_form<Cpu, V, true>(n, nullptr, a, r, name);
-    }
+    else
+        div_ha_scalar_form<Cpu>(n, nullptr, a, r, name);
 }
 
 template <int Cpu>
 inline void div_ha(int32_t n, const double* a, const double* b, double* r, const char* name) {
-    if constexpr (Cpu >= 3) {
+    if constexpr (Cpu >= 3)
         scratch_2i<Cpu, V, Cpu == 5 ? 16 : 8, DivHA>(n, a, b, r, name);
-    } else if constexpr (Cpu >= 1) {
-        MxcsrShortGuard g;
-        div_ha_scalar_form<Cpu, V, false>(n, a, b, r, name);
-    } else {
-        X87Guard<0x200> g;
-        div_ha_scalar_form<Cpu, V, true>(n, a, b, r, name);
-    }
+    else
+        div_ha_scalar_form<Cpu>(n, a, b, r, name);
 }
 
 template <int Cpu>

@@ -82,19 +82,34 @@ inline int select_column(Cells<K>& c, const KernelSet<K>& set) {
     return accuracy == 2 ? kHA : accuracy == 1 ? kLA : kEP;
 }
 
-// The whole front-end for one shape: `direct(k)` calls the kernel, and
-// `parallel(k, slot)` hands it to the driver.
-template <class K, class Direct, class Parallel>
+// A scalar argument that the front-end takes by pointer and the kernel by
+// value: read at the moment of the call, after the checks and the mode.
+template <class T>
+struct ReadAtCall {
+    const T* p;
+};
+template <class T>
+inline T at_call(T v) {
+    return v;
+}
+template <class T>
+inline T at_call(ReadAtCall<T> s) {
+    return *s.p;
+}
+
+// The whole front-end for one shape: `args` are the kernel's arguments after
+// n, and Driver is the shape's parallel driver.
+template <auto Driver, class K, class... Args>
 inline void run(int32_t n, const FunctionInfo& f, Cells<K>& c, const KernelSet<K>& set,
-                std::initializer_list<const void*> arrays, Direct direct, Parallel parallel) {
+                std::initializer_list<const void*> arrays, Args... args) {
     if (!arguments_ok(n, f, arrays)) return;
     const bool par = goes_parallel(n, f, c.threshold);
     const int col = select_column(c, set);
     const K k = c.slot[col].load(std::memory_order_relaxed);
     if (par)
-        parallel(k, f.id + 6 * col);
+        Driver(k, n, at_call(args)..., f.id + 6 * col, 0);
     else
-        direct(k);
+        k(n, at_call(args)...);
 }
 
 // The rounding family: one slot, no threshold, no mode.
@@ -119,6 +134,14 @@ inline K bind_rounding(RoundingCells<K>& c, const RoundingSet<K>& set) {
         }
     }
     return k;
+}
+
+template <class K, class... Args>
+inline void run_rounding(int32_t n, const FunctionInfo& f, RoundingCells<K>& c,
+                         const RoundingSet<K>& set, std::initializer_list<const void*> arrays,
+                         Args... args) {
+    if (!arguments_ok(n, f, arrays)) return;
+    bind_rounding(c, set)(n, args...);
 }
 
 // Array pointer advanced by `index` elements of `Elem`, with no checks: the

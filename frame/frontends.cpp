@@ -19,16 +19,13 @@ constexpr int32_t name_len(const char* s) { return *s ? 1 + name_len(s + 1) : 0;
     static constexpr zvl::FunctionInfo info_##EXPORT = {#report, zvl::name_len(#report), \
                                                         id, cplx};
 
+// A function's record, cells and kernel set, as run() takes them after n.
+#define ZVL_FUNCTION(EXPORT) info_##EXPORT, cells_##EXPORT, zvl::kernels_##EXPORT
+
 #define ZVL_FRONT_D1(EXPORT, report, id)                                                \
     ZVL_INFO(EXPORT, report, id, false, zvl::KernelD1)                                 \
     ZVL_EXPORT void EXPORT(const int* n, const double* a, double* r) {                  \
-        const int32_t len = *n;                                                         \
-        zvl::run(                                                                       \
-            len, info_##EXPORT, cells_##EXPORT, zvl::kernels_##EXPORT, {a, r},          \
-            [&](zvl::KernelD1 k) { k(len, a, r); },                                     \
-            [&](zvl::KernelD1 k, int32_t slot) {                                        \
-                zel_zvl_service_threader_d_1i_1o(k, len, a, r, slot, 0);                \
-            });                                                                         \
+        zvl::run<zel_zvl_service_threader_d_1i_1o>(*n, ZVL_FUNCTION(EXPORT), {a, r}, a, r); \
     }                                                                                   \
     ZVL_EXPORT void EXPORT##_Idx(const int* n, const double* a, int ia, double* r, int ir) { \
         EXPORT(n, zvl::advance(a, ia), zvl::advance(r, ir));                            \
@@ -37,13 +34,8 @@ constexpr int32_t name_len(const char* s) { return *s ? 1 + name_len(s + 1) : 0;
 #define ZVL_FRONT_D2(EXPORT, report, id)                                                \
     ZVL_INFO(EXPORT, report, id, false, zvl::KernelD2)                                 \
     ZVL_EXPORT void EXPORT(const int* n, const double* a, const double* b, double* r) { \
-        const int32_t len = *n;                                                         \
-        zvl::run(                                                                       \
-            len, info_##EXPORT, cells_##EXPORT, zvl::kernels_##EXPORT, {a, b, r},       \
-            [&](zvl::KernelD2 k) { k(len, a, b, r); },                                  \
-            [&](zvl::KernelD2 k, int32_t slot) {                                        \
-                zel_zvl_service_threader_d_2i_1o(k, len, a, b, r, slot, 0);             \
-            });                                                                         \
+        zvl::run<zel_zvl_service_threader_d_2i_1o>(*n, ZVL_FUNCTION(EXPORT), {a, b, r}, a, \
+                                                   b, r);                               \
     }                                                                                   \
     ZVL_EXPORT void EXPORT##_Idx(const int* n, const double* a, int ia, const double* b,   \
                                  int ib, double* r, int ir) {                           \
@@ -55,13 +47,8 @@ constexpr int32_t name_len(const char* s) { return *s ? 1 + name_len(s + 1) : 0;
 #define ZVL_FRONT_DX(EXPORT, report, id)                                                \
     ZVL_INFO(EXPORT, report, id, false, zvl::KernelDx)                                 \
     ZVL_EXPORT void EXPORT(const int* n, const double* a, const double* b, double* r) { \
-        const int32_t len = *n;                                                         \
-        zvl::run(                                                                       \
-            len, info_##EXPORT, cells_##EXPORT, zvl::kernels_##EXPORT, {a, r},          \
-            [&](zvl::KernelDx k) { k(len, a, *b, r); },                                 \
-            [&](zvl::KernelDx k, int32_t slot) {                                        \
-                zel_zvl_service_threader_d_cd_2i_d_1o(k, len, a, *b, r, slot, 0);       \
-            });                                                                         \
+        zvl::run<zel_zvl_service_threader_d_cd_2i_d_1o>(*n, ZVL_FUNCTION(EXPORT), {a, r}, \
+                                                        a, zvl::ReadAtCall<double>{b}, r); \
     }                                                                                   \
     ZVL_EXPORT void EXPORT##_Idx(const int* n, const double* a, int ia, const double* b,   \
                                  double* r, int ir) {                                   \
@@ -78,9 +65,7 @@ constexpr int32_t name_len(const char* s) { return *s ? 1 + name_len(s + 1) : 0;
 #define ZVL_FRONT_R1(EXPORT, report)                                                    \
     ZVL_ROUNDING_INFO(EXPORT, report, zvl::KernelD1)                                   \
     ZVL_EXPORT void EXPORT(const int* n, const double* a, double* r) {                  \
-        const int32_t len = *n;                                                         \
-        if (!zvl::arguments_ok(len, info_##EXPORT, {a, r})) return;                     \
-        zvl::bind_rounding(cells_##EXPORT, zvl::kernels_##EXPORT)(len, a, r);           \
+        zvl::run_rounding(*n, ZVL_FUNCTION(EXPORT), {a, r}, a, r);                          \
     }                                                                                   \
     ZVL_EXPORT void EXPORT##_Idx(const int* n, const double* a, int ia, double* r, int ir) { \
         EXPORT(n, zvl::advance(a, ia), zvl::advance(r, ir));                            \
@@ -89,9 +74,7 @@ constexpr int32_t name_len(const char* s) { return *s ? 1 + name_len(s + 1) : 0;
 #define ZVL_FRONT_R12(EXPORT, report)                                                   \
     ZVL_ROUNDING_INFO(EXPORT, report, zvl::KernelD12)                                  \
     ZVL_EXPORT void EXPORT(const int* n, const double* a, double* y, double* z) {       \
-        const int32_t len = *n;                                                         \
-        if (!zvl::arguments_ok(len, info_##EXPORT, {a, y, z})) return;                  \
-        zvl::bind_rounding(cells_##EXPORT, zvl::kernels_##EXPORT)(len, a, y, z);        \
+        zvl::run_rounding(*n, ZVL_FUNCTION(EXPORT), {a, y, z}, a, y, z);                    \
     }                                                                                   \
     ZVL_EXPORT void EXPORT##_Idx(const int* n, const double* a, int ia, double* y, int iy, \
                                  double* z, int iz) {                                   \

@@ -194,8 +194,14 @@ struct ExpC : ExpLanes<ExpC> {
 
     template <class W>
     static typename W::vd eval(typename W::vd x) {
+        return pow2_2048<W>(W::mul(x, W::splat(L)));
+    }
+
+    // 2^(w/2048) where the result is normal: the table entry of floor(w)
+    // and the chord in the fraction above it. Pow's EP stage uses it too.
+    template <class W>
+    static typename W::vd pow2_2048(typename W::vd w) {
         using vd = typename W::vd;
-        const vd w = W::mul(x, W::splat(L));
         // floor(w) by rounding w - 0.5; u = w - floor(w) in [0, 1]
         const vd v = W::add(W::sub(w, W::splat(0.5)), W::splat(Fp64::shifter));
         const vd u = W::sub(w, W::sub(v, W::splat(Fp64::shifter)));

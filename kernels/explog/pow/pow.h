@@ -10,8 +10,9 @@
 //   LA  the same stages, the quadratic term of log2 x rounded with the rest
 //       of its polynomial and without the lo part of the 2^(j/128) table.
 //   EP  exp(y * ln x): ln x from the same reduction in plain double with a
-//       degree-4 series, then the first-degree step on the 2048-entry table;
-//       |y ln x| up to 708.396, where the result is normal.
+//       degree-4 series, then Exp's EP step (variant C: the first-degree
+//       step on the 2048-entry table); |y ln x| up to 708.396, where the
+//       result is normal.
 // Blocks are 8 elements at cpu types 2 to 5 and 4 at types 0 and 1. HA at
 // types 0, 1 and 5 and LA at type 1 run under the full MXCSR guard, EP at
 // type 1 under the x87 0x200 guard; the others run in the caller's state.
@@ -27,6 +28,7 @@
 #include <type_traits>
 
 #include "kernels/common/unit.h"
+#include "kernels/explog/exp/exp.h"
 #include "kernels/explog/pow/core.h"
 
 namespace {
@@ -82,11 +84,6 @@ struct PowEP {
     static constexpr double c2 = zvl::from_bits(0xbfdffffffffff81f);  // -0.49999999999988803
     static constexpr double c3 = zvl::from_bits(0x3fd55555555543c5);  // 0.33333333333308374
     static constexpr double c4 = -0.25;
-    // 2954.639443740597 = 2048/ln 2
-    static constexpr double kL = zvl::from_bits(0x40a71547652b82fe);
-    // 0.00033850805268231294 = 2^(1/2048) - 1: with u in [0, 1], the chord
-    // of exp(u ln2/2048); the table's scale centres its error
-    static constexpr double kSlope = zvl::from_bits(0x3f362f3904051fa1);
     // 708.39611916346382: exp(-708.396...) is just above 2^-1022, and up to
     // there the exponent addition builds a normal number
     static constexpr double kBound = zvl::from_bits(0x4086232b4086232b);
@@ -94,7 +91,6 @@ struct PowEP {
 
 template <class V, bool YChecked>
 inline typename V::vd pow_ep_vector(typename V::vd x, typename V::vd y, uint32_t& refused_bits) {
-    using L = Lanes<V::lanes>;
     const PowReduce<V> d(x, 0);
     // z alone is off by up to 2^-53, which matters where ln x is that small
     typename V::vd z, e;
@@ -106,20 +102,10 @@ inline typename V::vd pow_ep_vector(typename V::vd x, typename V::vd y, uint32_t
     const typename V::vd lnx =
         V::mul_add(V::add(V::add(d.n, d.T_hi), d.T_lo), V::splat(PowEP::kLn2), series);
     const typename V::vd Y = V::mul(y, lnx);
-
-    const typename V::vd w = V::mul(Y, V::splat(PowEP::kL));
-    const typename V::vd v = V::add(V::sub(w, V::splat(0.5)), V::splat(Fp64::shifter));
-    const typename V::vd u = V::sub(w, V::sub(v, V::splat(Fp64::shifter)));
-    const typename L::vi bits = L::lo32(v);
-    uint32_t j[V::lanes];
-    L::store(j, L::and_(bits, L::splat(2047)));
-    const typename V::vd T = V::gather(zvl::kExpTableC, j);
-    const typename V::vd E = V::mul_add(T, V::mul(u, V::splat(PowEP::kSlope)), T);
     // Y is zero exactly for y = 0 and x = 1 (and where y ln x underflows),
     // where the result is 1 and not the table's scaled 1
-    const typename V::vd r =
-        V::select(V::eq(Y, V::splat(0.0)), V::splat(1.0),
-                  L::add_hi32(E, L::template slli<20>(L::template srai<11>(bits))));
+    const typename V::vd r = V::select(V::eq(Y, V::splat(0.0)), V::splat(1.0),
+                                       ExpC::pow2_2048<V>(V::mul(Y, V::splat(ExpC::L))));
 
     typename V::vd ok =
         V::and_(pow_x_ok<V>(x), V::le(abs_of<V>(Y), V::splat(PowEP::kBound)));

@@ -1,6 +1,8 @@
 // Declarations of every kernel and of each function's kernel set.
 #pragma once
 
+#include <type_traits>
+
 #include "frame/frontend.h"
 #include "frame/function_table.h"
 #include "kernels/common/kernel_types.h"
@@ -12,24 +14,18 @@
     ZVL_DECLARE_ONE(cpu, fam, type, HA) \
     ZVL_DECLARE_ONE(cpu, fam, type, 50) \
     ZVL_DECLARE_ONE(cpu, fam, type, 26)
-#define ZVL_DECLARE_FAMILY(type, fam)            \
-    ZVL_DECLARE_CPU(ex, fam, type) ZVL_DECLARE_CPU(e7, fam, type) \
-    ZVL_DECLARE_CPU(u8, fam, type) ZVL_DECLARE_CPU(y8, fam, type) \
-    ZVL_DECLARE_CPU(h8, fam, type) ZVL_DECLARE_CPU(e9, fam, type)
+#define ZVL_DECLARE_FAMILY(type, fam) ZVL_CPU_LABELS(ZVL_DECLARE_CPU, fam, type)
 
 // The rounding family: one kernel per cpu type, no accuracy tag.
 #define ZVL_DECLARE_ROUNDING_ONE(cpu, fam, type) extern "C" type##_fn ZVL_ROUNDING_KERNEL(cpu, fam);
-#define ZVL_DECLARE_ROUNDING(type, fam)                                                 \
-    ZVL_DECLARE_ROUNDING_ONE(ex, fam, type) ZVL_DECLARE_ROUNDING_ONE(e7, fam, type)     \
-    ZVL_DECLARE_ROUNDING_ONE(u8, fam, type) ZVL_DECLARE_ROUNDING_ONE(y8, fam, type)     \
-    ZVL_DECLARE_ROUNDING_ONE(h8, fam, type) ZVL_DECLARE_ROUNDING_ONE(e9, fam, type)
+#define ZVL_DECLARE_ROUNDING(type, fam) ZVL_CPU_LABELS(ZVL_DECLARE_ROUNDING_ONE, fam, type)
 
 namespace zvl {
 // Function types (not pointers) of the shapes, for declarations.
-using KernelD1_fn = void(int32_t, const double*, double*);
-using KernelD2_fn = void(int32_t, const double*, const double*, double*);
-using KernelD12_fn = void(int32_t, const double*, double*, double*);
-using KernelDx_fn = void(int32_t, const double*, double, double*);
+using KernelD1_fn = std::remove_pointer_t<KernelD1>;
+using KernelD2_fn = std::remove_pointer_t<KernelD2>;
+using KernelD12_fn = std::remove_pointer_t<KernelD12>;
+using KernelDx_fn = std::remove_pointer_t<KernelDx>;
 }  // namespace zvl
 
 using zvl::KernelD1_fn;

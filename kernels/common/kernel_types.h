@@ -40,7 +40,10 @@ struct KernelSet {
 // The rounding family has no accuracy modes: its kernels carry no tag.
 #define ZVL_ROUNDING_KERNEL(cpu, fam) zel_zvl_core_##cpu##_zvl_d##fam
 
-#define ZVL_CPU_LABELS(X) X(ex) X(e7) X(u8) X(y8) X(h8) X(e9)
+// X(label, ...) for each cpu label in order, with the arguments after X.
+#define ZVL_CPU_LABELS(X, ...)                                         \
+    X(ex, __VA_ARGS__) X(e7, __VA_ARGS__) X(u8, __VA_ARGS__) X(y8, __VA_ARGS__) \
+    X(h8, __VA_ARGS__) X(e9, __VA_ARGS__)
 
 // Inside a per-cpu unit, which defines ZVL_CPU (its label) first.
 #define ZVL_STR2(x) #x

@@ -55,6 +55,19 @@ const Joined& joined() {
     return j;
 }
 
+// each(i, j) for every run [i, j) of equal b, compared by bits so that NaN
+// runs too: the array-and-scalar shape takes one b per call.
+template <class Each>
+void runs_of_equal_b(int32_t n, const double* b, Each each) {
+    int32_t i = 0;
+    while (i < n) {
+        int32_t j = i + 1;
+        while (j < n && std::memcmp(&b[j], &b[i], sizeof(double)) == 0) ++j;
+        each(i, j);
+        i = j;
+    }
+}
+
 // Kernel trampolines by shape; ctx is the kernel.
 void call_d1(const void* k, int32_t n, const double* a, const double*, double* r) {
     reinterpret_cast<zvl::KernelD1>(k)(n, a, r);
@@ -62,16 +75,9 @@ void call_d1(const void* k, int32_t n, const double* a, const double*, double* r
 void call_d2(const void* k, int32_t n, const double* a, const double* b, double* r) {
     reinterpret_cast<zvl::KernelD2>(k)(n, a, b, r);
 }
-// One kernel call per run of equal b (compared by bits, so NaN runs too).
 void call_dx(const void* k, int32_t n, const double* a, const double* b, double* r) {
     const auto kernel = reinterpret_cast<zvl::KernelDx>(k);
-    int32_t i = 0;
-    while (i < n) {
-        int32_t j = i + 1;
-        while (j < n && std::memcmp(&b[j], &b[i], sizeof(double)) == 0) ++j;
-        kernel(j - i, a + i, b[i], r + i);
-        i = j;
-    }
+    runs_of_equal_b(n, b, [&](int32_t i, int32_t j) { kernel(j - i, a + i, b[i], r + i); });
 }
 
 // Front-end trampolines; ctx is the Function.
@@ -85,14 +91,10 @@ void front_d2(const void* f, int32_t n, const double* a, const double* b, double
 }
 void front_dx(const void* f, int32_t n, const double* a, const double* b, double* r) {
     const auto entry = static_cast<const Function*>(f)->front2;
-    int32_t i = 0;
-    while (i < n) {
-        int32_t j = i + 1;
-        while (j < n && std::memcmp(&b[j], &b[i], sizeof(double)) == 0) ++j;
+    runs_of_equal_b(n, b, [&](int32_t i, int32_t j) {
         const int len = j - i;
         entry(&len, a + i, b + i, r + i);
-        i = j;
-    }
+    });
 }
 
 }  // namespace

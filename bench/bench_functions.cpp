@@ -67,9 +67,8 @@ void register_all() {
             for (int m = 0; m < modes; ++m)
                 for (int cpu = kCpuTypes - 1; cpu >= 0; --cpu) {
                     if (!cpu_runnable(cpu)) continue;
-                    const std::string name = std::string(row->name) + "/" +
-                                             (has_modes(f) ? kModeNames[m] : "-") + "/" +
-                                             kCpuLabels[cpu] + size;
+                    const std::string name = std::string(row->name) + "/" + mode_label(f, m) +
+                                             "/" + kCpuLabels[cpu] + size;
                     benchmark::RegisterBenchmark(name.c_str(), run, row,
                                                  kernel(f, cpu, static_cast<Mode>(m)), n);
                 }

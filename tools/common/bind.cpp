@@ -117,6 +117,8 @@ const Function* find_function(const char* name) {
 
 bool has_modes(const Function& f) { return f.shape != Shape::R1; }
 
+const char* mode_label(const Function& f, int m) { return has_modes(f) ? kModeNames[m] : "-"; }
+
 int arity(Shape s) { return s == Shape::D2 || s == Shape::DX ? 2 : 1; }
 
 Callable kernel(const Function& f, int cpu, Mode mode) {

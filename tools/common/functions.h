@@ -174,6 +174,8 @@ List<const char*> functions_without_row();
 List<FunctionRow> rows();
 
 bool has_modes(const Function& f);  // false for the rounding family
+// The name of mode m in headings and tables: "-" for the rounding family.
+const char* mode_label(const Function& f, int m);
 int arity(Shape s);                 // 1 or 2
 
 // Something that fills an array: a kernel, a front-end or a peer.

@@ -321,7 +321,7 @@ bool write_html(const std::string& path, const std::vector<FunctionReport>& repo
             const Worst w = worst_over_cpus(r, m);
             const bool over = r.budget[m] && w.value > r.budget[m]->bound;
             h += fmt("<tr><td class='l'><a href='#%s'>%s</a></td><td>%s</td>", r.f->row->name,
-                     r.f->row->name, has_modes(*r.f) ? kModeNames[m] : "-");
+                     r.f->row->name, mode_label(*r.f, m));
             h += fmt("<td class='%s'>%s</td><td>%s</td><td>%s</td>", over ? "over" : "",
                      err_text(w.value, relative(r, m)).c_str(),
                      w.cpu >= 0 ? kCpuLabels[w.cpu] : "-", budget_text(r.budget[m]).c_str());
@@ -357,7 +357,7 @@ bool write_html(const std::string& path, const std::vector<FunctionReport>& repo
             h += fmt("<th>%d %s</th>", cpu, kCpuLabels[cpu]);
         h += "<th>budget</th></tr>";
         for (int m = 0; m < modes; ++m) {
-            h += fmt("<tr><td class='l'>%s</td>", has_modes(f) ? kModeNames[m] : "-");
+            h += fmt("<tr><td class='l'>%s</td>", mode_label(f, m));
             for (int cpu = kCpuTypes - 1; cpu >= 0; --cpu) {
                 if (!r.acc.ran[cpu][m]) {
                     h += "<td>-</td>";
@@ -387,7 +387,7 @@ bool write_html(const std::string& path, const std::vector<FunctionReport>& repo
             h += fmt("<th>%d %s</th>", cpu, kCpuLabels[cpu]);
         h += "</tr>";
         for (int m = 0; m < modes; ++m) {
-            h += fmt("<tr><td class='l'>%s</td>", has_modes(f) ? kModeNames[m] : "-");
+            h += fmt("<tr><td class='l'>%s</td>", mode_label(f, m));
             for (int cpu = kCpuTypes - 1; cpu >= 0; --cpu)
                 h += r.timed[cpu][m] ? fmt("<td>%.2f / %.2f</td>", r.ns[cpu][m][0], r.ns[cpu][m][1])
                                      : std::string("<td>-</td>");

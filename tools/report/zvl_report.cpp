@@ -163,8 +163,7 @@ void print_function(const FunctionReport& r) {
     std::printf("    budget\n");
     for (int m = 0; m < modes; ++m) {
         const bool rel = r.budget[m] && r.budget[m]->relative;
-        std::printf("  %-4s %-24s", has_modes(f) ? kModeNames[m] : "-",
-                    rel ? "(relative)" : "(ulp)");
+        std::printf("  %-4s %-24s", mode_label(f, m), rel ? "(relative)" : "(ulp)");
         for (int cpu = kCpuTypes - 1; cpu >= 0; --cpu) {
             if (!r.acc.ran[cpu][m]) {
                 std::printf("%10s", "-");
@@ -182,7 +181,7 @@ void print_function(const FunctionReport& r) {
     for (int cpu = kCpuTypes - 1; cpu >= 0; --cpu) std::printf("%13s", kCpuLabels[cpu]);
     std::printf("\n");
     for (int m = 0; m < modes; ++m) {
-        std::printf("  %-4s %-24s", has_modes(f) ? kModeNames[m] : "-", "");
+        std::printf("  %-4s %-24s", mode_label(f, m), "");
         for (int cpu = kCpuTypes - 1; cpu >= 0; --cpu) {
             if (!r.timed[cpu][m]) {
                 std::printf("%13s", "-");
@@ -224,7 +223,7 @@ void print_summary(const std::vector<FunctionReport>& reports, int head) {
                               speedup(r, head, m, 1));
             }
             std::printf("%-9s %-4s %12s %-5s %-14s %-4s %15s %15s %15s\n", r.f->row->name,
-                        has_modes(*r.f) ? kModeNames[m] : "-", error_text(w.value, rel).c_str(),
+                        mode_label(*r.f, m), error_text(w.value, rel).c_str(),
                         w.cpu >= 0 ? kCpuLabels[w.cpu] : "-", budget_text(r.budget[m]).c_str(),
                         r.budget[m] ? (ok ? "ok" : "OVER") : "", ns, base, up);
         }

@@ -91,7 +91,7 @@ bool run(const Function& f, const Options& o, const Budgets& budgets) {
                 verdict = (in ? "ok   " : "OVER ") + verdict;
             }
             std::printf("%d %s   %-4s %11.4g %12.4g  %s\n", cpu, kCpuLabels[cpu],
-                        has_modes(f) ? kModeNames[m] : "-", s.max_ulp, s.max_rel, verdict.c_str());
+                        mode_label(f, m), s.max_ulp, s.max_rel, verdict.c_str());
             print_worst(t, s);
         }
     }

@@ -97,6 +97,13 @@ void front_dx(const void* f, int32_t n, const double* a, const double* b, double
     });
 }
 
+// The kernel of one cpu type and mode from a function's KernelSet<K>.
+template <class K>
+const void* kernel_of(const Function& f, int cpu, Mode mode) {
+    return reinterpret_cast<const void*>(
+        static_cast<const zvl::KernelSet<K>*>(f.kernel_set)->k[cpu][mode]);
+}
+
 }  // namespace
 
 List<Function> functions() {
@@ -122,24 +129,14 @@ const char* mode_label(const Function& f, int m) { return has_modes(f) ? kModeNa
 int arity(Shape s) { return s == Shape::D2 || s == Shape::DX ? 2 : 1; }
 
 Callable kernel(const Function& f, int cpu, Mode mode) {
-    const void* k = nullptr;
     switch (f.shape) {
-        case Shape::D1:
-            k = reinterpret_cast<const void*>(
-                static_cast<const zvl::KernelSet<zvl::KernelD1>*>(f.kernel_set)->k[cpu][mode]);
-            return {call_d1, k};
-        case Shape::D2:
-            k = reinterpret_cast<const void*>(
-                static_cast<const zvl::KernelSet<zvl::KernelD2>*>(f.kernel_set)->k[cpu][mode]);
-            return {call_d2, k};
-        case Shape::DX:
-            k = reinterpret_cast<const void*>(
-                static_cast<const zvl::KernelSet<zvl::KernelDx>*>(f.kernel_set)->k[cpu][mode]);
-            return {call_dx, k};
+        case Shape::D1: return {call_d1, kernel_of<zvl::KernelD1>(f, cpu, mode)};
+        case Shape::D2: return {call_d2, kernel_of<zvl::KernelD2>(f, cpu, mode)};
+        case Shape::DX: return {call_dx, kernel_of<zvl::KernelDx>(f, cpu, mode)};
         case Shape::R1:
-            k = reinterpret_cast<const void*>(
-                static_cast<const zvl::RoundingSet<zvl::KernelD1>*>(f.kernel_set)->k[cpu]);
-            return {call_d1, k};
+            return {call_d1, reinterpret_cast<const void*>(
+                                 static_cast<const zvl::RoundingSet<zvl::KernelD1>*>(f.kernel_set)
+                                     ->k[cpu])};
     }
     return {nullptr, nullptr};
 }

@@ -26,33 +26,26 @@ Fn bound(std::atomic<Fn>& cell, const Fn (&copies)[6]) {
     return f;
 }
 
-#define ZVL_DISPATCHER(ret, name, params, args)                      \
-    std::atomic<ret(*) params> g_##name{nullptr};                    \
-    constexpr ret(*const k_##name[6]) params = ZVL_COPIES(name);
-
-ZVL_DISPATCHER(uint32_t, get_mode, (), ())
-ZVL_DISPATCHER(uint32_t, set_mode, (uint32_t), (mode))
-ZVL_DISPATCHER(int32_t, get_status, (), ())
-ZVL_DISPATCHER(int32_t, set_status, (int32_t), (status))
-ZVL_DISPATCHER(int32_t, clear_status, (), ())
-ZVL_DISPATCHER(ZVLErrorCallback, get_callback, (), ())
-ZVL_DISPATCHER(ZVLErrorCallback, set_callback, (ZVLErrorCallback), (f))
-ZVL_DISPATCHER(ZVLErrorCallback, clear_callback, (), ())
-ZVL_DISPATCHER(const void*, set_array_base, (const void*), (base))
-
 }  // namespace
 
-uint32_t get_mode() { return bound(g_get_mode, k_get_mode)(); }
-uint32_t set_mode(uint32_t mode) { return bound(g_set_mode, k_set_mode)(mode); }
-int32_t get_status() { return bound(g_get_status, k_get_status)(); }
-int32_t set_status(int32_t status) { return bound(g_set_status, k_set_status)(status); }
-int32_t clear_status() { return bound(g_clear_status, k_clear_status)(); }
-ZVLErrorCallback get_callback() { return bound(g_get_callback, k_get_callback)(); }
-ZVLErrorCallback set_callback(ZVLErrorCallback f) { return bound(g_set_callback, k_set_callback)(f); }
-ZVLErrorCallback clear_callback() { return bound(g_clear_callback, k_clear_callback)(); }
-const void* set_array_base(const void* base) {
-    return bound(g_set_array_base, k_set_array_base)(base);
-}
+// The dispatcher `name`: its cell, the six copies, and the function that
+// calls the bound one.
+#define ZVL_DISPATCHER(ret, name, params, args)                        \
+    namespace {                                                        \
+    std::atomic<ret(*) params> g_##name{nullptr};                      \
+    constexpr ret(*const k_##name[6]) params = ZVL_COPIES(name);       \
+    }                                                                  \
+    ret name params { return bound(g_##name, k_##name) args; }
+
+ZVL_DISPATCHER(uint32_t, get_mode, (), ())
+ZVL_DISPATCHER(uint32_t, set_mode, (uint32_t mode), (mode))
+ZVL_DISPATCHER(int32_t, get_status, (), ())
+ZVL_DISPATCHER(int32_t, set_status, (int32_t status), (status))
+ZVL_DISPATCHER(int32_t, clear_status, (), ())
+ZVL_DISPATCHER(ZVLErrorCallback, get_callback, (), ())
+ZVL_DISPATCHER(ZVLErrorCallback, set_callback, (ZVLErrorCallback f), (f))
+ZVL_DISPATCHER(ZVLErrorCallback, clear_callback, (), ())
+ZVL_DISPATCHER(const void*, set_array_base, (const void* base), (base))
 
 }  // namespace zvl
 

@@ -42,6 +42,13 @@ Shares shares(int32_t s, int32_t c, int32_t l) {
             static_cast<double>(per_core - 1) / others};
 }
 
+// acc plus the costs of the shares, added in this order.
+float plus_fork_costs(float acc, const Shares& sh) {
+    acc = acc + static_cast<float>(sh.a) * 9000.0f;
+    acc = acc + static_cast<float>(sh.b) * 60000.0f;
+    return acc + static_cast<float>(sh.c) * 500000.0f;
+}
+
 template <size_t N>
 double entry(const std::array<double, N>& table, int32_t slot) {
     const int64_t i = int64_t{slot} + threshold_cpu_type;
@@ -96,10 +103,7 @@ int32_t split(const std::array<double, N>& table, int32_t* threads, int32_t n, i
         // With one processor left the shares are 0/0 and the total turns
         // NaN; its reach never meets n and nothing is left to take away.
         if (l == 1) break;
-        const Shares sh = shares(s, c, l);
-        acc = acc + static_cast<float>(sh.a) * 9000.0f;
-        acc = acc + static_cast<float>(sh.b) * 60000.0f;
-        acc = acc + static_cast<float>(sh.c) * 500000.0f;
+        acc = plus_fork_costs(acc, shares(s, c, l));
     }
     if (t > *threads) t = *threads;
     *threads = t;
@@ -115,9 +119,8 @@ int32_t truncate_to_int(float x) {
 
 float fork_cost_of(TopologyCounts n) {
     if (n.logical <= 1 || n.packages < 1 || n.cores < 1) return -1.0f;
-    const Shares sh = shares(n.packages, n.cores, n.logical);
-    return static_cast<float>(sh.a) * 9000.0f + static_cast<float>(sh.b) * 60000.0f +
-           static_cast<float>(sh.c) * 500000.0f;
+    // 0 + x is x exactly: the three costs summed from the first
+    return plus_fork_costs(0.0f, shares(n.packages, n.cores, n.logical));
 }
 
 void set_fork_topology(TopologyCounts counts) {

@@ -95,9 +95,12 @@ struct DivHA : PerVector<DivHA> {
 };
 
 // --- HA, types 0 to 2: the scalar form --------------------------------------
-// Types 1 and 2 divide two elements per round (divpd) under the short MXCSR
-// guard and then test each in order; the remainder, and all of type 0 under
-// the x87 0x200 guard, go one element at a time. a is null for Inv.
+// Two elements per round (divpd), then each tested in order; the remainder
+// goes one element at a time. Type 0 takes pairs as well: the quotients, the
+// reports and their order are those of one element at a time, and a lone
+// divsd per element would run at half the speed of a plain loop. Types 1
+// and 2 run under the short MXCSR guard, type 0 under the x87 0x200 guard.
+// a is null for Inv.
 
 template <int Cpu>
 inline void div_ha_scalar_form(int32_t n, const double* a, const double* b, double* r,
@@ -126,8 +129,7 @@ inline void div_ha_scalar_form(int32_t n, const double* a, const double* b, doub
                 report<Cpu>(ZVL_STATUS_SING, at + l, a == nullptr ? b : a, b, r, name);
         }
     };
-    if constexpr (Cpu >= 1)
-        for (; i + V::lanes <= n; i += V::lanes) round(V{}, i);
+    for (; i + V::lanes <= n; i += V::lanes) round(V{}, i);
     for (; i < n; ++i) round(Scalar{}, i);
 }
 

@@ -34,6 +34,9 @@
 //
 //   F::checked_block<V, NV>(x, y) / (x, z, y)  computes the block and returns
 //                            true when every element passes the range test
+//   F::checked_block_at<V, NV>(src, x, y)  the same, for a one-input family
+//                            that also reads the block's inputs from memory
+//                            (src, the block's first element) as integers
 //   F::element(&x, &y) / F::element(&x, &z, &y)
 //
 // Restartable<F> gives a one-input scratch-form family these two members.
@@ -183,6 +186,15 @@ inline void scratch_2i(int32_t n, const double* a, const double* b, double* r,
     scratch_loop<Cpu, V, W, F, 2>(f, n, a, b, r, name);
 }
 
+// True when F has checked_block_at<V, NV>.
+template <class F, class V, int NV, class = void>
+struct ReadsBlockInputs : std::false_type {};
+template <class F, class V, int NV>
+struct ReadsBlockInputs<F, V, NV,
+                        std::void_t<decltype(F::template checked_block_at<V, NV>(
+                            std::declval<const double*>(), std::declval<const typename V::vd*>(),
+                            std::declval<typename V::vd*>()))>> : std::true_type {};
+
 template <int Cpu, class F, int NIn>
 __attribute__((noinline)) void restart_elements(int32_t from, int32_t to, const double* a,
                                                 const double* b, double* r, const char* name) {
@@ -211,6 +223,8 @@ __attribute__((always_inline)) inline void restart_loop(int32_t n, const double*
         if constexpr (NIn == 2) {
             for (int j = 0; j < NV; ++j) z[j] = V::load(b + base + j * V::lanes);
             ok = F::template checked_block<V, NV>(x, z, y);
+        } else if constexpr (ReadsBlockInputs<F, V, NV>::value) {
+            ok = F::template checked_block_at<V, NV>(a + base, x, y);
         } else {
             ok = F::template checked_block<V, NV>(x, y);
         }

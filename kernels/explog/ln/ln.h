@@ -134,9 +134,10 @@ struct LnOnePart : PerVector<LnOnePart<Poly>>, LnSpecial {
 using LnB = LnOnePart<LnPoly6>;
 using LnC = LnOnePart<LnPoly3>;
 
-// --- D, E: pivot 0.7495, restart form (through Restartable) ----------------
+// --- D, E: pivot 0.7495, restart form (through RestartD and Restartable) ---
 
-struct LnD : PerVector<LnD>, LnSpecial {
+struct LnD : LnSpecial {
+    static constexpr const double* table = &zvl::kLnTableD[0][0];
     // ln2 to 42 bits and the rest: n*ln2_hi + T_hi is exact
     static constexpr double ln2_hi = from_bits(0x3fe62e42fefa3800);  // 0.6931471805598903
     static constexpr double ln2_lo = from_bits(0x3d2ef35793c76730);  // 5.497923018708371e-14
@@ -147,10 +148,8 @@ struct LnD : PerVector<LnD>, LnSpecial {
     static constexpr double c5 = from_bits(0x3fc9999b39037e04);  // 0.20000019344205111
 
     template <class V>
-    static typename V::vd eval(typename V::vd x) {
+    static typename V::vd finish(const PartsD<V>& s) {
         using vd = typename V::vd;
-        PartsD<V> s;
-        split_parts_d<V>(x, &zvl::kLnTableD[0][0], s);
         const vd r = V::add(s.a, s.b);
         vd p = V::mul_add(V::splat(c5), r, V::splat(c4));
         p = V::mul_add(p, r, V::splat(c3));
@@ -192,7 +191,7 @@ inline void ln_ha(int32_t n, const double* a, double* r, const char* name) {
         scratch_1i<Cpu, V, 16, LnA>(n, a, r, name);
     } else {
         MxcsrGuard<0> g;
-        restart_1i<Cpu, V, Cpu == 0 ? 2 : 4, Restartable<LnD>>(n, a, r, name);
+        restart_1i<Cpu, V, Cpu == 0 ? 2 : 4, RestartD<LnD>>(n, a, r, name);
     }
 }
 

@@ -16,13 +16,18 @@
 //     768 rows 2^-10 apart (c = 0.75 + j/1024), |r| <= 2^-10.58. Adding
 //     1.5*2^20 rounds m to a multiple of 2^-32: the sum minus the shifter is
 //     m_hi, and the sum's low word is m's fraction in units of 2^-32, from
-//     which the row follows by one add and one shift.
+//     which the row follows by one add and one shift. The HA kernels take
+//     the same row from the input's pattern in 64-bit integer arithmetic
+//     (row_d), which leaves the vector units to the arithmetic.
 //
 // Rows are 32 bytes, two 16-byte pairs: the reductions give each lane's
 // pair index (2 * row) for gather_pairs.
 //
 // Included inside the unnamed namespace of the units (see isa.h).
 #pragma once
+
+#include <cstdint>
+#include <cstring>
 
 #include "kernels/common/isa.h"
 #include "kernels/common/lanes.h"
@@ -34,11 +39,17 @@ namespace {
 // [0x00100000, 0x7fefffff], which the addition moves to [2^21, 2^31);
 // negatives stay negative (or wrap to [0, 2^20)), zeros and denormals land
 // in [2^20, 2^21), and the all-ones exponent wraps into the negative range.
-// One bit per lane.
+// All ones in the words of refused lanes.
+template <class L>
+inline typename L::vi refused_words(typename L::vi h) {
+    return L::lt(L::add(h, L::splat(0x00100000)), L::splat(0x00200000));
+}
+
+// The same test as one bit per lane.
 template <class V>
 inline int log_refused(typename V::vd x) {
     using L = Lanes<V::lanes>;
-    return L::mask(L::lt(L::add(L::hi32(x), L::splat(0x00100000)), L::splat(0x00200000)));
+    return L::mask(refused_words<L>(L::hi32(x)));
 }
 
 // The test of the EP kernels that scale denormals in line: one bit per lane
@@ -106,7 +117,32 @@ struct PivotD {
     // masking with 1023 << 1 gives the pair index.
     static constexpr int32_t row_bias = 0x40200000;
     static constexpr int32_t pair_mask = 1023 << 1;
+    // (1 - pivot) * 2^53, the distance of 1's pattern from the pivot's
+    static constexpr uint64_t one_offset = 0x0008040000000000;
 };
+
+// The pivot's low word is zero, so the high word of bits(x) - pivot is the
+// high word h of x minus the pivot's, with no borrow: k comes from h.
+static_assert((PivotD::pivot & 0xffffffff) == 0, "k is taken from the high words");
+
+template <class L>
+inline typename L::vi exponent_d(typename L::vi h) {
+    return L::template srai<20>(L::sub(h, L::splat(static_cast<int32_t>(PivotD::pivot >> 32))));
+}
+
+// The row split_d picks, from the bit pattern of x in 64-bit integer
+// arithmetic. f is (m - p) * 2^53 below 1; from 1 on the pattern's unit is
+// twice as large, and f + (f - one_offset) is that product again. split_d
+// rounds m to a multiple of 2^-32 and then truncates to the 2^-10 rows;
+// since the row edges are multiples of 2^-11, that equals truncating m +
+// 2^-33 (a tie 2^-33 below an edge rounds to the edge, which is even). Any
+// pattern gives a row in [0, 767].
+constexpr uint32_t row_d(uint64_t x_bits) {
+    const uint64_t f = (x_bits - PivotD::pivot) & 0x000fffffffffffff;
+    const uint64_t past_one = f - PivotD::one_offset;
+    const uint64_t scaled = f + (static_cast<int64_t>(past_one) > 0 ? past_one : 0);
+    return static_cast<uint32_t>((scaled + (uint64_t{1} << 20)) >> 43);
+}
 
 template <class V>
 struct SplitD {
@@ -135,22 +171,96 @@ inline void exact_parts(typename V::vd m_hi, typename V::vd m_lo, typename V::vd
 }
 
 // The HA form of the pivot-0.7495 reduction, over a table of rows R, T_hi,
-// T_lo, 0: k, the row's T in two parts, and r in two exact parts.
+// T_lo, 0: k, the row's T in two parts, and r in two exact parts. The rows
+// come from row_d, and k and the special-lane test from the high words.
 template <class V>
 struct PartsD {
     typename V::vd k, T_hi, T_lo, a, b;
 };
 
+// The parts of one vector x, given its k and its lanes' pair indices.
 template <class V>
-inline void split_parts_d(typename V::vd x, const double* table, PartsD<V>& p) {
-    typename V::vd R, zero;
-    SplitD<V> s;
-    split_d<V>(x, s);
-    V::gather_pairs(table, s.pair, R, p.T_hi);
-    V::gather_pairs(table + 2, s.pair, p.T_lo, zero);
-    p.k = s.k;
-    exact_parts<V>(s.m_hi, s.m_lo, R, p.a, p.b);
+inline void parts_d(typename V::vd x, typename V::vd k, const uint32_t* pair,
+                    const double* table, PartsD<V>& p) {
+    using vd = typename V::vd;
+    const vd P = splat_bits<V>(PivotD::pivot);
+    const vd m = V::add_i64(V::and_(V::sub_i64(x, P), splat_bits<V>(0x000fffffffffffff)), P);
+    const vd m_hi = V::sub(V::add(m, V::splat(PivotD::shifter)), V::splat(PivotD::shifter));
+    vd R, zero;
+    V::gather_pairs(table, pair, R, p.T_hi);
+    V::gather_pairs(table + 2, pair, p.T_lo, zero);
+    p.k = k;
+    exact_parts<V>(m_hi, V::sub(m, m_hi), R, p.a, p.b);
 }
+
+// One element (the element routine and the callouts).
+inline void split_parts_d(double x, const double* table, PartsD<Scalar>& p) {
+    using L = Lanes<1>;
+    const uint32_t pair[1] = {2 * row_d(zvl::bits(x))};
+    parts_d<Scalar>(x, L::to_double(exponent_d<L>(L::hi32(x))), pair, table, p);
+}
+
+// A block of NV vectors x, whose first element is at src: the parts of each
+// vector, and one bit per refused lane (log_refused). The rows are taken
+// from the inputs read again from memory as 64-bit integers, so that the
+// integer units do the index work beside the vector arithmetic, which is
+// what bounds these kernels; the empty asm keeps the compiler from taking
+// the patterns out of x's registers instead. SSE blocks take their vectors
+// in pairs for k and the test, four lanes to the 32-bit instruction.
+template <class V, int NV>
+inline int split_block_d(const double* src, const typename V::vd* x, const double* table,
+                         PartsD<V>* p) {
+    using vd = typename V::vd;
+    using L = Lanes<V::lanes>;
+    __asm__("" : "+r"(src));
+    uint32_t pair[NV * V::lanes];
+    for (int l = 0; l < NV * V::lanes; ++l) {
+        uint64_t b;
+        std::memcpy(&b, src + l, sizeof b);
+        pair[l] = 2 * row_d(b);
+    }
+    vd k[NV];
+    int refused = 0;
+    if constexpr (V::lanes == 2 && NV % 2 == 0) {
+        for (int j = 0; j < NV; j += 2) {
+            const typename L::vi h = L::hi32_pair(x[j], x[j + 1]);
+            const typename L::vi e = exponent_d<L>(h);
+            k[j] = L::to_double(e);
+            k[j + 1] = L::to_double_upper(e);
+            refused |= L::mask_pair(refused_words<L>(h)) << (j * 2);
+        }
+    } else {
+        for (int j = 0; j < NV; ++j) {
+            const typename L::vi h = L::hi32(x[j]);
+            k[j] = L::to_double(exponent_d<L>(h));
+            refused |= L::mask(refused_words<L>(h)) << (j * V::lanes);
+        }
+    }
+    for (int j = 0; j < NV; ++j) parts_d<V>(x[j], k[j], pair + j * V::lanes, table, p[j]);
+    return refused;
+}
+
+// The restart form of the HA kernels over this reduction (Ln D, Log10 HA):
+// F gives `table`, finish<V>(parts) for the result and the callout; the
+// refused lanes are those of log_refused.
+template <class F>
+struct RestartD : F {
+    template <class V, int NV>
+    static bool checked_block_at(const double* src, const typename V::vd* x,
+                                 typename V::vd* y) {
+        PartsD<V> p[NV];
+        const int refused = split_block_d<V, NV>(src, x, F::table, p);
+        for (int j = 0; j < NV; ++j) y[j] = F::template finish<V>(p[j]);
+        return refused == 0;
+    }
+    static int32_t element(const double* x, double* y) {
+        if (log_refused<Scalar>(*x) != 0) return F::callout(x, y);
+        PartsD<Scalar> p;
+        split_parts_d(*x, F::table, p);
+        *y = F::template finish<Scalar>(p);
+        return 0;
+    }
+};
 
 // The EP form of the pivot-0.7495 reduction, which takes denormals in line:
 // they are scaled by 2^52 first (`tiny` marks them, for the caller's

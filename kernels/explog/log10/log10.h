@@ -23,7 +23,7 @@ namespace {
 template <int Cpu>
 inline void log10_ha(int32_t n, const double* a, double* r, const char* name) {
     MxcsrGuard<0> g;
-    restart_1i<Cpu, V, Cpu == 0 ? 2 : 4, Restartable<Log10HA>>(n, a, r, name);
+    restart_1i<Cpu, V, Cpu == 0 ? 2 : 4, RestartD<Log10HA>>(n, a, r, name);
 }
 
 template <int Cpu>

@@ -155,8 +155,8 @@ struct LnD : LnSpecial {
         p = V::mul_add(p, r, V::splat(c3));
         p = V::mul_add(p, r, V::splat(c2));
         // as in A: k*ln2_hi + T_hi is 0 only on the row of 1 with k = 0;
-        // elsewhere |T_hi| > |a|. a is 0 or at least 2^-32, which b stays
-        // below.
+        // elsewhere |T_hi| > |a|. a is 0 or at least m_hi's last unit
+        // (2^-33 below 1, 2^-32 above), which b stays below.
         return two_part_sum<V>(s.k, ln2_hi, ln2_lo, s.T_hi, s.T_lo, s.a, s.b,
                                V::mul(p, V::mul(r, r)));
     }

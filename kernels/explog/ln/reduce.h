@@ -18,7 +18,9 @@
 //     m_hi, and the sum's low word is m's fraction in units of 2^-32, from
 //     which the row follows by one add and one shift. The HA kernels take
 //     the same row from the input's pattern in 64-bit integer arithmetic
-//     (row_d), which leaves the vector units to the arithmetic.
+//     (row_d), which leaves the vector units to the arithmetic, and cut m_hi
+//     by clearing the pattern's low 20 bits: 33 bits or fewer in both
+//     binades, m_lo in [0, 2^-32).
 //
 // Rows are 32 bytes, two 16-byte pairs: the reductions give each lane's
 // pair index (2 * row) for gather_pairs.
@@ -185,7 +187,7 @@ inline void parts_d(typename V::vd x, typename V::vd k, const uint32_t* pair,
     using vd = typename V::vd;
     const vd P = splat_bits<V>(PivotD::pivot);
     const vd m = V::add_i64(V::and_(V::sub_i64(x, P), splat_bits<V>(0x000fffffffffffff)), P);
-    const vd m_hi = V::sub(V::add(m, V::splat(PivotD::shifter)), V::splat(PivotD::shifter));
+    const vd m_hi = V::and_(m, splat_bits<V>(0xfffffffffff00000));
     vd R, zero;
     V::gather_pairs(table, pair, R, p.T_hi);
     V::gather_pairs(table + 2, pair, p.T_lo, zero);

@@ -154,11 +154,10 @@ struct LnD : LnSpecial {
         vd p = V::mul_add(V::splat(c5), r, V::splat(c4));
         p = V::mul_add(p, r, V::splat(c3));
         p = V::mul_add(p, r, V::splat(c2));
-        // as in A: k*ln2_hi + T_hi is 0 only on the row of 1 with k = 0;
-        // elsewhere |T_hi| > |a|. a is 0 or at least m_hi's last unit
-        // (2^-33 below 1, 2^-32 above), which b stays below.
-        return two_part_sum<V>(s.k, ln2_hi, ln2_lo, s.T_hi, s.T_lo, s.a, s.b,
-                               V::mul(p, V::mul(r, r)));
+        // k*ln2_hi + T_hi is 0 only on the row of 1 with k = 0, where R is
+        // 1 and r = m - 1 exactly; elsewhere it exceeds |r|.
+        return two_part_sum_r<V>(s.k, ln2_hi, ln2_lo, s.T_hi, s.T_lo, s.a, s.b, r,
+                                 V::mul(p, V::mul(r, r)));
     }
 };
 

@@ -313,4 +313,25 @@ inline typename V::vd two_part_sum(typename V::vd k, double L_hi, double L_lo,
     return V::add(z, lo);
 }
 
+// The same sum for the pivot-0.7495 kernels (Ln D, Log10 HA), which have
+// r = a + b rounded for their polynomials: y = hi + r rounds, and both
+// roundings' errors come together as e = ((hi - y) + a) + b. hi - y is
+// exact (hi is zero or larger than r), and so is its sum with a: hi - y is
+// -r less y's rounding error, which leaves b less the two errors, below
+// 2^-31 in size, while hi, y and a are all multiples of 2^-65 (hi of its
+// table's unit, |y| >= 2^-13 unless hi is 0, where hi - y is -r and a - r
+// is exact; a of 2^-52, or 2^-60 scaled for Log10). So e is the errors'
+// sum rounded once, and the sum takes three additions fewer than the
+// general form above.
+template <class V>
+inline typename V::vd two_part_sum_r(typename V::vd k, double L_hi, double L_lo,
+                                     typename V::vd T_hi, typename V::vd T_lo, typename V::vd a,
+                                     typename V::vd b, typename V::vd r, typename V::vd tail) {
+    using vd = typename V::vd;
+    const vd hi = V::mul_add(k, V::splat(L_hi), T_hi);
+    const vd y = V::add(hi, r);
+    const vd e = V::add(V::add(V::sub(hi, y), a), b);
+    return V::add(y, V::add(V::add(tail, V::mul_add(k, V::splat(L_lo), T_lo)), e));
+}
+
 }  // namespace

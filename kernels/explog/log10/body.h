@@ -74,10 +74,10 @@ struct Log10HA : Log10Special {
         P = V::mul_add(P, w, V::splat(c3));
         P = V::mul_add(P, w, V::splat(c2));
         // k*log10_2_hi + T_hi is 0 only on the row of 1 with k = 0, where
-        // T_hi is 0; elsewhere |T_hi| > |w_a|. w_a is 0 or at least 2^-33 *
-        // w_scale, which w_b stays below.
-        return two_part_sum<V>(k, log10_2_hi, log10_2_lo, s.T_hi, s.T_lo, w_a, w_b,
-                               V::mul_add(V::mul(w, w), P, V::mul(w, V::splat(d))));
+        // R is 1 and w_a + w_b is exact (m - 1 times 111/256); elsewhere it
+        // exceeds |w|.
+        return two_part_sum_r<V>(k, log10_2_hi, log10_2_lo, s.T_hi, s.T_lo, w_a, w_b, w,
+                                 V::mul_add(V::mul(w, w), P, V::mul(w, V::splat(d))));
     }
 };
 

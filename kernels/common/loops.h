@@ -208,32 +208,55 @@ __attribute__((noinline)) void restart_elements(int32_t from, int32_t to, const 
     }
 }
 
+// One block at `base`: computed, then stored or restarted.
+template <int Cpu, class V, int W, class F, int NIn>
+inline void restart_block(int32_t base, const double* a, const double* b, double* r,
+                          const char* name) {
+    using vd = typename V::vd;
+    constexpr int NV = W / V::lanes;
+    vd x[NV], z[NV], y[NV];
+    for (int j = 0; j < NV; ++j) x[j] = V::load(a + base + j * V::lanes);
+    bool ok;
+    if constexpr (NIn == 2) {
+        for (int j = 0; j < NV; ++j) z[j] = V::load(b + base + j * V::lanes);
+        ok = F::template checked_block<V, NV>(x, z, y);
+    } else if constexpr (ReadsBlockInputs<F, V, NV>::value) {
+        ok = F::template checked_block_at<V, NV>(a + base, x, y);
+    } else {
+        ok = F::template checked_block<V, NV>(x, y);
+    }
+    if (__builtin_expect(ok, 1)) {
+        for (int j = 0; j < NV; ++j) V::store(r + base + j * V::lanes, y[j]);
+    } else {
+        restart_elements<Cpu, F, NIn>(base, base + W, a, b, r, name);
+    }
+}
+
 template <int Cpu, class V, int W, class F, int NIn>
 __attribute__((always_inline)) inline void restart_loop(int32_t n, const double* a,
                                                         const double* b, double* r,
                                                         const char* name) {
     using vd = typename V::vd;
-    constexpr int NV = W / V::lanes;
     if (n <= 0) return;
     const int32_t m = n & ~(W - 1);
-    for (int32_t base = 0; base < m; base += W) {
-        vd x[NV], z[NV], y[NV];
-        for (int j = 0; j < NV; ++j) x[j] = V::load(a + base + j * V::lanes);
-        bool ok;
-        if constexpr (NIn == 2) {
-            for (int j = 0; j < NV; ++j) z[j] = V::load(b + base + j * V::lanes);
-            ok = F::template checked_block<V, NV>(x, z, y);
-        } else if constexpr (ReadsBlockInputs<F, V, NV>::value) {
-            ok = F::template checked_block_at<V, NV>(a + base, x, y);
-        } else {
-            ok = F::template checked_block<V, NV>(x, y);
-        }
-        if (__builtin_expect(ok, 1)) {
-            for (int j = 0; j < NV; ++j) V::store(r + base + j * V::lanes, y[j]);
-        } else {
-            restart_elements<Cpu, F, NIn>(base, base + W, a, b, r, name);
+    int32_t base = 0;
+    if constexpr (NIn == 1 && W == V::lanes && ReadsBlockInputs<F, V, 2>::value) {
+        // Blocks of one vector go two to a round, so that a family reading
+        // its inputs shares its integer work between them. A pair with a
+        // failing element runs its blocks again one at a time: each still
+        // passes or restarts on its own, in element order.
+        for (; base + 2 * W <= m; base += 2 * W) {
+            vd x[2], y[2];
+            for (int j = 0; j < 2; ++j) x[j] = V::load(a + base + j * V::lanes);
+            if (__builtin_expect(F::template checked_block_at<V, 2>(a + base, x, y), 1)) {
+                for (int j = 0; j < 2; ++j) V::store(r + base + j * V::lanes, y[j]);
+            } else {
+                restart_block<Cpu, V, W, F, NIn>(base, a, b, r, name);
+                restart_block<Cpu, V, W, F, NIn>(base + W, a, b, r, name);
+            }
         }
     }
+    for (; base < m; base += W) restart_block<Cpu, V, W, F, NIn>(base, a, b, r, name);
     if (m < n) restart_elements<Cpu, F, NIn>(m, n, a, b, r, name);
 }
 

@@ -77,7 +77,7 @@ struct Log10HA : Log10Special {
         // R is 1 and w_a + w_b is exact (m - 1 times 111/256); elsewhere it
         // exceeds |w|.
         return two_part_sum_r<V>(k, log10_2_hi, log10_2_lo, s.T_hi, s.T_lo, w_a, w_b, w,
-                                 V::mul_add(V::mul(w, w), P, V::mul(w, V::splat(d))));
+                                 V::mul(w, V::mul_add(w, P, V::splat(d))));
     }
 };
 

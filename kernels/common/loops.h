@@ -23,9 +23,12 @@
 // A family whose special-lane test needs values from inside the block (the
 // size of an intermediate, not just the inputs) returns the mask from
 // block() instead, bit l for lane l of the block, and has no special(); its
-// remainder runs block<Scalar, 1>. A family that carries data of its own
-// (a scalar second argument and what depends on it alone) is passed as an
-// object `f`; stateless families need not be.
+// remainder runs block<Scalar, 1>. A one-input family may instead have
+// block_at<V, NV>(src, x, y), which also reads the block's inputs from
+// memory (src, the block's first element) and returns that mask; its
+// remainder runs one() and special() as usual. A family that carries data
+// of its own (a scalar second argument and what depends on it alone) is
+// passed as an object `f`; stateless families need not be.
 //
 // Restart form: the block is computed and its range test made; if any lane
 // fails the test the whole block is discarded and each of its elements run
@@ -92,6 +95,17 @@ inline void special_lanes(const F& f, uint32_t mask, const double* xs, const dou
     }
 }
 
+// True when F has block_at<V, NV>(src, x, y): a one-input block that also
+// reads its inputs from memory (src, the block's first element) and returns
+// the special-lane mask.
+template <class F, class V, int NV, class = void>
+struct BlockReadsInputs : std::false_type {};
+template <class F, class V, int NV>
+struct BlockReadsInputs<F, V, NV,
+                        std::void_t<decltype(std::declval<const F&>().template block_at<V, NV>(
+                            std::declval<const double*>(), std::declval<const typename V::vd*>(),
+                            std::declval<typename V::vd*>()))>> : std::true_type {};
+
 // True when F's block<V, NV> returns the special-lane mask itself.
 template <class F, class V, int NV, int NIn>
 constexpr bool block_gives_mask() {
@@ -132,6 +146,8 @@ __attribute__((always_inline)) inline void scratch_loop(const F& f, int32_t n, c
                     mask |= static_cast<uint32_t>(lane_bits<V>(f.template special<V>(x[j], z[j])))
                             << (j * V::lanes);
             }
+        } else if constexpr (BlockReadsInputs<F, V, NV>::value) {
+            mask = f.template block_at<V, NV>(a + base, x, y);
         } else if constexpr (block_gives_mask<F, V, NV, 1>()) {
             mask = f.template block<V, NV>(x, y);
         } else {

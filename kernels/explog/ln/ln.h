@@ -54,6 +54,34 @@ struct LnSpecial {
 
 // --- A, B, C: pivot 2/3 -----------------------------------------------------
 
+// What the three share around their result F::from_split<V>(s, pair): the
+// lane formula, and the scratch-form block that takes its pair indices from
+// the inputs' patterns (see pairs_from_inputs) and returns the refused
+// lanes' bits.
+template <class F>
+struct PivotBKernel : PerVector<F>, LnSpecial {
+    template <class V>
+    static typename V::vd eval(typename V::vd x) {
+        SplitB<V> s;
+        split_b<V>(x, s);
+        return F::template from_split<V>(s, s.pair);
+    }
+
+    template <class V, int NV>
+    static int block_at(const double* src, const typename V::vd* x, typename V::vd* y) {
+        uint32_t pair[NV * V::lanes];
+        pairs_from_inputs<NV * V::lanes, pair_b>(src, pair);
+        int refused = 0;
+        for (int j = 0; j < NV; ++j) {
+            SplitB<V> s;
+            split_b<V>(x[j], s);
+            y[j] = F::template from_split<V>(s, pair + j * V::lanes);
+            refused |= log_refused<V>(x[j]) << (j * V::lanes);
+        }
+        return refused;
+    }
+};
+
 // The degree-6 polynomial of A and B: ln(1+r) = r - r^2/2 + c3 r^3 + ... +
 // c6 r^6 within 2^-61.5 relative for |r| <= 2^-9.
 struct LnPoly6 {
@@ -72,21 +100,19 @@ struct LnPoly6 {
     }
 };
 
-struct LnA : PerVector<LnA>, LnSpecial {
+struct LnA : PivotBKernel<LnA> {
     // ln2 in 21 bits and the rest: n*ln2_hi + T_hi is exact, as the table's
     // T_hi (last column) is a multiple of 2^-21
     static constexpr double ln2_hi = from_bits(0x3fe62e4300000000);  // 0.6931471824645996
     static constexpr double ln2_lo = from_bits(0xbe205c610ca86c39);  // -1.904654299957768e-09
 
     template <class V>
-    static typename V::vd eval(typename V::vd x) {
+    static typename V::vd from_split(const SplitB<V>& s, const uint32_t* pair) {
         using vd = typename V::vd;
-        SplitB<V> s;
-        split_b<V>(x, s);
         const double* t = &zvl::kLnTableB[0][0];
         vd R, T, T_lo, T_hi, a, b;
-        V::gather_pairs(t, s.pair, R, T);
-        V::gather_pairs(t + 2, s.pair, T_lo, T_hi);
+        V::gather_pairs(t, pair, R, T);
+        V::gather_pairs(t + 2, pair, T_lo, T_hi);
         exact_parts<V>(s.m_hi, s.m_lo, R, a, b);
         const vd r = V::add(a, b);
         const vd p = LnPoly6::eval<V>(r);
@@ -113,16 +139,14 @@ struct LnPoly3 {
 // B and C: n*ln2 + (((p(r)*r*r + r) + T)) in plain double arithmetic, with
 // the polynomial of degree 6 (B) or 3 (C).
 template <class Poly>
-struct LnOnePart : PerVector<LnOnePart<Poly>>, LnSpecial {
+struct LnOnePart : PivotBKernel<LnOnePart<Poly>> {
     static constexpr double ln2 = from_bits(0x3fe62e42fefa39ef);  // 0.6931471805599453
 
     template <class V>
-    static typename V::vd eval(typename V::vd x) {
+    static typename V::vd from_split(const SplitB<V>& s, const uint32_t* pair) {
         using vd = typename V::vd;
-        SplitB<V> s;
-        split_b<V>(x, s);
         vd R, T, a, b;
-        V::gather_pairs(&zvl::kLnTableB[0][0], s.pair, R, T);
+        V::gather_pairs(&zvl::kLnTableB[0][0], pair, R, T);
         exact_parts<V>(s.m_hi, s.m_lo, R, a, b);
         const vd r = V::add(a, b);
         const vd p = Poly::template eval<V>(r);

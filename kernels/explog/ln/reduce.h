@@ -105,6 +105,14 @@ inline void split_b(typename V::vd x, SplitB<V>& s) {
     s.m_lo = V::sub(m, s.m_hi);
 }
 
+// split_b's pair index from the pattern of x, by the same integer steps in
+// 64-bit registers.
+constexpr uint32_t pair_b(uint64_t x_bits) {
+    const uint64_t m = ((x_bits - PivotB::pivot) & 0x000fffffffffffff) + PivotB::pivot;
+    const uint32_t h = static_cast<uint32_t>(m >> 32) + static_cast<uint32_t>(PivotB::row_bias);
+    return (h >> 11) & PivotB::pair_mask;
+}
+
 // --- pivot 0.74951171875 -----------------------------------------------------
 
 struct PivotD {
@@ -202,25 +210,35 @@ inline void split_parts_d(double x, const double* table, PartsD<Scalar>& p) {
     parts_d<Scalar>(x, L::to_double(exponent_d<L>(L::hi32(x))), pair, table, p);
 }
 
+// The pair indices of the N elements at src, each from its pattern by
+// Pair (pair_b, or twice row_d), read from memory as 64-bit integers: the
+// integer units then do the index work beside the vector arithmetic, which
+// is what bounds the logarithm kernels. The empty asm keeps the compiler
+// from taking the patterns out of the vector registers that hold the same
+// elements instead.
+template <int N, uint32_t (*Pair)(uint64_t)>
+inline void pairs_from_inputs(const double* src, uint32_t* pair) {
+    __asm__("" : "+r"(src));
+    for (int l = 0; l < N; ++l) {
+        uint64_t b;
+        std::memcpy(&b, src + l, sizeof b);
+        pair[l] = Pair(b);
+    }
+}
+
+constexpr uint32_t pair_d(uint64_t x_bits) { return 2 * row_d(x_bits); }
+
 // A block of NV vectors x, whose first element is at src: the parts of each
-// vector, and one bit per refused lane (log_refused). The rows are taken
-// from the inputs read again from memory as 64-bit integers, so that the
-// integer units do the index work beside the vector arithmetic, which is
-// what bounds these kernels; the empty asm keeps the compiler from taking
-// the patterns out of x's registers instead. SSE blocks take their vectors
-// in pairs for k and the test, four lanes to the 32-bit instruction.
+// vector, and one bit per refused lane (log_refused). SSE blocks take
+// their vectors in pairs for k and the test, four lanes to the 32-bit
+// instruction.
 template <class V, int NV>
 inline int split_block_d(const double* src, const typename V::vd* x, const double* table,
                          PartsD<V>* p) {
     using vd = typename V::vd;
     using L = Lanes<V::lanes>;
-    __asm__("" : "+r"(src));
     uint32_t pair[NV * V::lanes];
-    for (int l = 0; l < NV * V::lanes; ++l) {
-        uint64_t b;
-        std::memcpy(&b, src + l, sizeof b);
-        pair[l] = 2 * row_d(b);
-    }
+    pairs_from_inputs<NV * V::lanes, pair_d>(src, pair);
     vd k[NV];
     int refused = 0;
     if constexpr (V::lanes == 2 && NV % 2 == 0) {

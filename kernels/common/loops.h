@@ -248,6 +248,14 @@ inline void restart_block(int32_t base, const double* a, const double* b, double
     }
 }
 
+// The same, kept out of line: the blocks a paired loop takes one at a time.
+template <int Cpu, class V, int W, class F, int NIn>
+__attribute__((noinline)) void restart_block_apart(int32_t base, const double* a,
+                                                   const double* b, double* r,
+                                                   const char* name) {
+    restart_block<Cpu, V, W, F, NIn>(base, a, b, r, name);
+}
+
 template <int Cpu, class V, int W, class F, int NIn>
 __attribute__((always_inline)) inline void restart_loop(int32_t n, const double* a,
                                                         const double* b, double* r,
@@ -255,24 +263,28 @@ __attribute__((always_inline)) inline void restart_loop(int32_t n, const double*
     using vd = typename V::vd;
     if (n <= 0) return;
     const int32_t m = n & ~(W - 1);
-    int32_t base = 0;
     if constexpr (NIn == 1 && W == V::lanes && ReadsBlockInputs<F, V, 2>::value) {
         // Blocks of one vector go two to a round, so that a family reading
         // its inputs shares its integer work between them. A pair with a
         // failing element runs its blocks again one at a time: each still
-        // passes or restarts on its own, in element order.
+        // passes or restarts on its own, in element order. So does an odd
+        // last block.
+        int32_t base = 0;
         for (; base + 2 * W <= m; base += 2 * W) {
             vd x[2], y[2];
             for (int j = 0; j < 2; ++j) x[j] = V::load(a + base + j * V::lanes);
             if (__builtin_expect(F::template checked_block_at<V, 2>(a + base, x, y), 1)) {
                 for (int j = 0; j < 2; ++j) V::store(r + base + j * V::lanes, y[j]);
             } else {
-                restart_block<Cpu, V, W, F, NIn>(base, a, b, r, name);
-                restart_block<Cpu, V, W, F, NIn>(base + W, a, b, r, name);
+                restart_block_apart<Cpu, V, W, F, NIn>(base, a, b, r, name);
+                restart_block_apart<Cpu, V, W, F, NIn>(base + W, a, b, r, name);
             }
         }
+        if (base < m) restart_block_apart<Cpu, V, W, F, NIn>(base, a, b, r, name);
+    } else {
+        for (int32_t base = 0; base < m; base += W)
+            restart_block<Cpu, V, W, F, NIn>(base, a, b, r, name);
     }
-    for (; base < m; base += W) restart_block<Cpu, V, W, F, NIn>(base, a, b, r, name);
     if (m < n) restart_elements<Cpu, F, NIn>(m, n, a, b, r, name);
 }
 

@@ -158,7 +158,7 @@ struct LnOnePart : PivotBKernel<LnOnePart<Poly>> {
 using LnB = LnOnePart<LnPoly6>;
 using LnC = LnOnePart<LnPoly3>;
 
-// --- D, E: pivot 0.7495, restart form (through RestartD and Restartable) ---
+// --- D, E: pivot 0.7495, restart form (through RestartLog) ----------------
 
 struct LnD : LnSpecial {
     static constexpr const double* table = &zvl::kLnTableD[0][0];
@@ -185,14 +185,13 @@ struct LnD : LnSpecial {
     }
 };
 
-struct LnE : PerVector<LnE>, LnSpecial {
+struct LnE : LnSpecial {
+    static constexpr const double* table = &zvl::kLnTableD[0][0];
     static constexpr double ln2_52 = 36.043653389117154;  // 52 ln 2, for scaled denormals
 
     template <class V>
-    static typename V::vd eval(typename V::vd x) {
+    static typename V::vd finish(const SplitScaled<V>& s) {
         using vd = typename V::vd;
-        SplitScaled<V> s;
-        split_scaled<V>(x, &zvl::kLnTableD[0][0], s);
         const vd p = LnPoly3::eval<V>(s.r);
         const vd q = V::add(V::mul(V::mul(p, s.r), s.r), s.r);
         const vd kl =
@@ -214,7 +213,7 @@ inline void ln_ha(int32_t n, const double* a, double* r, const char* name) {
         scratch_1i<Cpu, V, 16, LnA>(n, a, r, name);
     } else {
         MxcsrGuard<0> g;
-        restart_1i<Cpu, V, Cpu == 0 ? 2 : 4, RestartD<LnD>>(n, a, r, name);
+        restart_1i<Cpu, V, Cpu == 0 ? 2 : 4, RestartLog<LnD, PartsD>>(n, a, r, name);
     }
 }
 
@@ -231,7 +230,7 @@ inline void ln_ep(int32_t n, const double* a, double* r, const char* name) {
         scratch_1i<Cpu, V, Cpu == 5 ? 16 : 8, LnC>(n, a, r, name);
     } else {
         X87Guard<0x200> g;
-        restart_1i<Cpu, V, 4, Restartable<LnE>>(n, a, r, name);
+        restart_1i<Cpu, V, 4, RestartLog<LnE, SplitScaled>>(n, a, r, name);
     }
 }
 

@@ -16,11 +16,12 @@
 //     768 rows 2^-10 apart (c = 0.75 + j/1024), |r| <= 2^-10.58. Adding
 //     1.5*2^20 rounds m to a multiple of 2^-32: the sum minus the shifter is
 //     m_hi, and the sum's low word is m's fraction in units of 2^-32, from
-//     which the row follows by one add and one shift. The HA kernels take
-//     the same row from the input's pattern in 64-bit integer arithmetic
-//     (row_d), which leaves the vector units to the arithmetic, and cut m_hi
-//     by clearing the pattern's low 20 bits: 33 bits or fewer in both
-//     binades, m_lo in [0, 2^-32).
+//     which the row follows by one add and one shift. That is how the
+//     element routines and callouts take it; the blocks take the same row
+//     from the input's pattern in 64-bit integer arithmetic (row_d), which
+//     leaves the vector units to the arithmetic. The HA kernels cut m_hi by
+//     clearing the pattern's low 20 bits: 33 bits or fewer in both binades,
+//     m_lo in [0, 2^-32).
 //
 // Rows are 32 bytes, two 16-byte pairs: the reductions give each lane's
 // pair index (2 * row) for gather_pairs.
@@ -154,9 +155,11 @@ constexpr uint32_t row_d(uint64_t x_bits) {
     return static_cast<uint32_t>((scaled + (uint64_t{1} << 20)) >> 43);
 }
 
+// k, m and the pair index of each lane, rounded by the shifter: the element
+// routines and callouts take their rows this way, the blocks by row_d.
 template <class V>
 struct SplitD {
-    typename V::vd k, m, m_hi, m_lo;
+    typename V::vd k, m;
     alignas(16) uint32_t pair[V::lanes < 4 ? 4 : V::lanes];
 };
 
@@ -166,8 +169,6 @@ inline void split_d(typename V::vd x, SplitD<V>& s) {
     using L = Lanes<V::lanes>;
     split_pivot<V>(x, PivotD::pivot, s.k, s.m);
     const vd sum = V::add(s.m, V::splat(PivotD::shifter));
-    s.m_hi = V::sub(sum, V::splat(PivotD::shifter));
-    s.m_lo = V::sub(s.m, s.m_hi);
     L::store(s.pair, L::and_(L::template srli<21>(L::add(L::lo32(sum), L::splat(PivotD::row_bias))),
                              L::splat(PivotD::pair_mask)));
 }
@@ -204,10 +205,10 @@ inline void parts_d(typename V::vd x, typename V::vd k, const uint32_t* pair,
 }
 
 // One element (the element routine and the callouts).
-inline void split_parts_d(double x, const double* table, PartsD<Scalar>& p) {
-    using L = Lanes<1>;
-    const uint32_t pair[1] = {2 * row_d(zvl::bits(x))};
-    parts_d<Scalar>(x, L::to_double(exponent_d<L>(L::hi32(x))), pair, table, p);
+inline void split_one(double x, const double* table, PartsD<Scalar>& p) {
+    SplitD<Scalar> s;
+    split_d<Scalar>(x, s);
+    parts_d<Scalar>(x, s.k, s.pair, table, p);
 }
 
 // The pair indices of the N elements at src, each from its pattern by
@@ -233,8 +234,8 @@ constexpr uint32_t pair_d(uint64_t x_bits) { return 2 * row_d(x_bits); }
 // their vectors in pairs for k and the test, four lanes to the 32-bit
 // instruction.
 template <class V, int NV>
-inline int split_block_d(const double* src, const typename V::vd* x, const double* table,
-                         PartsD<V>* p) {
+inline int split_block(const double* src, const typename V::vd* x, const double* table,
+                       PartsD<V>* p) {
     using vd = typename V::vd;
     using L = Lanes<V::lanes>;
     uint32_t pair[NV * V::lanes];
@@ -260,28 +261,6 @@ inline int split_block_d(const double* src, const typename V::vd* x, const doubl
     return refused;
 }
 
-// The restart form of the HA kernels over this reduction (Ln D, Log10 HA):
-// F gives `table`, finish<V>(parts) for the result and the callout; the
-// refused lanes are those of log_refused.
-template <class F>
-struct RestartD : F {
-    template <class V, int NV>
-    static bool checked_block_at(const double* src, const typename V::vd* x,
-                                 typename V::vd* y) {
-        PartsD<V> p[NV];
-        const int refused = split_block_d<V, NV>(src, x, F::table, p);
-        for (int j = 0; j < NV; ++j) y[j] = F::template finish<V>(p[j]);
-        return refused == 0;
-    }
-    static int32_t element(const double* x, double* y) {
-        if (log_refused<Scalar>(*x) != 0) return F::callout(x, y);
-        PartsD<Scalar> p;
-        split_parts_d(*x, F::table, p);
-        *y = F::template finish<Scalar>(p);
-        return 0;
-    }
-};
-
 // The EP form of the pivot-0.7495 reduction, which takes denormals in line:
 // they are scaled by 2^52 first (`tiny` marks them, for the caller's
 // correction of k), and r = m*R - 1 is formed in one rounding.
@@ -290,18 +269,79 @@ struct SplitScaled {
     typename V::vd k, tiny, T, r;
 };
 
+// The pattern whose row scaled_parts takes: x's, or for a positive
+// denormal x that of x * 2^52, by integer steps: with p the place of the
+// fraction's leading bit, x * 2^52 = 2^(p - 1022) * (1 + the bits below).
+// Zero gives 2^-1022 (its lane is refused); the shift count of the unused
+// branch is kept below 64.
+constexpr uint64_t scaled_pattern(uint64_t x_bits) {
+    const int p = 63 - __builtin_clzll(x_bits | 1);
+    const uint64_t scaled = (static_cast<uint64_t>(p + 1) << 52) |
+                            ((x_bits << ((52 - p) & 63)) & 0x000fffffffffffff);
+    return x_bits < 0x0010000000000000 ? scaled : x_bits;
+}
+
+constexpr uint32_t pair_scaled(uint64_t x_bits) { return 2 * row_d(scaled_pattern(x_bits)); }
+
+// One vector's reduction; with pair null its rows are rounded by the
+// shifter.
 template <class V>
-inline void split_scaled(typename V::vd x, const double* table, SplitScaled<V>& s) {
+inline void scaled_parts(typename V::vd x, const uint32_t* pair, const double* table,
+                         SplitScaled<V>& s) {
     using vd = typename V::vd;
     s.tiny = V::lt(x, splat_bits<V>(0x0010000000000000));
     x = V::select(s.tiny, V::mul(x, V::splat(4503599627370496.0)), x);  // 2^52
     SplitD<V> d;
     split_d<V>(x, d);
     vd R;
-    V::gather_pairs(table, d.pair, R, s.T);
+    V::gather_pairs(table, pair ? pair : d.pair, R, s.T);
     s.k = d.k;
     s.r = V::sub(V::mul(d.m, R), V::splat(1.0));
 }
+
+// One element, its row rounded by the shifter.
+inline void split_one(double x, const double* table, SplitScaled<Scalar>& s) {
+    scaled_parts<Scalar>(x, nullptr, table, s);
+}
+
+// A block, the rows from the inputs' patterns; the refused lanes' bits
+// (log_refused_positive).
+template <class V, int NV>
+inline int split_block(const double* src, const typename V::vd* x, const double* table,
+                       SplitScaled<V>* s) {
+    uint32_t pair[NV * V::lanes];
+    pairs_from_inputs<NV * V::lanes, pair_scaled>(src, pair);
+    int refused = 0;
+    for (int j = 0; j < NV; ++j) {
+        scaled_parts<V>(x[j], pair + j * V::lanes, table, s[j]);
+        refused |= log_refused_positive<V>(x[j]) << (j * V::lanes);
+    }
+    return refused;
+}
+
+// The restart form of the pivot-0.7495 kernels: F gives `table`,
+// finish<V>(parts) for the result from its reduction's Parts (PartsD for
+// Ln D and Log10 HA, SplitScaled for Ln E and Log10 EP), special() and the
+// callout. The blocks take their rows from the inputs' patterns, the
+// element routine by the shifter, the same rows.
+template <class F, template <class> class Parts>
+struct RestartLog : F {
+    template <class V, int NV>
+    static bool checked_block_at(const double* src, const typename V::vd* x,
+                                 typename V::vd* y) {
+        Parts<V> p[NV];
+        const int refused = split_block<V, NV>(src, x, F::table, p);
+        for (int j = 0; j < NV; ++j) y[j] = F::template finish<V>(p[j]);
+        return refused == 0;
+    }
+    static int32_t element(const double* x, double* y) {
+        if (F::template special<Scalar>(*x) != 0) return F::callout(x, y);
+        Parts<Scalar> p;
+        split_one(*x, F::table, p);
+        *y = F::template finish<Scalar>(p);
+        return 0;
+    }
+};
 
 // Fast two-sum: s + e == a + b exactly, given that a is zero or its
 // exponent is at least b's.

@@ -56,7 +56,7 @@ struct Log10HA : Log10Special {
     // the product with log10_2_hi stays exact.
     static double one(double x, double shift) {
         PartsD<Scalar> s;
-        split_parts_d(x, table, s);
+        split_one(x, table, s);
         s.k -= shift;
         return finish<Scalar>(s);
     }
@@ -81,7 +81,8 @@ struct Log10HA : Log10Special {
     }
 };
 
-struct Log10EP : PerVector<Log10EP>, Log10Special {
+struct Log10EP : Log10Special {
+    static constexpr const double* table = &zvl::kLog10TableD[0][0];
     static constexpr double log10_2 = zvl::from_bits(0x3fd34413509f79ff);  // 0.3010299956639812
     // log10(e) = 0.43429448190325182, -log10(e)/2, log10(e)/3
     static constexpr double c1 = zvl::from_bits(0x3fdbcb7b1526e50e);
@@ -90,10 +91,8 @@ struct Log10EP : PerVector<Log10EP>, Log10Special {
     static constexpr double log10_2_52 = 15.653559774527022;  // 52 log10(2), for scaled denormals
 
     template <class V>
-    static typename V::vd eval(typename V::vd x) {
+    static typename V::vd finish(const SplitScaled<V>& s) {
         using vd = typename V::vd;
-        SplitScaled<V> s;
-        split_scaled<V>(x, &zvl::kLog10TableD[0][0], s);
         vd q = V::mul_add(V::splat(c3), s.r, V::splat(c2));
         q = V::mul(V::mul_add(q, s.r, V::splat(c1)), s.r);
         const vd kl =

@@ -14,14 +14,14 @@
 //     with its low 32 bits cleared.
 //   pivot 0.74951171875 (Ln variants D and E, Log10): m in [0.7495, 1.499),
 //     768 rows 2^-10 apart (c = 0.75 + j/1024), |r| <= 2^-10.58. Adding
-//     1.5*2^20 rounds m to a multiple of 2^-32: the sum minus the shifter is
-//     m_hi, and the sum's low word is m's fraction in units of 2^-32, from
-//     which the row follows by one add and one shift. That is how the
-//     element routines and callouts take it; the blocks take the same row
-//     from the input's pattern in 64-bit integer arithmetic (row_d), which
-//     leaves the vector units to the arithmetic. The HA kernels cut m_hi by
-//     clearing the pattern's low 20 bits: 33 bits or fewer in both binades,
-//     m_lo in [0, 2^-32).
+//     1.5*2^20 rounds m to a multiple of 2^-32, and the sum's low word is
+//     m's fraction in units of 2^-32, from which the row follows by one add
+//     and one shift. The HA kernels cut m_hi by clearing the pattern's low
+//     20 bits: 33 bits or fewer in both binades, m_lo in [0, 2^-32).
+//
+// That is how the element routines and callouts take their rows. The blocks
+// take the same rows from the inputs' patterns in 64-bit integer arithmetic
+// (pair_b, row_d), which leaves the vector units to the arithmetic.
 //
 // Rows are 32 bytes, two 16-byte pairs: the reductions give each lane's
 // pair index (2 * row) for gather_pairs.

@@ -37,51 +37,63 @@ namespace {
 constexpr double kNaN = __builtin_nan("");
 constexpr uint8_t kAll = 0x3f;
 
+// The rounding family: nothing reports; `shielded`, the cpu types whose
+// kernel gives the same whatever the caller's rounding.
+constexpr Traits rounding(const char* exported, uint8_t shielded) {
+    return {exported, 1e-3, 1e6, true, 0, 0, false, {kNaN, 0}, {}, 0, {kNaN, 0}, {1.0, 0}, {},
+            {shielded, 0, 0}, 0, {}};
+}
+
+constexpr int32_t kSing = ZVL_STATUS_SING, kDom = ZVL_STATUS_ERRDOM;
+
 // exported, |a| from, to, signed, |b| from, to, signed,
-// reports, its stand-in, quiet, its stand-in, subnormal result,
-// shielded cpu types by column, LA runs HA at, variants by column
+//   reports, its stand-in, its status, quiet, its stand-in, subnormal result,
+//   shielded cpu types by column, LA runs HA at, variants by column
 const Traits kTraits[] = {
-    {"VDINV", 1e-3, 1e3, true, 0, 0, false, {0.0, 0}, {1.0, 0}, {kNaN, 0}, {1.5, 0},
-     {0x1.8p1023, 0}, {0x06, 0x1e, 0x1e}, 0x01, {}},
-    {"VDDIV", 1e-3, 1e3, true, 1e-3, 1e3, true, {3.0, 0.0}, {3.0, 1.0}, {3.0, kNaN}, {3.0, 1.5},
-     {1e-300, 3e20}, {0x06, 0x1e, 0x1e}, 0x01, {}},
-    {"VDSQRT", 1e-3, 1e3, false, 0, 0, false, {-1.0, 0}, {1.0, 0}, {kNaN, 0}, {1.0, 0}, {},
+    {"VDINV", 1e-3, 1e3, true, 0, 0, false,
+     {0.0, 0}, {1.0, 0}, kSing, {kNaN, 0}, {1.5, 0}, {0x1.8p1023, 0},
+     {0x06, 0x1e, 0x1e}, 0x01, {}},
+    {"VDDIV", 1e-3, 1e3, true, 1e-3, 1e3, true,
+     {3.0, 0.0}, {3.0, 1.0}, kSing, {3.0, kNaN}, {3.0, 1.5}, {1e-300, 3e20},
+     {0x06, 0x1e, 0x1e}, 0x01, {}},
+    {"VDSQRT", 1e-3, 1e3, false, 0, 0, false,
+     {-1.0, 0}, {1.0, 0}, kDom, {kNaN, 0}, {1.0, 0}, {},
      {0x00, 0x00, 0x3c}, 0x01, {}},
-    {"VDINVSQRT", 1e-3, 1e3, false, 0, 0, false, {0.0, 0}, {1.0, 0}, {kNaN, 0}, {1.0, 0}, {},
+    {"VDINVSQRT", 1e-3, 1e3, false, 0, 0, false,
+     {0.0, 0}, {1.0, 0}, kSing, {kNaN, 0}, {1.0, 0}, {},
      {kAll, kAll, kAll}, 0x01, {}},
-    {"VDCBRT", 1e-3, 1e3, true, 0, 0, false, {kNaN, 0}, {}, {kNaN, 0}, {1.0, 0}, {},
+    {"VDCBRT", 1e-3, 1e3, true, 0, 0, false,
+     {kNaN, 0}, {}, 0, {kNaN, 0}, {1.0, 0}, {},
      {kAll, kAll, kAll}, 0x01, {}},
-    {"VDINVCBRT", 1e-3, 1e3, true, 0, 0, false, {0.0, 0}, {1.0, 0}, {kNaN, 0}, {1.0, 0}, {},
+    {"VDINVCBRT", 1e-3, 1e3, true, 0, 0, false,
+     {0.0, 0}, {1.0, 0}, kSing, {kNaN, 0}, {1.0, 0}, {},
      {kAll, kAll, kAll}, 0x01, {}},
-    {"VDPOW", 0.5, 2.0, false, 0.1, 10.0, true, {-8.0, 1.0 / 3}, {8.0, 1.0 / 3}, {-2.0, 3.0},
-     {2.0, 3.0}, {2.0, -1030.0}, {0x23, 0x03, 0x01}, 0x01, {}},
-    {"VDPOWX", 0.5, 2.0, false, 1.5, 1.5, false, {-8.0, 0}, {8.0, 0}, {kNaN, 0}, {2.0, 0},
-     {0x1p-700, 0}, {0x23, 0x03, 0x01}, 0x01, {}},
-    {"VDEXP", 1e-3, 700.0, true, 0, 0, false, {1000.0, 0}, {1.0, 0}, {708.5, 0}, {1.0, 0},
-     {-710.0, 0}, {0x1f, 0x07, 0x0f}, 0x01, {"AAAAAA", "ADDBBB", "AEEECC"}},
-    {"VDLN", 1e-300, 1e300, false, 0, 0, false, {0.0, 0}, {2.0, 0}, {1e-310, 0}, {2.0, 0}, {},
+    {"VDPOW", 0.5, 2.0, false, 0.1, 10.0, true,
+     {-8.0, 1.0 / 3}, {8.0, 1.0 / 3}, kDom, {-2.0, 3.0}, {2.0, 3.0}, {2.0, -1030.0},
+     {0x23, 0x03, 0x01}, 0x01, {}},
+    {"VDPOWX", 0.5, 2.0, false, 1.5, 1.5, false,
+     {-8.0, 0}, {8.0, 0}, kDom, {kNaN, 0}, {2.0, 0}, {0x1p-700, 0},
+     {0x23, 0x03, 0x01}, 0x01, {}},
+    {"VDEXP", 1e-3, 700.0, true, 0, 0, false,
+     {1000.0, 0}, {1.0, 0}, ZVL_STATUS_OVERFLOW, {708.5, 0}, {1.0, 0}, {-710.0, 0},
+     {0x1f, 0x07, 0x0f}, 0x01, {"AAAAAA", "ADDBBB", "AEEECC"}},
+    {"VDLN", 1e-300, 1e300, false, 0, 0, false,
+     {0.0, 0}, {2.0, 0}, kSing, {1e-310, 0}, {2.0, 0}, {},
      {0x1f, 0x03, 0x01}, 0x03, {"DDDDDA", "DDBBBB", "DEEECC"}},
-    {"VDLOG10", 1e-300, 1e300, false, 0, 0, false, {0.0, 0}, {2.0, 0}, {1e-310, 0}, {2.0, 0}, {},
+    {"VDLOG10", 1e-300, 1e300, false, 0, 0, false,
+     {0.0, 0}, {2.0, 0}, kSing, {1e-310, 0}, {2.0, 0}, {},
      {kAll, kAll, 0x01}, kAll, {"HHHHHH", "HHHHHH", "HPPPPP"}},
-    // Ceil, Floor, Trunc and Modf give the same whatever the caller's
-    // rounding; Round does where it is guarded; Rint and NearbyInt follow it.
-    {"VDCEIL", 1e-3, 1e6, true, 0, 0, false, {kNaN, 0}, {}, {kNaN, 0}, {1.0, 0}, {},
-     {kAll, 0, 0}, 0, {}},
-    {"VDFLOOR", 1e-3, 1e6, true, 0, 0, false, {kNaN, 0}, {}, {kNaN, 0}, {1.0, 0}, {},
-     {kAll, 0, 0}, 0, {}},
-    {"VDMODF", 1e-3, 1e6, true, 0, 0, false, {kNaN, 0}, {}, {kNaN, 0}, {1.0, 0}, {},
-     {kAll, 0, 0}, 0, {}},
-    {"VDROUND", 1e-3, 1e6, true, 0, 0, false, {kNaN, 0}, {}, {kNaN, 0}, {1.0, 0}, {},
-     {0x1b, 0, 0}, 0, {}},
-    {"VDTRUNC", 1e-3, 1e6, true, 0, 0, false, {kNaN, 0}, {}, {kNaN, 0}, {1.0, 0}, {},
-     {kAll, 0, 0}, 0, {}},
-    {"VDNEARBYINT", 1e-3, 1e6, true, 0, 0, false, {kNaN, 0}, {}, {kNaN, 0}, {1.0, 0}, {},
-     {}, 0, {}},
-    {"VDRINT", 1e-3, 1e6, true, 0, 0, false, {kNaN, 0}, {}, {kNaN, 0}, {1.0, 0}, {}, {}, 0, {}},
+    rounding("VDCEIL", kAll),
+    rounding("VDFLOOR", kAll),
+    rounding("VDMODF", kAll),
+    rounding("VDROUND", 0x1b),  // types 2 and 5 have no guard
+    rounding("VDTRUNC", kAll),
+    rounding("VDNEARBYINT", 0),
+    rounding("VDRINT", 0),
 };
 
-const Traits kDefault = {nullptr, 0.5, 2.0, false, 0.5, 2.0, false, {kNaN, 0}, {}, {kNaN, 1.0},
-                         {1.0, 1.0}, {}, {}, 0x01, {}};
+const Traits kDefault = {nullptr, 0.5, 2.0, false, 0.5, 2.0, false, {kNaN, 0}, {}, 0,
+                         {kNaN, 1.0}, {1.0, 1.0}, {}, {}, 0x01, {}};
 
 const Traits* traits_of(const char* exported) {
     for (const Traits& t : kTraits)

@@ -49,6 +49,7 @@ struct Traits {
     // the mantissas of a block, so a stand-in there has the mantissa of the
     // element it replaces.
     Element reports, reports_standin;
+    int32_t status;  // the reporting element's
     Element quiet, quiet_standin;
     Element subnormal;  // an element with a subnormal result (a == 0: none)
     // Per column, the cpu types (a bit each) whose kernel computes as in

@@ -107,6 +107,7 @@ TEST_P(Contract, SpecialElementAtEveryLane) {
         const Out lone = run(one);
         const std::vector<Report> lone_reports = log.list();
         ASSERT_EQ(lone_reports.size(), s == 0 ? 1u : 0u);
+        if (s == 0) EXPECT_EQ(lone_reports[0].status, t.status);
         for (int p = 0; p < n; ++p) {
             SCOPED_TRACE(testing::Message() << (s == 0 ? "reporting" : "quiet") << " element at " << p);
             Args x = base;
@@ -122,7 +123,7 @@ TEST_P(Contract, SpecialElementAtEveryLane) {
             if (s == 0) {
                 const Report& rep = log.list()[0];
                 EXPECT_EQ(rep.index, p);
-                EXPECT_EQ(rep.status, lone_reports[0].status);
+                EXPECT_EQ(rep.status, t.status);
                 EXPECT_TRUE(same(rep.r1, lone_reports[0].r1)) << rep.r1;
                 EXPECT_EQ(rep.name, GetParam().name());
             }
@@ -150,6 +151,7 @@ TEST_P(Contract, ReportsInIndexOrder) {
     ASSERT_EQ(log.list().size(), at.size());
     for (size_t j = 0; j < at.size(); ++j) {
         EXPECT_EQ(log.list()[j].index, at[j]);
+        EXPECT_EQ(log.list()[j].status, r.traits->status);
         EXPECT_EQ(log.list()[j].name, GetParam().name());
         EXPECT_EQ(got.r[static_cast<size_t>(at[j])], kReplaced);
     }

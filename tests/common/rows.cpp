@@ -3,6 +3,7 @@
 #include <cmath>
 #include <cstdlib>
 #include <cstring>
+#include <type_traits>
 
 #include "frame/kernel_sets.h"
 #include "state/state.h"
@@ -106,42 +107,37 @@ Kernel make(K k, Shape s) {
     return {s, reinterpret_cast<void (*)()>(k)};
 }
 
-// The exported entries in one calling form.
+// The exported entries in one calling form, by the entry's type.
+using D1Entry = void (*)(const int*, const double*, double*);
+using D12Entry = void (*)(const int*, const double*, double*, double*);
 template <auto F>
-void entry_D1(const int* n, const double* a, const double*, double* r, double*) { F(n, a, r); }
-template <auto F>
-void entry_D2(const int* n, const double* a, const double* b, double* r, double*) { F(n, a, b, r); }
-template <auto F>
-void entry_D12(const int* n, const double* a, const double*, double* r, double* r2) {
-    F(n, a, r, r2);
+void entry(const int* n, const double* a, const double* b, double* r, double* r2) {
+    if constexpr (std::is_same_v<decltype(F), D1Entry>) F(n, a, r);
+    else if constexpr (std::is_same_v<decltype(F), D12Entry>) F(n, a, r, r2);
+    else F(n, a, b, r);
 }
 template <auto F>
-void idx_D1(const int* n, const double* a, int ia, const double*, int, double* r, int ir, double*,
-            int) {
-    F(n, a, ia, r, ir);
+void entry_idx(const int* n, const double* a, int ia, const double* b, int ib, double* r, int ir,
+               double* r2, int ir2) {
+    using T = decltype(F);
+    if constexpr (std::is_same_v<T, void (*)(const int*, const double*, int, double*, int)>)
+        F(n, a, ia, r, ir);
+    else if constexpr (std::is_same_v<T, void (*)(const int*, const double*, int, double*, int,
+                                                  double*, int)>)
+        F(n, a, ia, r, ir, r2, ir2);
+    else if constexpr (std::is_same_v<T, void (*)(const int*, const double*, int, const double*,
+                                                  double*, int)>)
+        F(n, a, ia, b, r, ir);  // the scalar has no index
+    else
+        F(n, a, ia, b, ib, r, ir);
 }
-template <auto F>
-void idx_D2(const int* n, const double* a, int ia, const double* b, int ib, double* r, int ir,
-            double*, int) {
-    F(n, a, ia, b, ib, r, ir);
-}
-template <auto F>
-void idx_DX(const int* n, const double* a, int ia, const double* b, int, double* r, int ir, double*,
-            int) {
-    F(n, a, ia, b, r, ir);
-}
-template <auto F>
-void idx_D12(const int* n, const double* a, int ia, const double*, int, double* r, int ir,
-             double* r2, int ir2) {
-    F(n, a, ia, r, ir, r2, ir2);
-}
-template <auto F>
-void entry_DX(const int* n, const double* a, const double* b, double* r, double*) { F(n, a, b, r); }
 
-#define ZT_ROW(EXPORT, report, SHAPE, rounding, slot)                                  \
-    {#EXPORT, #report, Shape::SHAPE, rounding,                                                 \
-     [](int cpu, [[maybe_unused]] int col) { return make(zvl::kernels_##EXPORT.k slot, Shape::SHAPE); }, \
-     entry_##SHAPE<EXPORT>, idx_##SHAPE<EXPORT##_Idx>, traits_of(#EXPORT)},
+#define ZT_ROW(EXPORT, report, SHAPE, rounding, slot)                  \
+    {#EXPORT, #report, Shape::SHAPE, rounding,                          \
+     [](int cpu, [[maybe_unused]] int col) {                            \
+         return make(zvl::kernels_##EXPORT.k slot, Shape::SHAPE);       \
+     },                                                                 \
+     entry<EXPORT>, entry_idx<EXPORT##_Idx>, traits_of(#EXPORT)},
 #define ZT_D1(EXPORT, report, id) ZT_ROW(EXPORT, report, D1, false, [cpu][col])
 #define ZT_D2(EXPORT, report, id) ZT_ROW(EXPORT, report, D2, false, [cpu][col])
 #define ZT_D12(EXPORT, report, id) ZT_ROW(EXPORT, report, D12, false, [cpu][col])

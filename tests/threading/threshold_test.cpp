@@ -46,32 +46,21 @@ TEST(Thresholds, WorkedLengths) {
     EXPECT_EQ(zvl::threshold_z(162, 4), 100);
 }
 
-TEST(Thresholds, OneProcessorNeverForks) {
-    use(3, {1, 1, 1});
-    for (int32_t slot = 0; slot < 504; slot += 6) EXPECT_EQ(zvl::threshold_d(slot, 3), kNever);
-    for (int32_t slot = 0; slot < 324; slot += 6) EXPECT_EQ(zvl::threshold_z(slot, 3), kNever);
-}
-
-TEST(Thresholds, CpuType5NeverForks) {
-    use(5, {3, 9, 16});
-    for (int32_t slot = 0; slot < 648; slot += 6) EXPECT_EQ(zvl::threshold_d(slot, 5), kNever);
-    for (int32_t slot = 0; slot < 432; slot += 6) EXPECT_EQ(zvl::threshold_z(slot, 5), kNever);
-    for (size_t i = 5; i < 648; i += 6) {
-        EXPECT_EQ(zvl::threshold_table_d[i], 0.0);
-        EXPECT_EQ(zvl::threshold_table_s[i], 0.0);
-    }
-    for (size_t i = 5; i < 432; i += 6) {
-        EXPECT_EQ(zvl::threshold_table_z[i], 0.0);
-        EXPECT_EQ(zvl::threshold_table_c[i], 0.0);
+// One processor, or cpu type 5, never forks.
+TEST(Thresholds, NeverForks) {
+    for (int32_t cpu : {3, 5}) {
+        use(cpu, cpu == 5 ? TopologyCounts{3, 9, 16} : TopologyCounts{1, 1, 1});
+        for (int32_t slot = 0; slot < 648; slot += 6) EXPECT_EQ(zvl::threshold_d(slot, cpu), kNever);
+        for (int32_t slot = 0; slot < 432; slot += 6) EXPECT_EQ(zvl::threshold_z(slot, cpu), kNever);
     }
 }
 
-// Every other entry is a real cost: a zero would silently keep a function
-// serial on that cpu type.
+// Cpu type 5's entries are zero; every other is a real cost: a zero would
+// silently keep a function serial on that cpu type.
 TEST(Thresholds, TablesHoldCostsBelowType5) {
     const auto check = [](const auto& table, const char* name) {
         for (size_t i = 0; i < table.size(); ++i)
-            if (i % 6 != 5) EXPECT_GT(table[i], 0.0) << name << " entry " << i;
+            EXPECT_EQ(table[i] > 0.0, i % 6 != 5) << name << " entry " << i;
     };
     check(zvl::threshold_table_d, "d");
     check(zvl::threshold_table_s, "s");

@@ -98,8 +98,8 @@ TEST_P(FrontEnd, IdxAdvancesByElements) {
         [&] { r.entry_idx(&n, null_after, -2, x.bp(), 0, y.data(), 0, z.data(), 0); });
     EXPECT_EQ(out, parameter_error(2, r.report));
     // a null array that its index moves off null passes
-    const std::string past = capture_stdout(
-        [&] { r.entry_idx(&n, nullptr, 1, x.bp(), 0, nullptr, 0, nullptr, 0); });
+    const std::string past =
+        capture_stdout([&] { r.entry_idx(&n, nullptr, 1, x.bp(), 0, nullptr, 0, nullptr, 0); });
     EXPECT_EQ(past, parameter_error(r.shape == Shape::D2 ? 4 : 3, r.report));
     EXPECT_EQ(zvl::get_status(), ZVL_STATUS_BADMEM);
 }

@@ -109,7 +109,8 @@ TEST_P(Contract, SpecialElementAtEveryLane) {
         ASSERT_EQ(lone_reports.size(), s == 0 ? 1u : 0u);
         if (s == 0) EXPECT_EQ(lone_reports[0].status, t.status);
         for (int p = 0; p < n; ++p) {
-            SCOPED_TRACE(testing::Message() << (s == 0 ? "reporting" : "quiet") << " element at " << p);
+            SCOPED_TRACE(testing::Message()
+                         << (s == 0 ? "reporting" : "quiet") << " element at " << p);
             Args x = base;
             x.set(p, specials[s][1], r.shape);
             const Out plain = run(x);
@@ -167,7 +168,8 @@ TEST_P(Contract, OutputMayBeAnInput) {
     ReportLog log;
     const Out want = run(x);
     const Kernel k = GetParam().kernel();
-    auto expect = [&](const char* what, const std::vector<double>& got, const std::vector<double>& w) {
+    auto expect = [&](const char* what, const std::vector<double>& got,
+                      const std::vector<double>& w) {
         for (size_t i = 0; i < got.size(); ++i) EXPECT_TRUE(same(got[i], w[i])) << what << " " << i;
     };
     Args io = x;

@@ -38,7 +38,8 @@ TEST(Powx, PowWithOneExponent) {
             const Kernel pow = row("VDPOW").kernel(cpu, col), powx = row("VDPOWX").kernel(cpu, col);
             for (double b : {3.0, -3.0, 2.5, -0.75, 1e-300, 7e15, 1.0 / 3, 0.0, -0.0, 1074.5,
                              -1100.0, 4.0, 0.25, -2.0, kInf, -kInf, kNaN, 1.0, 2.0, 0.5, -1.0}) {
-                SCOPED_TRACE(testing::Message() << "cpu " << cpu << " column " << col << " b " << b);
+                SCOPED_TRACE(testing::Message() << "cpu " << cpu << " column " << col << " b "
+                                                << b);
                 std::vector<double> bb(x.size(), b), want(x.size()), got(x.size());
                 ReportLog log;
                 pow(n, x.data(), bb.data(), want.data(), nullptr);

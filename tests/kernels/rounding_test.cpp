@@ -52,7 +52,8 @@ double reference(const std::string& f, double x, uint32_t mode) {
 
 // Equal bits, or a NaN expected and a quiet one given.
 bool exact(double want, double got) {
-    return std::isnan(want) ? std::isnan(got) && (bits_of(got) >> 51 & 1) : bits_of(want) == bits_of(got);
+    if (std::isnan(want)) return std::isnan(got) && (bits_of(got) >> 51 & 1);
+    return bits_of(want) == bits_of(got);
 }
 
 std::vector<double> edge_values() {
@@ -77,7 +78,9 @@ std::vector<double> edge_values() {
 
 // Unguarded Round (types 2 and 5) rounds its first step in the caller's
 // mode; it is checked in round to nearest, and below.
-bool follows_caller(const std::string& f, int cpu) { return f == "vdRound" && (cpu == 2 || cpu == 5); }
+bool follows_caller(const std::string& f, int cpu) {
+    return f == "vdRound" && (cpu == 2 || cpu == 5);
+}
 
 TEST(Rounding, EveryModeEveryLane) {
     const std::vector<double> x = edge_values();
@@ -93,7 +96,8 @@ TEST(Rounding, EveryModeEveryLane) {
                 for (int shift = 0; shift < 4; ++shift) {
                     std::vector<double> in(x.size() + shift, 0.5), out(in.size());
                     std::copy(x.begin(), x.end(), in.begin() + shift);
-                    in_mode(mode, [&] { k(static_cast<int32_t>(in.size()), in.data(), nullptr, out.data(), nullptr); });
+                    const int32_t m = static_cast<int32_t>(in.size());
+                    in_mode(mode, [&] { k(m, in.data(), nullptr, out.data(), nullptr); });
                     for (int i = 0; i < n; ++i)
                         ASSERT_TRUE(exact(reference(r.report, x[i], mode), out[i + shift]))
                             << "x " << x[i] << " shift " << shift << ": " << out[i + shift];
@@ -101,7 +105,8 @@ TEST(Rounding, EveryModeEveryLane) {
                 for (int i = 0; i < n; ++i) {
                     double one;
                     in_mode(mode, [&] { k(1, &x[i], nullptr, &one, nullptr); });
-                    ASSERT_TRUE(exact(reference(r.report, x[i], mode), one)) << "x " << x[i] << " alone";
+                    ASSERT_TRUE(exact(reference(r.report, x[i], mode), one))
+                        << "x " << x[i] << " alone";
                 }
             }
         }
@@ -128,7 +133,8 @@ TEST(Rounding, ModfInEveryMode) {
         if (!cpu_runs(cpu)) continue;
         for (uint32_t mode : kModes) {
             std::vector<double> y(x.size()), z(x.size());
-            in_mode(mode, [&] { row("VDMODF").kernel(cpu, 0)(n, x.data(), nullptr, y.data(), z.data()); });
+            const Kernel modf = row("VDMODF").kernel(cpu, 0);
+            in_mode(mode, [&] { modf(n, x.data(), nullptr, y.data(), z.data()); });
             for (int i = 0; i < n; ++i) {
                 double wi = x[i], wf = x[i];
                 if (!std::isnan(x[i])) {
@@ -136,7 +142,8 @@ TEST(Rounding, ModfInEveryMode) {
                     if (wf == 0.0) wf = std::copysign(0.0, x[i]);
                 }
                 ASSERT_TRUE(exact(wi, y[i]) && exact(wf, z[i]))
-                    << "cpu " << cpu << " mode " << mode << " x " << x[i] << ": " << y[i] << " " << z[i];
+                    << "cpu " << cpu << " mode " << mode << " x " << x[i] << ": " << y[i] << " "
+                    << z[i];
             }
         }
     }
@@ -154,7 +161,8 @@ TEST(Rounding, InexactFlagOfRintAndNearbyInt) {
                 row("VDNEARBYINT").kernel(cpu, 0)(9, x, nullptr, r, nullptr);
             });
             EXPECT_EQ(nearby, kMxcsrDefault | mode) << "NearbyInt cpu " << cpu;
-            const uint32_t rint = in_mode(mode, [&] { row("VDRINT").kernel(cpu, 0)(9, x, nullptr, r, nullptr); });
+            const uint32_t rint =
+                in_mode(mode, [&] { row("VDRINT").kernel(cpu, 0)(9, x, nullptr, r, nullptr); });
             EXPECT_EQ(rint, kMxcsrDefault | mode | 0x20u) << "Rint cpu " << cpu;
         }
     }

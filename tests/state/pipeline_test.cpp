@@ -99,7 +99,8 @@ const ActionRow kActions[] = {
     {"the callback bit without a callback", ZVL_MODE_DEFAULT, false, 0, 0, 0, 34, true, INFINITY},
     {"callback only", 0x1002, true, 0, 0, 1, S, false, 42.0},
     {"any spare bit 13 to 15 opens the callback gate", 0x8002, true, 0, 0, 1, S, false, 42.0},
-    {"the actions after the callback read the mode anew", 0x1002, true, 0, 0x1200, 1, 34, false, 42.0},
+    {"the actions after the callback read the mode anew", 0x1002, true, 0, 0x1200, 1, 34, false,
+     42.0},
 };
 
 TEST_P(ErrorPipeline, Actions) {

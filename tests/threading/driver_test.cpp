@@ -179,13 +179,14 @@ void covers(Drive drive, double py, double pz = -1, bool squared = false) {
 
 #define ZT_1I_1O(A, R, d) \
     covers<A, R>([](const A* a, const A*, R* y, R*) { d(plus_one<A, R>, kN, a, y, 0, 0); }, 1)
-#define ZT_2I_1O(T, d) \
-    covers<T>([](const T* a, const T* b, T* y, T*) { d(product<T>, kN, a, b, y, 0, 0); }, 0, -1, true)
+#define ZT_2I_1O(T, d)                                                                       \
+    covers<T>([](const T* a, const T* b, T* y, T*) { d(product<T>, kN, a, b, y, 0, 0); }, 0, -1, \
+              true)
 #define ZT_1I_2O(T, d) \
     covers<T>([](const T* a, const T*, T* y, T* z) { d(two_out<T>, kN, a, y, z, 0, 0); }, 1, 2)
-#define ZT_SCALAR(T, d)                                                                          \
-    covers<T>([](const T* a, const T*, T* y, T*) { d(plus_scalar<T>, kN, a, make<T>(5), y, 0, 0); }, \
-              5)
+#define ZT_SCALAR(T, d)                                                             \
+    covers<T>(                                                                      \
+        [](const T* a, const T*, T* y, T*) { d(plus_scalar<T>, kN, a, make<T>(5), y, 0, 0); }, 5)
 
 TEST_F(Drivers, EveryShapeCoversTheWholeArray) {
     threads(3);

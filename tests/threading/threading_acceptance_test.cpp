@@ -79,8 +79,10 @@ TEST_P(EveryFrontEnd, ParallelMatchesSerial) {
         f.entry(&n, x.a.data(), x.bp(), serial.data(), nullptr);
         ZEL_Domain_Set_Num_Threads(0, ZEL_ZVL);
         f.kernel(4, col)(n, x.a.data(), x.bp(), direct.data(), nullptr);
-        EXPECT_EQ(std::memcmp(parallel.data(), serial.data(), sizeof(double) * n), 0) << n << " " << col;
-        EXPECT_EQ(std::memcmp(parallel.data(), direct.data(), sizeof(double) * n), 0) << n << " " << col;
+        EXPECT_EQ(std::memcmp(parallel.data(), serial.data(), sizeof(double) * n), 0)
+            << n << " " << col;
+        EXPECT_EQ(std::memcmp(parallel.data(), direct.data(), sizeof(double) * n), 0)
+            << n << " " << col;
     }
     zvl::set_mode(ZVL_HA);
 }

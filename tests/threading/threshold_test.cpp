@@ -50,8 +50,10 @@ TEST(Thresholds, WorkedLengths) {
 TEST(Thresholds, NeverForks) {
     for (int32_t cpu : {3, 5}) {
         use(cpu, cpu == 5 ? TopologyCounts{3, 9, 16} : TopologyCounts{1, 1, 1});
-        for (int32_t slot = 0; slot < 648; slot += 6) EXPECT_EQ(zvl::threshold_d(slot, cpu), kNever);
-        for (int32_t slot = 0; slot < 432; slot += 6) EXPECT_EQ(zvl::threshold_z(slot, cpu), kNever);
+        for (int32_t slot = 0; slot < 648; slot += 6)
+            EXPECT_EQ(zvl::threshold_d(slot, cpu), kNever) << cpu;
+        for (int32_t slot = 0; slot < 432; slot += 6)
+            EXPECT_EQ(zvl::threshold_z(slot, cpu), kNever) << cpu;
     }
 }
 

@@ -117,19 +117,12 @@ std::string hex(uint64_t b) {
     return s;
 }
 
-struct CaseRun {
-    std::string where;
-    const Case* c;
-};
-
-void expect_case(const CaseRun& run, double got, const char* path) {
-    const Case& c = *run.c;
-    if (c.any_nan) {
-        EXPECT_TRUE(std::isnan(got)) << run.where << path << ": got " << hex(bits(got));
-    } else {
-        EXPECT_EQ(hex(bits(got)), hex(c.result)) << run.where << path;
-    }
-    EXPECT_EQ(zvl::get_status(), c.status) << run.where << path << ": status";
+void expect_case(const std::string& where, const Case& c, double got) {
+    if (c.any_nan)
+        EXPECT_TRUE(std::isnan(got)) << where << ": got " << hex(bits(got));
+    else
+        EXPECT_EQ(hex(bits(got)), hex(c.result)) << where;
+    EXPECT_EQ(zvl::get_status(), c.status) << where << ": status";
 }
 
 std::string where(const Function& f, const Case& c, int cpu, int mode) {
@@ -155,11 +148,11 @@ TEST_P(Directed, Kernels) {
             const Callable k = kernel(f, cpu, static_cast<Mode>(m));
             for (const Case& c : cases) {
                 if (!(c.cpus >> cpu & 1) || !(c.modes >> m & 1)) continue;
-                const CaseRun run = {where(f, c, cpu, m), &c};
+                const std::string here = where(f, c, cpu, m);
                 double got;
                 zvl::set_status(0);
                 k(1, &c.a, two ? &c.b : nullptr, &got);
-                expect_case(run, got, " alone");
+                expect_case(here + " alone", c, got);
 
                 // One scalar for the whole array in the array-and-scalar shape.
                 const double nb = f.shape == Shape::DX ? c.b : f.row->ordinary_b;
@@ -171,11 +164,11 @@ TEST_P(Directed, Kernels) {
                 b[at] = c.b;
                 zvl::set_status(0);
                 k(n, a.data(), two ? b.data() : nullptr, r.data());
-                expect_case(run, r[at], " in an array");
+                expect_case(here + " in an array", c, r[at]);
                 for (int i = 0; i < n; ++i) {
                     if (i == at) continue;
                     EXPECT_EQ(hex(bits(r[i])), hex(bits(ordinary)))
-                        << run.where << ": neighbour " << i;
+                        << here << ": neighbour " << i;
                 }
             }
         }

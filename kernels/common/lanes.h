@@ -94,6 +94,18 @@ struct Lanes<2> : Int128Lanes {
     }
     static __m128d to_double(vi a) { return _mm_cvtepi32_pd(a); }
     static int mask(vi a) { return _mm_movemask_ps(_mm_castsi128_ps(a)) & 3; }
+    // Pairs of vectors: the high words of a's lanes and then b's in one
+    // register, so that a block's 32-bit work covers four lanes per
+    // instruction; to_double_upper converts words 2 and 3 (b's lanes) and
+    // mask_pair gives all four bits.
+    static vi hi32_pair(__m128d a, __m128d b) {
+        return _mm_castps_si128(
+            _mm_shuffle_ps(_mm_castpd_ps(a), _mm_castpd_ps(b), _MM_SHUFFLE(3, 1, 3, 1)));
+    }
+    static __m128d to_double_upper(vi a) {
+        return _mm_cvtepi32_pd(_mm_shuffle_epi32(a, _MM_SHUFFLE(3, 2, 3, 2)));
+    }
+    static int mask_pair(vi a) { return _mm_movemask_ps(_mm_castsi128_ps(a)); }
     static __m128d add_hi32(__m128d y, vi k) {
         return _mm_castsi128_pd(
             _mm_add_epi32(_mm_castpd_si128(y), _mm_unpacklo_epi32(_mm_setzero_si128(), k)));

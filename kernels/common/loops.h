@@ -23,9 +23,12 @@
 // A family whose special-lane test needs values from inside the block (the
 // size of an intermediate, not just the inputs) returns the mask from
 // block() instead, bit l for lane l of the block, and has no special(); its
-// remainder runs block<Scalar, 1>. A family that carries data of its own
-// (a scalar second argument and what depends on it alone) is passed as an
-// object `f`; stateless families need not be.
+// remainder runs block<Scalar, 1>. A one-input family may instead have
+// block_at<V, NV>(src, x, y), which also reads the block's inputs from
+// memory (src, the block's first element) and returns that mask; its
+// remainder runs one() and special() as usual. A family that carries data
+// of its own (a scalar second argument and what depends on it alone) is
+// passed as an object `f`; stateless families need not be.
 //
 // Restart form: the block is computed and its range test made; if any lane
 // fails the test the whole block is discarded and each of its elements run
@@ -34,6 +37,9 @@
 //
 //   F::checked_block<V, NV>(x, y) / (x, z, y)  computes the block and returns
 //                            true when every element passes the range test
+//   F::checked_block_at<V, NV>(src, x, y)  the same, for a one-input family
+//                            that also reads the block's inputs from memory
+//                            (src, the block's first element) as integers
 //   F::element(&x, &y) / F::element(&x, &z, &y)
 //
 // Restartable<F> gives a one-input scratch-form family these two members.
@@ -89,6 +95,17 @@ inline void special_lanes(const F& f, uint32_t mask, const double* xs, const dou
     }
 }
 
+// True when F has block_at<V, NV>(src, x, y): a one-input block that also
+// reads its inputs from memory (src, the block's first element) and returns
+// the special-lane mask.
+template <class F, class V, int NV, class = void>
+struct BlockReadsInputs : std::false_type {};
+template <class F, class V, int NV>
+struct BlockReadsInputs<F, V, NV,
+                        std::void_t<decltype(std::declval<const F&>().template block_at<V, NV>(
+                            std::declval<const double*>(), std::declval<const typename V::vd*>(),
+                            std::declval<typename V::vd*>()))>> : std::true_type {};
+
 // True when F's block<V, NV> returns the special-lane mask itself.
 template <class F, class V, int NV, int NIn>
 constexpr bool block_gives_mask() {
@@ -129,6 +146,8 @@ __attribute__((always_inline)) inline void scratch_loop(const F& f, int32_t n, c
                     mask |= static_cast<uint32_t>(lane_bits<V>(f.template special<V>(x[j], z[j])))
                             << (j * V::lanes);
             }
+        } else if constexpr (BlockReadsInputs<F, V, NV>::value) {
+            mask = f.template block_at<V, NV>(a + base, x, y);
         } else if constexpr (block_gives_mask<F, V, NV, 1>()) {
             mask = f.template block<V, NV>(x, y);
         } else {
@@ -183,6 +202,15 @@ inline void scratch_2i(int32_t n, const double* a, const double* b, double* r,
     scratch_loop<Cpu, V, W, F, 2>(f, n, a, b, r, name);
 }
 
+// True when F has checked_block_at<V, NV>.
+template <class F, class V, int NV, class = void>
+struct ReadsBlockInputs : std::false_type {};
+template <class F, class V, int NV>
+struct ReadsBlockInputs<F, V, NV,
+                        std::void_t<decltype(F::template checked_block_at<V, NV>(
+                            std::declval<const double*>(), std::declval<const typename V::vd*>(),
+                            std::declval<typename V::vd*>()))>> : std::true_type {};
+
 template <int Cpu, class F, int NIn>
 __attribute__((noinline)) void restart_elements(int32_t from, int32_t to, const double* a,
                                                 const double* b, double* r, const char* name) {
@@ -196,29 +224,66 @@ __attribute__((noinline)) void restart_elements(int32_t from, int32_t to, const 
     }
 }
 
+// One block at `base`: computed, then stored or restarted.
+template <int Cpu, class V, int W, class F, int NIn>
+inline void restart_block(int32_t base, const double* a, const double* b, double* r,
+                          const char* name) {
+    using vd = typename V::vd;
+    constexpr int NV = W / V::lanes;
+    vd x[NV], z[NV], y[NV];
+    for (int j = 0; j < NV; ++j) x[j] = V::load(a + base + j * V::lanes);
+    bool ok;
+    if constexpr (NIn == 2) {
+        for (int j = 0; j < NV; ++j) z[j] = V::load(b + base + j * V::lanes);
+        ok = F::template checked_block<V, NV>(x, z, y);
+    } else if constexpr (ReadsBlockInputs<F, V, NV>::value) {
+        ok = F::template checked_block_at<V, NV>(a + base, x, y);
+    } else {
+        ok = F::template checked_block<V, NV>(x, y);
+    }
+    if (__builtin_expect(ok, 1)) {
+        for (int j = 0; j < NV; ++j) V::store(r + base + j * V::lanes, y[j]);
+    } else {
+        restart_elements<Cpu, F, NIn>(base, base + W, a, b, r, name);
+    }
+}
+
+// The same, kept out of line: the blocks a paired loop takes one at a time.
+template <int Cpu, class V, int W, class F, int NIn>
+__attribute__((noinline)) void restart_block_apart(int32_t base, const double* a,
+                                                   const double* b, double* r,
+                                                   const char* name) {
+    restart_block<Cpu, V, W, F, NIn>(base, a, b, r, name);
+}
+
 template <int Cpu, class V, int W, class F, int NIn>
 __attribute__((always_inline)) inline void restart_loop(int32_t n, const double* a,
                                                         const double* b, double* r,
                                                         const char* name) {
     using vd = typename V::vd;
-    constexpr int NV = W / V::lanes;
     if (n <= 0) return;
     const int32_t m = n & ~(W - 1);
-    for (int32_t base = 0; base < m; base += W) {
-        vd x[NV], z[NV], y[NV];
-        for (int j = 0; j < NV; ++j) x[j] = V::load(a + base + j * V::lanes);
-        bool ok;
-        if constexpr (NIn == 2) {
-            for (int j = 0; j < NV; ++j) z[j] = V::load(b + base + j * V::lanes);
-            ok = F::template checked_block<V, NV>(x, z, y);
-        } else {
-            ok = F::template checked_block<V, NV>(x, y);
+    if constexpr (NIn == 1 && W == V::lanes && ReadsBlockInputs<F, V, 2>::value) {
+        // Blocks of one vector go two to a round, so that a family reading
+        // its inputs shares its integer work between them. A pair with a
+        // failing element runs its blocks again one at a time: each still
+        // passes or restarts on its own, in element order. So does an odd
+        // last block.
+        int32_t base = 0;
+        for (; base + 2 * W <= m; base += 2 * W) {
+            vd x[2], y[2];
+            for (int j = 0; j < 2; ++j) x[j] = V::load(a + base + j * V::lanes);
+            if (__builtin_expect(F::template checked_block_at<V, 2>(a + base, x, y), 1)) {
+                for (int j = 0; j < 2; ++j) V::store(r + base + j * V::lanes, y[j]);
+            } else {
+                restart_block_apart<Cpu, V, W, F, NIn>(base, a, b, r, name);
+                restart_block_apart<Cpu, V, W, F, NIn>(base + W, a, b, r, name);
+            }
         }
-        if (__builtin_expect(ok, 1)) {
-            for (int j = 0; j < NV; ++j) V::store(r + base + j * V::lanes, y[j]);
-        } else {
-            restart_elements<Cpu, F, NIn>(base, base + W, a, b, r, name);
-        }
+        if (base < m) restart_block_apart<Cpu, V, W, F, NIn>(base, a, b, r, name);
+    } else {
+        for (int32_t base = 0; base < m; base += W)
+            restart_block<Cpu, V, W, F, NIn>(base, a, b, r, name);
     }
     if (m < n) restart_elements<Cpu, F, NIn>(m, n, a, b, r, name);
 }

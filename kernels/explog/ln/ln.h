@@ -54,6 +54,34 @@ struct LnSpecial {
 
 // --- A, B, C: pivot 2/3 -----------------------------------------------------
 
+// What the three share around their result F::from_split<V>(s, pair): the
+// lane formula, and the scratch-form block that takes its pair indices from
+// the inputs' patterns (see pairs_from_inputs) and returns the refused
+// lanes' bits.
+template <class F>
+struct PivotBKernel : PerVector<F>, LnSpecial {
+    template <class V>
+    static typename V::vd eval(typename V::vd x) {
+        SplitB<V> s;
+        split_b<V>(x, s);
+        return F::template from_split<V>(s, s.pair);
+    }
+
+    template <class V, int NV>
+    static int block_at(const double* src, const typename V::vd* x, typename V::vd* y) {
+        uint32_t pair[NV * V::lanes];
+        pairs_from_inputs<NV * V::lanes, pair_b>(src, pair);
+        int refused = 0;
+        for (int j = 0; j < NV; ++j) {
+            SplitB<V> s;
+            split_b<V>(x[j], s);
+            y[j] = F::template from_split<V>(s, pair + j * V::lanes);
+            refused |= log_refused<V>(x[j]) << (j * V::lanes);
+        }
+        return refused;
+    }
+};
+
 // The degree-6 polynomial of A and B: ln(1+r) = r - r^2/2 + c3 r^3 + ... +
 // c6 r^6 within 2^-61.5 relative for |r| <= 2^-9.
 struct LnPoly6 {
@@ -72,21 +100,19 @@ struct LnPoly6 {
     }
 };
 
-struct LnA : PerVector<LnA>, LnSpecial {
+struct LnA : PivotBKernel<LnA> {
     // ln2 in 21 bits and the rest: n*ln2_hi + T_hi is exact, as the table's
     // T_hi (last column) is a multiple of 2^-21
     static constexpr double ln2_hi = from_bits(0x3fe62e4300000000);  // 0.6931471824645996
     static constexpr double ln2_lo = from_bits(0xbe205c610ca86c39);  // -1.904654299957768e-09
 
     template <class V>
-    static typename V::vd eval(typename V::vd x) {
+    static typename V::vd from_split(const SplitB<V>& s, const uint32_t* pair) {
         using vd = typename V::vd;
-        SplitB<V> s;
-        split_b<V>(x, s);
         const double* t = &zvl::kLnTableB[0][0];
         vd R, T, T_lo, T_hi, a, b;
-        V::gather_pairs(t, s.pair, R, T);
-        V::gather_pairs(t + 2, s.pair, T_lo, T_hi);
+        V::gather_pairs(t, pair, R, T);
+        V::gather_pairs(t + 2, pair, T_lo, T_hi);
         exact_parts<V>(s.m_hi, s.m_lo, R, a, b);
         const vd r = V::add(a, b);
         const vd p = LnPoly6::eval<V>(r);
@@ -113,16 +139,14 @@ struct LnPoly3 {
 // B and C: n*ln2 + (((p(r)*r*r + r) + T)) in plain double arithmetic, with
 // the polynomial of degree 6 (B) or 3 (C).
 template <class Poly>
-struct LnOnePart : PerVector<LnOnePart<Poly>>, LnSpecial {
+struct LnOnePart : PivotBKernel<LnOnePart<Poly>> {
     static constexpr double ln2 = from_bits(0x3fe62e42fefa39ef);  // 0.6931471805599453
 
     template <class V>
-    static typename V::vd eval(typename V::vd x) {
+    static typename V::vd from_split(const SplitB<V>& s, const uint32_t* pair) {
         using vd = typename V::vd;
-        SplitB<V> s;
-        split_b<V>(x, s);
         vd R, T, a, b;
-        V::gather_pairs(&zvl::kLnTableB[0][0], s.pair, R, T);
+        V::gather_pairs(&zvl::kLnTableB[0][0], pair, R, T);
         exact_parts<V>(s.m_hi, s.m_lo, R, a, b);
         const vd r = V::add(a, b);
         const vd p = Poly::template eval<V>(r);
@@ -134,9 +158,10 @@ struct LnOnePart : PerVector<LnOnePart<Poly>>, LnSpecial {
 using LnB = LnOnePart<LnPoly6>;
 using LnC = LnOnePart<LnPoly3>;
 
-// --- D, E: pivot 0.7495, restart form (through Restartable) ----------------
+// --- D, E: pivot 0.7495, restart form (through RestartLog) ----------------
 
-struct LnD : PerVector<LnD>, LnSpecial {
+struct LnD : LnSpecial {
+    static constexpr const double* table = &zvl::kLnTableD[0][0];
     // ln2 to 42 bits and the rest: n*ln2_hi + T_hi is exact
     static constexpr double ln2_hi = from_bits(0x3fe62e42fefa3800);  // 0.6931471805598903
     static constexpr double ln2_lo = from_bits(0x3d2ef35793c76730);  // 5.497923018708371e-14
@@ -147,30 +172,26 @@ struct LnD : PerVector<LnD>, LnSpecial {
     static constexpr double c5 = from_bits(0x3fc9999b39037e04);  // 0.20000019344205111
 
     template <class V>
-    static typename V::vd eval(typename V::vd x) {
+    static typename V::vd finish(const PartsD<V>& s) {
         using vd = typename V::vd;
-        PartsD<V> s;
-        split_parts_d<V>(x, &zvl::kLnTableD[0][0], s);
         const vd r = V::add(s.a, s.b);
         vd p = V::mul_add(V::splat(c5), r, V::splat(c4));
         p = V::mul_add(p, r, V::splat(c3));
         p = V::mul_add(p, r, V::splat(c2));
-        // as in A: k*ln2_hi + T_hi is 0 only on the row of 1 with k = 0;
-        // elsewhere |T_hi| > |a|. a is 0 or at least 2^-32, which b stays
-        // below.
-        return two_part_sum<V>(s.k, ln2_hi, ln2_lo, s.T_hi, s.T_lo, s.a, s.b,
-                               V::mul(p, V::mul(r, r)));
+        // k*ln2_hi + T_hi is 0 only on the row of 1 with k = 0, where R is
+        // 1 and r = m - 1 exactly; elsewhere it exceeds |r|.
+        return two_part_sum_r<V>(s.k, ln2_hi, ln2_lo, s.T_hi, s.T_lo, s.a, s.b, r,
+                                 V::mul(p, V::mul(r, r)));
     }
 };
 
-struct LnE : PerVector<LnE>, LnSpecial {
+struct LnE : LnSpecial {
+    static constexpr const double* table = &zvl::kLnTableD[0][0];
     static constexpr double ln2_52 = 36.043653389117154;  // 52 ln 2, for scaled denormals
 
     template <class V>
-    static typename V::vd eval(typename V::vd x) {
+    static typename V::vd finish(const SplitScaled<V>& s) {
         using vd = typename V::vd;
-        SplitScaled<V> s;
-        split_scaled<V>(x, &zvl::kLnTableD[0][0], s);
         const vd p = LnPoly3::eval<V>(s.r);
         const vd q = V::add(V::mul(V::mul(p, s.r), s.r), s.r);
         const vd kl =
@@ -192,7 +213,7 @@ inline void ln_ha(int32_t n, const double* a, double* r, const char* name) {
         scratch_1i<Cpu, V, 16, LnA>(n, a, r, name);
     } else {
         MxcsrGuard<0> g;
-        restart_1i<Cpu, V, Cpu == 0 ? 2 : 4, Restartable<LnD>>(n, a, r, name);
+        restart_1i<Cpu, V, Cpu == 0 ? 2 : 4, RestartLog<LnD, PartsD>>(n, a, r, name);
     }
 }
 
@@ -209,7 +230,7 @@ inline void ln_ep(int32_t n, const double* a, double* r, const char* name) {
         scratch_1i<Cpu, V, Cpu == 5 ? 16 : 8, LnC>(n, a, r, name);
     } else {
         X87Guard<0x200> g;
-        restart_1i<Cpu, V, 4, Restartable<LnE>>(n, a, r, name);
+        restart_1i<Cpu, V, 4, RestartLog<LnE, SplitScaled>>(n, a, r, name);
     }
 }
 

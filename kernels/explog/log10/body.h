@@ -37,7 +37,8 @@ struct Log10Special {
     static int32_t callout(const double* x, double* y) { return zvl::log10_callout(x, y); }
 };
 
-struct Log10HA : PerVector<Log10HA>, Log10Special {
+struct Log10HA : Log10Special {
+    static constexpr const double* table = &zvl::kLog10TableD[0][0];
     // log10(2) to 42 bits and the rest: k*log10_2_hi + T_hi is exact
     // 0.30102999566395283 and 2.8363394551044964e-14
     static constexpr double log10_2_hi = zvl::from_bits(0x3fd34413509f7800);
@@ -50,15 +51,20 @@ struct Log10HA : PerVector<Log10HA>, Log10Special {
     static constexpr double c4 = zvl::from_bits(0xc008930aac7d7c50);      // -3.0717977023883023
     static constexpr double c5 = zvl::from_bits(0x4016aba0f9751ec1);      // 5.6676062562689262
 
-    // log10(x * 2^-shift): the callout passes shift 60 for denormals it has
-    // scaled up; k - shift stays an integer below 2^11, so the product with
-    // log10_2_hi stays exact.
+    // log10(x * 2^-shift) for one element: the callout passes shift 60 for
+    // denormals it has scaled up; k - shift stays an integer below 2^11, so
+    // the product with log10_2_hi stays exact.
+    static double one(double x, double shift) {
+        PartsD<Scalar> s;
+        split_one(x, table, s);
+        s.k -= shift;
+        return finish<Scalar>(s);
+    }
+
     template <class V>
-    static typename V::vd eval(typename V::vd x, double shift = 0.0) {
+    static typename V::vd finish(const PartsD<V>& s) {
         using vd = typename V::vd;
-        PartsD<V> s;
-        split_parts_d<V>(x, &zvl::kLog10TableD[0][0], s);
-        const vd k = V::sub(s.k, V::splat(shift));
+        const vd k = s.k;
         // a and b are exact, and so are their products with w_scale: a has
         // at most 42 significant bits, b (m_lo's 20 times R's 20) at most
         // 40, and w_scale 7
@@ -68,14 +74,15 @@ struct Log10HA : PerVector<Log10HA>, Log10Special {
         P = V::mul_add(P, w, V::splat(c3));
         P = V::mul_add(P, w, V::splat(c2));
         // k*log10_2_hi + T_hi is 0 only on the row of 1 with k = 0, where
-        // T_hi is 0; elsewhere |T_hi| > |w_a|. w_a is 0 or at least 2^-32 *
-        // w_scale, which w_b stays below.
-        return two_part_sum<V>(k, log10_2_hi, log10_2_lo, s.T_hi, s.T_lo, w_a, w_b,
-                               V::mul_add(V::mul(w, w), P, V::mul(w, V::splat(d))));
+        // R is 1 and w_a + w_b is exact (m - 1 times 111/256); elsewhere it
+        // exceeds |w|.
+        return two_part_sum_r<V>(k, log10_2_hi, log10_2_lo, s.T_hi, s.T_lo, w_a, w_b, w,
+                                 V::mul(w, V::mul_add(w, P, V::splat(d))));
     }
 };
 
-struct Log10EP : PerVector<Log10EP>, Log10Special {
+struct Log10EP : Log10Special {
+    static constexpr const double* table = &zvl::kLog10TableD[0][0];
     static constexpr double log10_2 = zvl::from_bits(0x3fd34413509f79ff);  // 0.3010299956639812
     // log10(e) = 0.43429448190325182, -log10(e)/2, log10(e)/3
     static constexpr double c1 = zvl::from_bits(0x3fdbcb7b1526e50e);
@@ -84,10 +91,8 @@ struct Log10EP : PerVector<Log10EP>, Log10Special {
     static constexpr double log10_2_52 = 15.653559774527022;  // 52 log10(2), for scaled denormals
 
     template <class V>
-    static typename V::vd eval(typename V::vd x) {
+    static typename V::vd finish(const SplitScaled<V>& s) {
         using vd = typename V::vd;
-        SplitScaled<V> s;
-        split_scaled<V>(x, &zvl::kLog10TableD[0][0], s);
         vd q = V::mul_add(V::splat(c3), s.r, V::splat(c2));
         q = V::mul(V::mul_add(q, s.r, V::splat(c1)), s.r);
         const vd kl =

@@ -40,9 +40,9 @@ int32_t log10_callout(const double* xp, double* yp) {
         return ZVL_STATUS_ERRDOM;
     }
     if ((ix & 0x7ff0000000000000) == 0)
-        *yp = Log10HA::eval<Scalar>(x * two60, 60.0);
+        *yp = Log10HA::one(x * two60, 60.0);
     else
-        *yp = Log10HA::eval<Scalar>(x);
+        *yp = Log10HA::one(x, 0.0);
     return 0;
 }
 

@@ -23,14 +23,14 @@ namespace {
 template <int Cpu>
 inline void log10_ha(int32_t n, const double* a, double* r, const char* name) {
     MxcsrGuard<0> g;
-    restart_1i<Cpu, V, Cpu == 0 ? 2 : 4, Restartable<Log10HA>>(n, a, r, name);
+    restart_1i<Cpu, V, Cpu == 0 ? 2 : 4, RestartLog<Log10HA, PartsD>>(n, a, r, name);
 }
 
 template <int Cpu>
 inline void log10_ep(int32_t n, const double* a, double* r, const char* name) {
     static_assert(Cpu >= 1, "type 0 runs HA");
     X87Guard<0x200> g;
-    restart_1i<Cpu, V, 4, Restartable<Log10EP>>(n, a, r, name);
+    restart_1i<Cpu, V, 4, RestartLog<Log10EP, SplitScaled>>(n, a, r, name);
 }
 
 }  // namespace

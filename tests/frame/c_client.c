@@ -15,9 +15,9 @@
 
 static int failures = 0;
 
-static void check(int ok, const char *what, int i, double got, double want) {
+static void check(int ok, const char *what, int i) {
     if (!ok) {
-        printf("FAIL %s [%d]: got %.17g, want %.17g\n", what, i, got, want);
+        printf("FAIL %s [%d]\n", what, i);
         ++failures;
     }
 }
@@ -39,22 +39,17 @@ int main(void) {
         a[i] = (i - 18) * 0.37 + 0.011;
         b[i] = ldexp(1.0 + i / 41.0, i % 23 - 11) * (i % 3 ? 1 : -1);
     }
-    if (ZVLGETMODE() != ZVL_MODE_DEFAULT) {
-        printf("FAIL mode word at start 0x%x\n", ZVLGETMODE());
-        ++failures;
-    }
-
+    check(ZVLGETMODE() == ZVL_MODE_DEFAULT, "mode word at start", 0);
     const unsigned modes[3] = {ZVL_HA, ZVL_LA, ZVL_EP};
-    const char *names[3] = {"HA", "LA", "EP"};
     for (int m = 0; m < 3; ++m) {
         const unsigned previous = ZVLSETMODE(&modes[m]);
-        if (m == 0 && previous != ZVL_MODE_DEFAULT) ++failures;
-        if ((ZVLGETMODE() & ZVL_ACCURACY_MASK) != modes[m]) ++failures;
+        check(m > 0 || previous == ZVL_MODE_DEFAULT, "previous mode word", m);
+        check((ZVLGETMODE() & ZVL_ACCURACY_MASK) == modes[m], "accuracy field", m);
         const int ulps = m == 0 ? 0 : 4;
         VDINV(&n, b, r);
-        for (int i = 0; i < N; ++i) check(near(r[i], 1.0 / b[i], ulps), names[m], i, r[i], 1.0 / b[i]);
+        for (int i = 0; i < N; ++i) check(near(r[i], 1.0 / b[i], ulps), "1/b", i);
         VDDIV(&n, a, b, r);
-        for (int i = 0; i < N; ++i) check(near(r[i], a[i] / b[i], ulps), names[m], i, r[i], a[i] / b[i]);
+        for (int i = 0; i < N; ++i) check(near(r[i], a[i] / b[i], ulps), "a/b", i);
     }
 
     /* The default error action sets errno to ERANGE for a singularity. */
@@ -63,16 +58,10 @@ int main(void) {
     errno = 0;
     b[5] = 0.0;
     VDDIV(&n, a, b, r);
-    if (errno != ERANGE) {
-        printf("FAIL errno %d after a zero divisor\n", errno);
-        ++failures;
-    }
-    check(isinf(r[5]) && r[5] < 0, "a/0", 5, r[5], -INFINITY);
+    check(errno == ERANGE && isinf(r[5]) && r[5] < 0, "a/0", 5);
     errno = 0;
     VDINV_Idx(&n, b, 0, r, 0);
-    if (errno != ERANGE) ++failures;
-    check(isinf(r[5]) && r[5] > 0, "1/0", 5, r[5], INFINITY);
-
+    check(errno == ERANGE && isinf(r[5]) && r[5] > 0, "1/0", 5);
     if (failures) printf("%d failures\n", failures);
     return failures ? 1 : 0;
 }

@@ -1,32 +1,31 @@
-// The exported front-ends: argument checks and their messages, the _Idx
-// forms, and which kernel each accuracy field runs. Registered once per cpu
-// type, so every row of the kernel sets is bound by some process.
+// The exported front-ends, every row of the function table: argument checks
+// and their messages by shape, the _Idx forms, and the kernel each accuracy
+// field runs. Registered once per cpu type, so every row of the kernel sets
+// is bound by some process. The parallel path is the threading tests'.
 #include <gtest/gtest.h>
 
-#include <cmath>
 #include <cstdint>
-#include <functional>
 #include <string>
 #include <vector>
 
 #include "frame/cpu_type.h"
+#include "frame/kernel_sets.h"
 #include "state/state.h"
 #include "tests/common/capture.h"
-#include "zvl.h"
+#include "tests/common/rows.h"
 
+namespace zvl_test {
 namespace {
 
 constexpr int32_t kSentinel = 77;  // a status no front-end sets
+constexpr double kUntouched = -1.0;
 
-std::string g_last_name;
-int g_calls = 0;
-int record_name(ZVLErrorRecord* rec) {
-    g_last_name.assign(rec->name, static_cast<size_t>(rec->name_len));
-    ++g_calls;
-    return 0;
+std::string parameter_error(int position, const char* name) {
+    return "\nZEL ERROR: Parameter " + std::to_string(position) + " was incorrect on entry to " +
+           name + "\n";
 }
 
-class FrontEnd : public testing::Test {
+class FrontEnd : public testing::TestWithParam<Row> {
   protected:
     void SetUp() override {
         zvl::ThreadContext* c = zvl::library_context();
@@ -34,195 +33,137 @@ class FrontEnd : public testing::Test {
         c->callback = nullptr;
         c->array_base = nullptr;
         c->status = kSentinel;
-        g_calls = 0;
-        g_last_name.clear();
     }
 };
 
-const char* const kLabels[6] = {"ex", "e7", "u8", "y8", "h8", "e9"};
+int g_calls = 0;
+int count_call(ZVLErrorRecord*) { return ++g_calls, 0; }
 
-std::string param_message(int position, const char* name) {
-    return "\nZEL ERROR: Parameter " + std::to_string(position) +
-           " was incorrect on entry to " + name + "\n";
-}
-
-// --- Argument checks --------------------------------------------------------
-
-enum Null { kNone = 0, kA = 1, kB = 2, kR = 4 };
-
-struct CheckRow {
-    const char* what;
-    int n;
-    int nulls;       // which pointers are null
-    int position;    // 0: no report
-    int32_t status;  // expected status word afterwards
-};
-
-// One in, one out: n, a, r.
-const CheckRow kInvRows[] = {
-    {"n negative, pointers null", -1, kA | kR, 1, ZVL_STATUS_BADSIZE},
-    {"n negative, pointers good", -1, kNone, 1, ZVL_STATUS_BADSIZE},
-    {"n most negative", INT32_MIN, kNone, 1, ZVL_STATUS_BADSIZE},
-    {"n zero, pointers null", 0, kA | kR, 0, kSentinel},
-    {"n zero, pointers good", 0, kNone, 0, kSentinel},
-    {"a null", 3, kA, 2, ZVL_STATUS_BADMEM},
-    {"a and r null", 3, kA | kR, 2, ZVL_STATUS_BADMEM},
-    {"r null", 3, kR, 3, ZVL_STATUS_BADMEM},
-    {"all good", 3, kNone, 0, kSentinel},
-};
-
-// Two in, one out: n, a, b, r.
-const CheckRow kDivRows[] = {
-    {"n negative, pointers null", -1, kA | kB | kR, 1, ZVL_STATUS_BADSIZE},
-    {"n zero, pointers null", 0, kA | kB | kR, 0, kSentinel},
-    {"a null", 3, kA, 2, ZVL_STATUS_BADMEM},
-    {"all null", 3, kA | kB | kR, 2, ZVL_STATUS_BADMEM},
-    {"b null", 3, kB, 3, ZVL_STATUS_BADMEM},
-    {"b and r null", 3, kB | kR, 3, ZVL_STATUS_BADMEM},
-    {"r null", 3, kR, 4, ZVL_STATUS_BADMEM},
-    {"all good", 3, kNone, 0, kSentinel},
-};
-
-void expect_check(const CheckRow& row, const char* name, const std::string& out,
-                  const std::vector<double>& r) {
-    SCOPED_TRACE(row.what);
-    EXPECT_EQ(out, row.position ? param_message(row.position, name) : "");
-    EXPECT_EQ(zvl::get_status(), row.status);
-    if (row.position == 0 && row.n > 0 && !(row.nulls & kR)) {
-        EXPECT_EQ(r[0], 0.5);
-    } else {
-        EXPECT_EQ(r[0], -1.0) << "the result array was written";
-    }
-}
-
-TEST_F(FrontEnd, InvArgumentChecks) {
-    for (const CheckRow& row : kInvRows) {
-        zvl::set_status(kSentinel);
-        std::vector<double> a(4, 2.0), r(4, -1.0);
-        const std::string out = zvl_test::capture_stdout([&] {
-            VDINV(&row.n, row.nulls & kA ? nullptr : a.data(), row.nulls & kR ? nullptr : r.data());
-        });
-        expect_check(row, "vdInv", out, r);
-    }
-}
-
-TEST_F(FrontEnd, DivArgumentChecks) {
-    for (const CheckRow& row : kDivRows) {
-        zvl::set_status(kSentinel);
-        std::vector<double> a(4, 1.0), b(4, 2.0), r(4, -1.0);
-        const std::string out = zvl_test::capture_stdout([&] {
-            VDDIV(&row.n, row.nulls & kA ? nullptr : a.data(), row.nulls & kB ? nullptr : b.data(),
-                  row.nulls & kR ? nullptr : r.data());
-        });
-        expect_check(row, "vdDiv", out, r);
-    }
-}
-
-// Parameter errors print whatever the error-action field says, never reach
-// the callback, and leave the mode alone.
-TEST_F(FrontEnd, ParameterErrorIgnoresTheMode) {
-    zvl::set_callback(record_name);
+// n first: negative is position 1 whatever the pointers, zero returns before
+// any is looked at. Then each checked array in order, the first null one
+// reporting; the array-and-scalar shape never checks its scalar. Nothing is
+// written when a check fails. The message is printed whatever the error
+// action says, the callback never hears of it, and the mode stays.
+TEST_P(FrontEnd, ArgumentChecksInOrder) {
+    const Row& r = GetParam();
+    g_calls = 0;
+    zvl::set_callback(count_call);
     const unsigned ignore = ZVL_ERRMODE_IGNORE;
     ZVLSETMODE(&ignore);
     const unsigned mode = ZVLGETMODE();
-    const int n = 1;
-    double r[1];
-    const std::string out = zvl_test::capture_stdout([&] { VDINV(&n, nullptr, r); });
-    EXPECT_EQ(out, param_message(2, "vdInv"));
-    EXPECT_EQ(zvl::get_status(), ZVL_STATUS_BADMEM);
+    std::vector<double> a(4, 1.5), b(4, 1.5), y(4, kUntouched), z(4, kUntouched);
+    // null_from: the first of the checked arrays given as null (`alone`: the
+    // only one), -1 none.
+    auto call = [&](int n, int null_from, bool alone) {
+        std::vector<const double*> p = {a.data()};
+        if (r.shape == Shape::D2) p.push_back(b.data());
+        p.push_back(y.data());
+        if (r.shape == Shape::D12) p.push_back(z.data());
+        for (int i = 0; i < static_cast<int>(p.size()); ++i)
+            if (null_from >= 0 && (i == null_from || (!alone && i > null_from))) p[i] = nullptr;
+        const double* bp = r.shape == Shape::D2 ? p[1] : null_from < 0 ? b.data() : nullptr;
+        double* out = const_cast<double*>(p[r.shape == Shape::D2 ? 2 : 1]);
+        double* out2 = r.shape == Shape::D12 ? const_cast<double*>(p[2]) : nullptr;
+        zvl::set_status(kSentinel);
+        return capture_stdout([&] { r.entry(&n, p[0], bp, out, out2); });
+    };
+    for (int n : {-1, INT32_MIN}) {
+        EXPECT_EQ(call(n, 0, false), parameter_error(1, r.report)) << n;
+        EXPECT_EQ(zvl::get_status(), ZVL_STATUS_BADSIZE);
+    }
+    EXPECT_EQ(call(0, 0, false), "");
+    EXPECT_EQ(zvl::get_status(), kSentinel);
+    for (int i = 0; i < r.arrays(); ++i)
+        for (bool alone : {true, false}) {
+            EXPECT_EQ(call(3, i, alone), parameter_error(i + 2, r.report)) << "array " << i;
+            EXPECT_EQ(zvl::get_status(), ZVL_STATUS_BADMEM);
+        }
+    for (double v : y) EXPECT_EQ(v, kUntouched);
+    for (double v : z) EXPECT_EQ(v, kUntouched);
+    EXPECT_EQ(call(3, -1, false), "");
+    EXPECT_EQ(zvl::get_status(), kSentinel) << "a clean call leaves the status";
     EXPECT_EQ(g_calls, 0);
     EXPECT_EQ(ZVLGETMODE(), mode);
 }
 
-// --- _Idx forms ---------------------------------------------------------------
-
-TEST_F(FrontEnd, IdxAdvancesByElements) {
-    double a[8] = {1, 2, 4, 8, 16, 32, 64, 128};
-    double b[8] = {2, 2, 2, 2, 2, 2, 2, 2};
-    double r[8] = {0, 0, 0, 0, 0, 0, 0, 0};
-    const int n = 3;
-    VDINV_Idx(&n, a, 2, r, 4);
-    EXPECT_EQ(r[4], 0.25);
-    EXPECT_EQ(r[5], 0.125);
-    EXPECT_EQ(r[6], 0.0625);
-    EXPECT_EQ(r[3], 0.0);
-    EXPECT_EQ(r[7], 0.0);
-
-    double zero[8] = {0, 0, 0, 0, 0, 0, 0, 0};
-    VDDIV_Idx(&n, a + 5, -4, b, 1, zero, 0);  // a[1..3] / b[1..3]
-    EXPECT_EQ(zero[0], 1.0);
-    EXPECT_EQ(zero[1], 2.0);
-    EXPECT_EQ(zero[2], 4.0);
-    EXPECT_EQ(zero[3], 0.0);
-    EXPECT_EQ(zvl::get_status(), kSentinel);
-}
-
-// The exported form tests the advanced pointers, not the ones passed.
-TEST_F(FrontEnd, IdxChecksTheAdvancedPointers) {
-    const int n = 1;
-    double r[1] = {-1.0};
-    const double* eight = reinterpret_cast<const double*>(uintptr_t{16});
-    const struct {
-        const char* what;
-        std::function<void()> call;
-        std::string out;
-    } rows[] = {
-        // a null and ia = 1: a passes, r is the first bad pointer
-        {"inv a null, ia 1", [&] { VDINV_Idx(&n, nullptr, 1, nullptr, 0); },
-         param_message(3, "vdInv")},
-        // a non-null that the index brings back to null
-        {"inv a + ia null", [&] { VDINV_Idx(&n, eight, -2, r, 0); }, param_message(2, "vdInv")},
-        {"div b null, ib 1", [&] { VDDIV_Idx(&n, r, 0, nullptr, 1, nullptr, 0); },
-         param_message(4, "vdDiv")},
-        {"div r + ir null", [&] { VDDIV_Idx(&n, r, 0, r, 0, const_cast<double*>(eight), -2); },
-         param_message(4, "vdDiv")},
-    };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.what);
-        EXPECT_EQ(zvl_test::capture_stdout(row.call), row.out);
-        EXPECT_EQ(zvl::get_status(), ZVL_STATUS_BADMEM);
-    }
-}
-
-// --- Accuracy field -----------------------------------------------------------
-
-// The kernel that ran names itself in the error record of a zero divisor.
-TEST_F(FrontEnd, AccuracyFieldChoosesTheKernel) {
+// _Idx advances each array by whole elements and checks the advanced
+// pointers, not the ones passed.
+TEST_P(FrontEnd, IdxAdvancesByElements) {
+    const Row& r = GetParam();
     const uint32_t cpu = zvl::cpu_type();
-    ASSERT_LE(cpu, 5u);
-    zvl::set_callback(record_name);
+    const Args x = ordinary(r, 8);
+    std::vector<double> y(8, kUntouched), z(8, kUntouched), want(3), want2(3);
+    const double* bk = r.shape == Shape::D2 ? &x.b[1] : x.bp();
+    r.kernel(cpu, zvl::kHA)(3, &x.a[2], bk, want.data(), want2.data());
+    zvl::set_mode(ZVL_HA);
+    const int n = 3;
+    r.entry_idx(&n, x.a.data() + 6, -4, x.bp(), 1, y.data(), 3, z.data(), 4);
+    for (int i = 0; i < 8; ++i) {
+        const bool written = i >= 3 && i < 6;
+        EXPECT_TRUE(same(y[i], written ? want[i - 3] : kUntouched)) << "element " << i;
+        if (r.shape == Shape::D12)
+            EXPECT_TRUE(same(z[i], i >= 4 && i < 7 ? want2[i - 4] : kUntouched)) << i;
+    }
+    const double* null_after = reinterpret_cast<const double*>(uintptr_t{16});
+    const std::string out = capture_stdout(
+        [&] { r.entry_idx(&n, null_after, -2, x.bp(), 0, y.data(), 0, z.data(), 0); });
+    EXPECT_EQ(out, parameter_error(2, r.report));
+    // a null array that its index moves off null passes
+    const std::string past =
+        capture_stdout([&] { r.entry_idx(&n, nullptr, 1, x.bp(), 0, nullptr, 0, nullptr, 0); });
+    EXPECT_EQ(past, parameter_error(r.shape == Shape::D2 ? 4 : 3, r.report));
+    EXPECT_EQ(zvl::get_status(), ZVL_STATUS_BADMEM);
+}
+
+// Accuracy field 2 runs the HA slot, 1 the LA slot, any other value EP: the
+// results are the slot's, and a report names its kernel. The rounding
+// family has one kernel whatever the mode.
+TEST_P(FrontEnd, AccuracyFieldChoosesTheSlot) {
+    const Row& r = GetParam();
+    const int cpu = static_cast<int>(zvl::cpu_type());
+    ASSERT_LE(cpu, 5);
+    Args x = ordinary(r, 37);
+    if (r.has_report()) x.set(30, r.traits->reports, r.shape);
+    const int n = static_cast<int>(x.a.size());
+    ReportLog log;
     for (uint32_t field = 0; field < 16; ++field) {
         SCOPED_TRACE("accuracy field " + std::to_string(field));
-        zvl::library_context()->mode = (ZVL_MODE_DEFAULT & ~0xFu) | field;
-        const char* tag = field == 2 ? "HA" : field == 1 ? "50" : "26";
-        if (cpu == 0) tag = "HA";  // one kernel serves all three modes
-        const std::string label = kLabels[cpu];
-
-        const int n = 1;
-        const double zero[1] = {0.0}, one[1] = {1.0};
-        double r[1];
-        VDINV(&n, zero, r);
-        EXPECT_EQ(g_last_name, "zel_zvl_core_" + label + "_zvl_dInv_" + tag);
-        EXPECT_EQ(r[0], INFINITY);
-        VDDIV(&n, one, zero, r);
-        EXPECT_EQ(g_last_name, "zel_zvl_core_" + label + "_zvl_dDiv_" + tag);
-        EXPECT_EQ(r[0], INFINITY);
-        EXPECT_EQ(zvl::get_status(), ZVL_STATUS_SING);
+        const int col = r.rounding ? 0 : field == 2 ? zvl::kHA : field == 1 ? zvl::kLA : zvl::kEP;
+        std::vector<double> want(x.a.size()), want2(x.a.size()), got(x.a.size()), got2(x.a.size());
+        r.kernel(cpu, col)(n, x.a.data(), x.bp(), want.data(), want2.data());
+        zvl::library_context()->mode = (zvl::library_context()->mode & ~0xFu) | field;
+        zvl::set_status(kSentinel);
+        log.clear();
+        r.entry(&n, x.a.data(), x.bp(), got.data(), got2.data());
+        for (int i = 0; i < n; ++i)
+            ASSERT_TRUE(same(got[i], want[i]) && same(got2[i], want2[i])) << "element " << i;
+        if (r.has_report()) {
+            ASSERT_EQ(log.list().size(), 1u);
+            EXPECT_EQ(log.list()[0].name, (Slot{&r, cpu, col}.name()));
+            EXPECT_NE(zvl::get_status(), kSentinel);
+        } else {
+            EXPECT_EQ(zvl::get_status(), kSentinel);
+        }
     }
-    EXPECT_EQ(g_calls, 32);
 }
 
-// A call without exceptional elements never clears the status word; one
-// with a zero divisor leaves the kernel's report in it.
-TEST_F(FrontEnd, StatusOnlyChangedByReports) {
-    const int n = 5;
-    double a[5] = {1, 2, 3, 4, 5}, r[5];
-    VDINV(&n, a, r);
-    EXPECT_EQ(zvl::get_status(), kSentinel);
-    a[3] = -0.0;
-    VDINV(&n, a, r);
-    EXPECT_EQ(zvl::get_status(), ZVL_STATUS_SING);
-    EXPECT_EQ(r[3], -INFINITY);
+INSTANTIATE_TEST_SUITE_P(EveryRow, FrontEnd, testing::ValuesIn(rows()),
+                         [](const testing::TestParamInfo<Row>& p) { return p.param.report; });
+
+// Powx reads its scalar through the pointer at each call.
+TEST(FrontEndPowx, ReadsTheScalarAtTheCall) {
+    const uint32_t cpu = zvl::cpu_type();
+    const double a[3] = {1.5, 2.0, 0.75};
+    double b = 2.5, got[3], want[3];
+    const int n = 3;
+    zvl::set_mode(ZVL_HA);
+    for (double v : {2.5, -3.25}) {
+        b = v;
+        VDPOWX(&n, a, &b, got);
+        zvl::kernels_VDPOWX.k[cpu][zvl::kHA](n, a, v, want);
+        for (int i = 0; i < 3; ++i) EXPECT_TRUE(same(got[i], want[i])) << v;
+    }
 }
 
 }  // namespace
+}  // namespace zvl_test

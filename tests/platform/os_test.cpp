@@ -2,11 +2,9 @@
 // library's code lies in a loaded library.
 #include <gtest/gtest.h>
 
-#include <atomic>
 #include <cstdlib>
 #include <cstring>
 #include <string>
-#include <thread>
 #include <vector>
 
 #include "platform/os.h"
@@ -74,23 +72,6 @@ TEST(OsHeap, BlocksAreDistinctAndWritable) {
         os::heap_free(heap, blocks[i]);
     }
     os::heap_destroy(heap);
-}
-
-// Threads that use the library and end: each finds the default mode, the
-// context released at its end is not reused by the next thread's start.
-TEST(OsThreadContext, ManyShortThreadsEachStartFromTheDefault) {
-    unsigned la_ignore = ZVL_LA | ZVL_ERRMODE_IGNORE;
-    std::atomic<int> wrong{0};
-    for (int round = 0; round < 50; ++round) {
-        std::thread t([&] {
-            if (ZVLGETMODE() != ZVL_MODE_DEFAULT) ++wrong;
-            ZVLSETMODE(&la_ignore);
-            if (ZVLGETMODE() != 0x0101) ++wrong;
-        });
-        t.join();
-    }
-    EXPECT_EQ(wrong.load(), 0);
-    EXPECT_EQ(ZVLGETMODE(), ZVL_MODE_DEFAULT);
 }
 
 TEST(OsModules, AMissingModuleGivesNull) {

@@ -38,41 +38,35 @@ namespace {
 
 constexpr char kFatal[] = "ZEL FATAL ERROR: memory allocation error\\.\n";
 
-TEST(ContextFailureDeathTest, FirstTimeRetriesOnce) {
-    GTEST_FLAG_SET(death_test_style, "threadsafe");
-    EXPECT_EXIT(
-        {
-            dup2(2, 1);
-            g_failures_left = 1;
-            const unsigned mode = ZVLGETMODE();
-            std::fprintf(stderr, "mode 0x%x\n", mode);
-            std::exit(mode == ZVL_MODE_DEFAULT ? 0 : 3);
-        },
-        testing::ExitedWithCode(0), std::string("^") + kFatal + "mode 0x1a02\n$");
-}
+// The first use fails once (the retry succeeds and the mode is the
+// default), fails twice, or a later thread's first use fails once.
+struct FailureCase {
+    int failures;
+    bool later_thread;
+    int exit_code;
+    const char* after;  // what follows the fatal message
+};
 
-TEST(ContextFailureDeathTest, FirstTimeFailsTwice) {
+TEST(ContextFailureDeathTest, FirstTimeRetriesOnceLaterThreadsNot) {
     GTEST_FLAG_SET(death_test_style, "threadsafe");
-    EXPECT_EXIT(
-        {
-            dup2(2, 1);
-            g_failures_left = 2;
-            ZVLGETMODE();
-        },
-        testing::ExitedWithCode(1), std::string("^") + kFatal + "$");
-}
-
-TEST(ContextFailureDeathTest, LaterThreadHasNoRetry) {
-    GTEST_FLAG_SET(death_test_style, "threadsafe");
-    EXPECT_EXIT(
-        {
-            dup2(2, 1);
-            ZVLGETMODE();  // the slot exists from here on
-            g_failures_left = 1;
-            std::thread([] { ZVLGETMODE(); }).join();
-            std::exit(0);
-        },
-        testing::ExitedWithCode(1), std::string("^") + kFatal + "$");
+    for (const FailureCase& c : {FailureCase{1, false, 0, "mode 0x1a02\n"},
+                                 FailureCase{2, false, 1, ""}, FailureCase{1, true, 1, ""}}) {
+        EXPECT_EXIT(
+            {
+                dup2(2, 1);
+                if (c.later_thread) ZVLGETMODE();  // the slot exists from here on
+                g_failures_left = c.failures;
+                unsigned mode = 0;
+                if (c.later_thread)
+                    std::thread([&] { mode = ZVLGETMODE(); }).join();
+                else
+                    mode = ZVLGETMODE();
+                std::fprintf(stderr, "mode 0x%x\n", mode);
+                std::exit(mode == ZVL_MODE_DEFAULT ? 0 : 3);
+            },
+            testing::ExitedWithCode(c.exit_code), std::string("^") + kFatal + c.after + "$")
+            << c.failures << " failures, later thread " << c.later_thread;
+    }
 }
 
 }  // namespace

@@ -22,12 +22,15 @@ TEST(ContextRelease, DetachFreesAndNextUseStartsAfresh) {
     }).join();
 }
 
-// Threads that end give their contexts back.
+// Threads that end give their contexts back, and each new thread starts
+// from the default mode, not from a released context's.
 TEST(ContextRelease, EndedThreadsLeaveNoBlocks) {
-    auto churn = [](int threads) {
+    int wrong = 0;
+    auto churn = [&](int threads) {
         for (int t = 0; t < threads; ++t)
-            std::thread([] {
-                const uint32_t ep = ZVL_EP;
+            std::thread([&] {
+                wrong += ZVLGETMODE() != ZVL_MODE_DEFAULT;
+                const uint32_t ep = ZVL_EP | ZVL_ERRMODE_IGNORE;
                 ZVLSETMODE(&ep);
             }).join();
     };
@@ -37,6 +40,7 @@ TEST(ContextRelease, EndedThreadsLeaveNoBlocks) {
     const size_t after = zvl_test::context_heap_bytes();
     // 2000 leaked blocks would be 64000 bytes or more
     EXPECT_LT(after, before + 4096) << "before " << before << ", after " << after;
+    EXPECT_EQ(wrong, 0);
 }
 
 }  // namespace

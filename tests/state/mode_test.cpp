@@ -16,22 +16,10 @@ using GetMode = uint32_t (*)();
 
 // Every way in: the exported form, the dispatcher and the six copies.
 uint32_t exported_set(uint32_t m) { return ZVLSETMODE(&m); }
-const SetMode kSetters[] = {exported_set,
-                            zvl::set_mode,
-                            zvl::Services<0>::set_mode,
-                            zvl::Services<1>::set_mode,
-                            zvl::Services<2>::set_mode,
-                            zvl::Services<3>::set_mode,
-                            zvl::Services<4>::set_mode,
-                            zvl::Services<5>::set_mode};
-const GetMode kGetters[] = {ZVLGETMODE,
-                            zvl::get_mode,
-                            zvl::Services<0>::get_mode,
-                            zvl::Services<1>::get_mode,
-                            zvl::Services<2>::get_mode,
-                            zvl::Services<3>::get_mode,
-                            zvl::Services<4>::get_mode,
-                            zvl::Services<5>::get_mode};
+#define ZT_COPIES(f) zvl::Services<0>::f, zvl::Services<1>::f, zvl::Services<2>::f, \
+                     zvl::Services<3>::f, zvl::Services<4>::f, zvl::Services<5>::f
+const SetMode kSetters[] = {exported_set, zvl::set_mode, ZT_COPIES(set_mode)};
+const GetMode kGetters[] = {ZVLGETMODE, zvl::get_mode, ZT_COPIES(get_mode)};
 
 void reset() {
     zvl::ThreadContext* c = zvl::library_context();
@@ -152,9 +140,7 @@ TEST(Mode, ArrayBase) {
 
 TEST(Mode, LibraryCase) {
     EXPECT_EQ(zvl::module_kind(), 1);
-    for (auto context : {zvl::Services<0>::context, zvl::Services<1>::context,
-                         zvl::Services<2>::context, zvl::Services<3>::context,
-                         zvl::Services<4>::context, zvl::Services<5>::context})
+    for (auto context : {ZT_COPIES(context)})
         EXPECT_EQ(context(), zvl::library_context());
 }
 

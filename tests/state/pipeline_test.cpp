@@ -76,52 +76,55 @@ class ErrorPipeline : public testing::TestWithParam<int> {
 
 // --- Status, ignore, callback ------------------------------------------------
 
-TEST_P(ErrorPipeline, IgnoreStopsAfterTheStatus) {
-    mode(0x0102, callback);  // ignore exactly, with a callback set
-    double a[2] = {0, 0}, r[2] = {INFINITY, 1};
-    g_seen.replace_r1 = true;
-    const std::string out = zvl_test::capture_stdout([&] { report(2, 0, a, r); });
-    EXPECT_EQ(zvl::get_status(), 2);
-    EXPECT_EQ(g_seen.calls, 0);
-    EXPECT_EQ(errno, kErrnoSentinel);
-    EXPECT_EQ(out, "");
-    EXPECT_EQ(r[0], INFINITY);
-    EXPECT_EQ(std::fetestexcept(FE_ALL_EXCEPT), 0);
-}
+// One report of element 1 under a mode word, with or without a callback
+// that replaces the result with 42 (and may return 1 or merge a mode).
+struct ActionRow {
+    const char* what;
+    uint32_t mode;
+    bool callback;
+    int ret;            // the callback's return value
+    uint32_t set_mode;  // merged from inside the callback
+    int calls;
+    int err;            // errno afterwards
+    bool raised;        // FE_DIVBYZERO
+    double r;           // the element afterwards
+};
 
-TEST_P(ErrorPipeline, IgnoreMustBeExact) {
-    mode(0x0302);
-    double a[1] = {0}, r[1] = {INFINITY};
-    report(2, 0, a, r);
-    EXPECT_EQ(errno, 34);
-    EXPECT_EQ(zvl::get_status(), 2);
-}
+constexpr int S = kErrnoSentinel;
+const ActionRow kActions[] = {
+    {"ignore stops after the status", 0x0102, true, 0, 0, 0, S, false, INFINITY},
+    {"ignore must be exact", 0x0302, false, 0, 0, 0, 34, false, INFINITY},
+    {"a callback that handles stops everything", 0x1E02, true, 1, 0, 1, S, false, INFINITY},
+    {"the callback replaces the result", ZVL_MODE_DEFAULT, true, 0, 0, 1, 34, true, 42.0},
+    {"the callback bit without a callback", ZVL_MODE_DEFAULT, false, 0, 0, 0, 34, true, INFINITY},
+    {"callback only", 0x1002, true, 0, 0, 1, S, false, 42.0},
+    {"any spare bit 13 to 15 opens the callback gate", 0x8002, true, 0, 0, 1, S, false, 42.0},
+    {"the actions after the callback read the mode anew", 0x1002, true, 0, 0x1200, 1, 34, false,
+     42.0},
+};
 
-TEST_P(ErrorPipeline, CallbackThatHandlesStopsEverything) {
-    mode(0x1E02, callback);  // callback, raise, print, errno
-    g_seen.ret = 1;
-    g_seen.replace_r1 = true;
-    double a[3] = {1, 0, 1}, r[3] = {1, INFINITY, 1};
-    int32_t rc = 0;
-    const std::string out = zvl_test::capture_stdout([&] { rc = report(2, 1, a, r); });
-    EXPECT_EQ(rc, 1);
-    EXPECT_EQ(g_seen.calls, 1);
-    EXPECT_EQ(r[1], INFINITY);
-    EXPECT_EQ(errno, kErrnoSentinel);
-    EXPECT_EQ(out, "");
-    EXPECT_EQ(std::fetestexcept(FE_ALL_EXCEPT), 0);
-    EXPECT_EQ(zvl::get_status(), 2);
-}
-
-TEST_P(ErrorPipeline, CallbackReplacesTheResult) {
-    mode(ZVL_MODE_DEFAULT, callback);
-    g_seen.replace_r1 = true;
-    double a[3] = {1, 0, 1}, r[3] = {1, INFINITY, 1};
-    report(2, 1, a, r);
-    EXPECT_EQ(r[1], 42.0);
-    EXPECT_EQ(r[0], 1.0);
-    EXPECT_EQ(r[2], 1.0);
-    EXPECT_EQ(errno, 34);
+TEST_P(ErrorPipeline, Actions) {
+    for (const ActionRow& row : kActions) {
+        SCOPED_TRACE(row.what);
+        SetUp();
+        mode(row.mode, row.callback ? callback : nullptr);
+        g_seen.replace_r1 = true;
+        g_seen.ret = row.ret;
+        g_seen.set_mode = row.set_mode;
+        double a[3] = {1, 0, 1}, r[3] = {1, INFINITY, 1};
+        int32_t rc = -1;
+        const std::string out = zvl_test::capture_stdout([&] { rc = report(2, 1, a, r); });
+        EXPECT_EQ(rc, row.ret);
+        EXPECT_EQ(zvl::get_status(), 2);
+        EXPECT_EQ(g_seen.calls, row.calls);
+        EXPECT_EQ(errno, row.err);
+        EXPECT_EQ(out, "");
+        EXPECT_EQ(std::fetestexcept(FE_INVALID | FE_DIVBYZERO | FE_OVERFLOW | FE_UNDERFLOW),
+                  row.raised ? FE_DIVBYZERO : 0);
+        EXPECT_EQ(r[1], row.r);
+        EXPECT_EQ(r[0], 1.0);
+        EXPECT_EQ(r[2], 1.0);
+    }
 }
 
 // With one output array, r2 goes back first and r1 last: r1 stays.
@@ -137,43 +140,6 @@ TEST_P(ErrorPipeline, WriteBackSecondResultFirst) {
     report2(2, 0, a, a, y, z);
     EXPECT_EQ(y[0], 42.0);
     EXPECT_EQ(z[0], 43.0);
-}
-
-TEST_P(ErrorPipeline, CallbackBitWithoutCallback) {
-    mode(ZVL_MODE_DEFAULT, nullptr);
-    double a[1] = {0}, r[1] = {INFINITY};
-    report(2, 0, a, r);
-    EXPECT_EQ(errno, 34);
-    EXPECT_TRUE(std::fetestexcept(FE_DIVBYZERO));
-    EXPECT_EQ(r[0], INFINITY);
-}
-
-TEST_P(ErrorPipeline, CallbackOnly) {
-    mode(0x1002, callback);
-    double a[1] = {0}, r[1] = {INFINITY};
-    const std::string out = zvl_test::capture_stdout([&] { report(2, 0, a, r); });
-    EXPECT_EQ(g_seen.calls, 1);
-    EXPECT_EQ(errno, kErrnoSentinel);
-    EXPECT_EQ(out, "");
-    EXPECT_EQ(std::fetestexcept(FE_ALL_EXCEPT), 0);
-}
-
-// Any of the spare bits 13 to 15 opens the callback gate.
-TEST_P(ErrorPipeline, SpareBitsOpenTheCallbackGate) {
-    mode(0x8002, callback);
-    double a[1] = {0}, r[1] = {INFINITY};
-    report(2, 0, a, r);
-    EXPECT_EQ(g_seen.calls, 1);
-    EXPECT_EQ(errno, kErrnoSentinel);
-}
-
-// The actions after the callback read the mode anew.
-TEST_P(ErrorPipeline, ActionsObeyAModeTheCallbackChanged) {
-    mode(0x1002, callback);
-    g_seen.set_mode = 0x1200;
-    double a[1] = {0}, r[1] = {INFINITY};
-    report(2, 0, a, r);
-    EXPECT_EQ(errno, 34);
 }
 
 // --- The record -----------------------------------------------------------------
@@ -255,18 +221,29 @@ TEST_P(ErrorPipeline, NegativeStatusesTouchNoArray) {
 
 // --- errno, messages, exceptions --------------------------------------------------
 
-TEST_P(ErrorPipeline, Errno) {
+// errno and the raised exception by status; the negative statuses pass no
+// arrays. Printing may leave the inexact flag (MinGW's printf formats in
+// floating point): only the four flags the action raises count.
+TEST_P(ErrorPipeline, ErrnoAndException) {
     const struct {
         int32_t status;
-        int err;
-    } rows[] = {{-2, 13}, {-1, 22}, {0, 0}, {1, 33}, {2, 34}, {3, 34}, {4, 34}, {5, 14}, {7, 14}, {-3, 14}};
-    mode(0x0202);
+        int err, flag;
+    } rows[] = {{-2, 13, 0}, {-1, 22, 0}, {0, 0, 0}, {1, 33, FE_INVALID}, {2, 34, FE_DIVBYZERO},
+                {3, 34, FE_OVERFLOW}, {4, 34, FE_UNDERFLOW}, {5, 14, 0}, {7, 14, 0}, {-3, 14, 0}};
+    constexpr int kFour = FE_INVALID | FE_DIVBYZERO | FE_OVERFLOW | FE_UNDERFLOW;
     for (const auto& row : rows) {
-        errno = kErrnoSentinel;
-        double a[1] = {1}, r[1] = {1};
-        report(row.status, 0, row.status < 0 && row.status > -3 ? nullptr : a,
-               row.status < 0 && row.status > -3 ? nullptr : r);
-        EXPECT_EQ(errno, row.err) << "status " << row.status;
+        double a1[1] = {1}, r1[1] = {1};
+        double* a = row.status < 0 && row.status > -3 ? nullptr : a1;
+        double* r = a ? r1 : nullptr;
+        for (uint32_t m : {0x0A02u, 0x0602u}) {  // errno and raise; errno and print
+            mode(m);
+            errno = kErrnoSentinel;
+            std::feclearexcept(FE_ALL_EXCEPT);
+            zvl_test::capture_stdout([&] { report(row.status, 0, a, r); });
+            SCOPED_TRACE("status " + std::to_string(row.status));
+            EXPECT_EQ(errno, row.err);
+            EXPECT_EQ(std::fetestexcept(kFour), m & 0x800 ? row.flag : 0);
+        }
     }
 }
 
@@ -316,29 +293,6 @@ TEST_P(ErrorPipeline, PrintedMessagesAndValueLines) {
         char head[128];
         std::snprintf(head, sizeof head, status_message(row.status), "vdTest");
         EXPECT_EQ(out, std::string(head) + "\n" + row.lines);
-    }
-}
-
-TEST_P(ErrorPipeline, RaisesTheMatchingException) {
-    const struct {
-        int32_t status;
-        int flag;
-    } rows[] = {{1, FE_INVALID}, {2, FE_DIVBYZERO}, {3, FE_OVERFLOW}, {4, FE_UNDERFLOW}, {7, 0}, {0, 0}};
-    for (const auto& row : rows) {
-        double a[1] = {1}, r[1] = {1};
-        mode(0x0802);
-        std::feclearexcept(FE_ALL_EXCEPT);
-        report(row.status, 0, a, r);
-        const int raised = std::fetestexcept(FE_INVALID | FE_DIVBYZERO | FE_OVERFLOW | FE_UNDERFLOW);
-        EXPECT_EQ(raised, row.flag) << "status " << row.status;
-
-        // Printing may leave the inexact flag (MinGW's printf formats in
-        // floating point): only the four flags the action raises count.
-        mode(0x0602);
-        std::feclearexcept(FE_ALL_EXCEPT);
-        zvl_test::capture_stdout([&] { report(row.status, 0, a, r); });
-        EXPECT_EQ(std::fetestexcept(FE_INVALID | FE_DIVBYZERO | FE_OVERFLOW | FE_UNDERFLOW), 0)
-            << "raised without the action";
     }
 }
 

@@ -8,12 +8,16 @@
 #include <thread>
 
 #include "frame/cpu_type.h"
+#include "platform/os.h"
 #include "state/state.h"
 #include "zvl.h"
 
 namespace {
 
-TEST(ProgramCase, ModuleKindIsProgram) { EXPECT_EQ(zvl::module_kind(), 0); }
+TEST(ProgramCase, ModuleKindIsProgram) {
+    EXPECT_EQ(zvl::os::module_kind(), 0);
+    EXPECT_EQ(zvl::module_kind(), 0);
+}
 
 TEST(ProgramCase, ModeStartsAtZeroOnEveryThread) {
     EXPECT_EQ(ZVLGETMODE(), 0u);

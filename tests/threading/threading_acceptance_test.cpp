@@ -7,28 +7,20 @@
 #include <omp.h>
 
 #include <atomic>
-#include <cmath>
 #include <cstring>
-#include <random>
 #include <vector>
 
 #include "frame/cpu_type.h"
-#include "frame/kernel_sets.h"
 #include "state/state.h"
+#include "tests/common/rows.h"
 #include "threading/threading.h"
 #include "zvl.h"
 
 namespace {
 
-std::atomic<uint32_t> g_threads_seen{0};
+using zvl_test::Row;
 
-std::vector<double> uniform(size_t n, unsigned seed) {
-    std::mt19937_64 g(seed);
-    std::uniform_real_distribution<double> d(-1e3, 1e3);
-    std::vector<double> v(n);
-    for (double& x : v) x = d(g);
-    return v;
-}
+std::atomic<uint32_t> g_threads_seen{0};
 
 int note_thread(ZVLErrorRecord*) {
     g_threads_seen.fetch_or(1u << omp_get_thread_num());
@@ -41,105 +33,68 @@ protected:
         if (omp_get_num_procs() < 2) GTEST_SKIP() << "needs two processors";
         ASSERT_EQ(zvl::cpu_type(), 4u) << "run with ZVL_CPU_TYPE=4";
         ASSERT_EQ(ZEL_Get_Dynamic(), 0) << "run with ZEL_DYNAMIC=false";
-        zvl::set_callback(note_thread);
+        ASSERT_GE(ZEL_Domain_Get_Max_Threads(ZEL_ZVL), 2);
     }
-    void TearDown() override { zvl::clear_callback(); }
-
     // The threads that met a zero divisor at either end of n elements.
-    static uint32_t threads_at_ends(int n, std::vector<double>& a, std::vector<double>& r) {
-        a[0] = 0.0;
-        a[static_cast<size_t>(n) - 1] = 0.0;
+    static uint32_t threads_at_ends(int n) {
+        std::vector<double> a(static_cast<size_t>(n), 2.0), r(a.size());
+        a[0] = a[a.size() - 1] = 0.0;
         g_threads_seen = 0;
+        zvl::set_callback(note_thread);
         VDINV(&n, a.data(), r.data());
+        zvl::clear_callback();
         return g_threads_seen.load();
     }
 };
 
-TEST_F(Acceptance, LongInvRunsOnTwoThreadsBitForBit) {
-    const int n = 10000000;
-    std::vector<double> a = uniform(n, 7), parallel(n), serial(n), direct(n);
-
-    ASSERT_GE(ZEL_Domain_Get_Max_Threads(ZEL_ZVL), 2);
-    ASSERT_GE(n, zvl::threshold_d(0, 4));
-    EXPECT_EQ(threads_at_ends(n, a, parallel), 0b11u);
-
-    ZEL_Domain_Set_Num_Threads(1, ZEL_ZVL);
-    EXPECT_EQ(threads_at_ends(n, a, serial), 0b01u);
-    ZEL_Domain_Set_Num_Threads(0, ZEL_ZVL);
-
-    zvl::kernels_VDINV.k[4][zvl::kHA](n, a.data(), direct.data());
-    EXPECT_EQ(std::memcmp(parallel.data(), serial.data(), sizeof(double) * n), 0);
-    EXPECT_EQ(std::memcmp(parallel.data(), direct.data(), sizeof(double) * n), 0);
-}
-
-TEST_F(Acceptance, LongDivMatchesSerialBitForBit) {
-    const int n = 2000000;
-    const std::vector<double> a = uniform(n, 8), b = uniform(n, 9);
-    std::vector<double> parallel(n), serial(n);
-    for (const unsigned mode : {ZVL_HA, ZVL_LA, ZVL_EP}) {
-        zvl::set_mode(mode);
-        VDDIV(&n, a.data(), b.data(), parallel.data());
-        ZEL_Domain_Set_Num_Threads(1, ZEL_ZVL);
-        VDDIV(&n, a.data(), b.data(), serial.data());
-        ZEL_Domain_Set_Num_Threads(0, ZEL_ZVL);
-        EXPECT_EQ(std::memcmp(parallel.data(), serial.data(), sizeof(double) * n), 0) << mode;
-    }
-    zvl::set_mode(ZVL_HA);
-}
-
-// Every real front-end with a parallel path, HA, on a length that splits
-// into chunks of no particular alignment: the team's results are the
-// caller's alone, bit for bit.
-struct Front {
-    const char* name;
-    void (*one)(const int*, const double*, double*);
-    void (*two)(const int*, const double*, const double*, double*);
-    void (*scalar)(const int*, const double*, const double*, double*);
-};
-
-std::ostream& operator<<(std::ostream& os, const Front& f) { return os << f.name; }
-
-class EveryFrontEnd : public Acceptance, public testing::WithParamInterface<Front> {};
-
-TEST_P(EveryFrontEnd, ParallelMatchesSerial) {
-    const Front f = GetParam();
-    const int n = 1000003;
-    std::vector<double> a = uniform(n, 10), b = uniform(n, 11), parallel(n), serial(n);
-    for (size_t i = 0; i < a.size(); ++i) {
-        a[i] = 0.5 + std::abs(a[i]) / 500;  // in (0.5, 2.5): inside every domain
-        b[i] = b[i] / 200;
-    }
-    const double x = 1.75;
-    for (std::vector<double>* out : {&parallel, &serial}) {
-        if (out == &serial) ZEL_Domain_Set_Num_Threads(1, ZEL_ZVL);
-        if (f.one) f.one(&n, a.data(), out->data());
-        if (f.two) f.two(&n, a.data(), b.data(), out->data());
-        if (f.scalar) f.scalar(&n, a.data(), &x, out->data());
-    }
-    ZEL_Domain_Set_Num_Threads(0, ZEL_ZVL);
-    EXPECT_EQ(std::memcmp(parallel.data(), serial.data(), sizeof(double) * n), 0);
-}
-
-INSTANTIATE_TEST_SUITE_P(
-    Threading, EveryFrontEnd,
-    testing::Values(Front{"Inv", VDINV, nullptr, nullptr}, Front{"Div", nullptr, VDDIV, nullptr},
-                    Front{"Sqrt", VDSQRT, nullptr, nullptr},
-                    Front{"InvSqrt", VDINVSQRT, nullptr, nullptr},
-                    Front{"Cbrt", VDCBRT, nullptr, nullptr},
-                    Front{"InvCbrt", VDINVCBRT, nullptr, nullptr},
-                    Front{"Pow", nullptr, VDPOW, nullptr},
-                    Front{"Powx", nullptr, nullptr, VDPOWX},
-                    Front{"Exp", VDEXP, nullptr, nullptr}),
-    [](const testing::TestParamInfo<Front>& info) { return std::string(info.param.name); });
-
-// The front-end goes parallel from n equal to the threshold.
+// The front-end goes parallel from n equal to the threshold, on two
+// threads, and stays on the caller when one thread is asked for.
 TEST_F(Acceptance, ThresholdLengthIsTheFirstParallelOne) {
     const int t = zvl::threshold_d(0, 4);
     ASSERT_GT(t, 100);
     ASSERT_LT(t, 1000000);
-    std::vector<double> a(static_cast<size_t>(t), 2.0), r(static_cast<size_t>(t));
-    EXPECT_EQ(threads_at_ends(t, a, r), 0b11u);
-    EXPECT_EQ(threads_at_ends(t - 1, a, r), 0b01u);
+    EXPECT_EQ(threads_at_ends(t), 0b11u);
+    EXPECT_EQ(threads_at_ends(t - 1), 0b01u);
+    ZEL_Domain_Set_Num_Threads(1, ZEL_ZVL);
+    EXPECT_EQ(threads_at_ends(t), 0b01u);
+    ZEL_Domain_Set_Num_Threads(0, ZEL_ZVL);
 }
+
+// Every real front-end with a parallel path, on a length that splits into
+// chunks of no particular alignment in HA and into whole blocks in every
+// mode (LA and EP kernels may share work among a block): the team's results
+// are the caller's alone and the kernel's, bit for bit.
+class EveryFrontEnd : public Acceptance, public testing::WithParamInterface<Row> {};
+
+TEST_P(EveryFrontEnd, ParallelMatchesSerial) {
+    const Row& f = GetParam();
+    const zvl_test::Args x = zvl_test::ordinary(f, 200003, 10);
+    std::vector<double> parallel(x.a.size()), serial(x.a.size()), direct(x.a.size());
+    const unsigned modes[3] = {ZVL_HA, ZVL_LA, ZVL_EP};
+    for (int run = 0; run < 4; ++run) {
+        const int col = run == 0 ? 0 : run - 1, n = run == 0 ? 200003 : 200000;
+        zvl::set_mode(modes[col]);
+        f.entry(&n, x.a.data(), x.bp(), parallel.data(), nullptr);
+        ZEL_Domain_Set_Num_Threads(1, ZEL_ZVL);
+        f.entry(&n, x.a.data(), x.bp(), serial.data(), nullptr);
+        ZEL_Domain_Set_Num_Threads(0, ZEL_ZVL);
+        f.kernel(4, col)(n, x.a.data(), x.bp(), direct.data(), nullptr);
+        EXPECT_EQ(std::memcmp(parallel.data(), serial.data(), sizeof(double) * n), 0)
+            << n << " " << col;
+        EXPECT_EQ(std::memcmp(parallel.data(), direct.data(), sizeof(double) * n), 0)
+            << n << " " << col;
+    }
+    zvl::set_mode(ZVL_HA);
+}
+
+std::vector<Row> with_parallel_path() {
+    std::vector<Row> v;
+    for (const Row& r : zvl_test::rows())
+        if (!r.rounding) v.push_back(r);
+    return v;
+}
+
+INSTANTIATE_TEST_SUITE_P(Threading, EveryFrontEnd, testing::ValuesIn(with_parallel_path()),
+                         [](const testing::TestParamInfo<Row>& i) { return i.param.report; });
 
 }  // namespace

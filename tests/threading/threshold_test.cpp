@@ -46,32 +46,23 @@ TEST(Thresholds, WorkedLengths) {
     EXPECT_EQ(zvl::threshold_z(162, 4), 100);
 }
 
-TEST(Thresholds, OneProcessorNeverForks) {
-    use(3, {1, 1, 1});
-    for (int32_t slot = 0; slot < 504; slot += 6) EXPECT_EQ(zvl::threshold_d(slot, 3), kNever);
-    for (int32_t slot = 0; slot < 324; slot += 6) EXPECT_EQ(zvl::threshold_z(slot, 3), kNever);
-}
-
-TEST(Thresholds, CpuType5NeverForks) {
-    use(5, {3, 9, 16});
-    for (int32_t slot = 0; slot < 648; slot += 6) EXPECT_EQ(zvl::threshold_d(slot, 5), kNever);
-    for (int32_t slot = 0; slot < 432; slot += 6) EXPECT_EQ(zvl::threshold_z(slot, 5), kNever);
-    for (size_t i = 5; i < 648; i += 6) {
-        EXPECT_EQ(zvl::threshold_table_d[i], 0.0);
-        EXPECT_EQ(zvl::threshold_table_s[i], 0.0);
-    }
-    for (size_t i = 5; i < 432; i += 6) {
-        EXPECT_EQ(zvl::threshold_table_z[i], 0.0);
-        EXPECT_EQ(zvl::threshold_table_c[i], 0.0);
+// One processor, or cpu type 5, never forks.
+TEST(Thresholds, NeverForks) {
+    for (int32_t cpu : {3, 5}) {
+        use(cpu, cpu == 5 ? TopologyCounts{3, 9, 16} : TopologyCounts{1, 1, 1});
+        for (int32_t slot = 0; slot < 648; slot += 6)
+            EXPECT_EQ(zvl::threshold_d(slot, cpu), kNever) << cpu;
+        for (int32_t slot = 0; slot < 432; slot += 6)
+            EXPECT_EQ(zvl::threshold_z(slot, cpu), kNever) << cpu;
     }
 }
 
-// Every other entry is a real cost: a zero would silently keep a function
-// serial on that cpu type.
+// Cpu type 5's entries are zero; every other is a real cost: a zero would
+// silently keep a function serial on that cpu type.
 TEST(Thresholds, TablesHoldCostsBelowType5) {
     const auto check = [](const auto& table, const char* name) {
         for (size_t i = 0; i < table.size(); ++i)
-            if (i % 6 != 5) EXPECT_GT(table[i], 0.0) << name << " entry " << i;
+            EXPECT_EQ(table[i] > 0.0, i % 6 != 5) << name << " entry " << i;
     };
     check(zvl::threshold_table_d, "d");
     check(zvl::threshold_table_s, "s");
@@ -79,70 +70,54 @@ TEST(Thresholds, TablesHoldCostsBelowType5) {
     check(zvl::threshold_table_c, "c");
 }
 
-// LA and EP rows steer only the split: with the same counts an LA call of
-// vdInv at type 4 (3.06 per element) needs longer arrays than HA (10.56).
-TEST(Thresholds, SplitUsesTheSlotOfTheMode) {
-    use(4, {3, 4, 4});
-    int32_t threads = 8;
-    EXPECT_EQ(zvl::split_threads_d(&threads, 1000, 0), 3);
-    threads = 8;
-    EXPECT_EQ(zvl::split_threads_d(&threads, 1000, 6), 1);
-}
+// The threads the split gives a length, by cpu type, counts, driver and slot.
+using Splitter = int32_t (*)(int32_t* threads, int32_t n, int32_t slot);
 
 struct SplitCase {
-    int32_t n;
-    int32_t threads_in;
-    int32_t expected;
+    int32_t cpu;
+    TopologyCounts counts;
+    Splitter split;
+    int32_t slot, n, threads_in, expected;
 };
 
 class Split : public testing::TestWithParam<SplitCase> {};
 
-// Counts 3, 4, 4 (fork cost 6000) and vdInv HA at type 4: one thread up to
-// 568 elements, two up to 994, three up to 6676, then all four.
-TEST_P(Split, ThreadsGrowWithLength) {
-    use(4, {3, 4, 4});
-    int32_t threads = GetParam().threads_in;
-    EXPECT_EQ(zvl::split_threads_d(&threads, GetParam().n, 0), GetParam().expected);
-    EXPECT_EQ(threads, GetParam().expected);
+TEST_P(Split, ThreadsForTheLength) {
+    const SplitCase& c = GetParam();
+    use(c.cpu, c.counts);
+    int32_t threads = c.threads_in;
+    EXPECT_EQ(c.split(&threads, c.n, c.slot), c.expected);
+    EXPECT_EQ(threads, c.expected);
 }
 
-INSTANTIATE_TEST_SUITE_P(Thresholds, Split,
-                         testing::Values(SplitCase{100, 8, 1}, SplitCase{568, 8, 1},
-                                         SplitCase{569, 8, 2}, SplitCase{994, 8, 2},
-                                         SplitCase{995, 8, 3}, SplitCase{6676, 8, 3},
-                                         SplitCase{6677, 8, 4}, SplitCase{0x7fffffff, 8, 4},
-                                         SplitCase{6677, 2, 2}, SplitCase{995, 1, 1}));
+constexpr int32_t kMax = 0x7fffffff;
+constexpr TopologyCounts k344 = {3, 4, 4}, k3916 = {3, 9, 16};
+const auto d = zvl::split_threads_d;
 
-TEST(Thresholds, SplitOfAZeroCostAddsEveryProcessor) {
-    use(5, {3, 4, 4});
-    int32_t threads = 16;
-    EXPECT_EQ(zvl::split_threads_d(&threads, 0x7fffffff, 0), 4);
-    use(5, {2, 2, 2});
-    threads = 16;
-    EXPECT_EQ(zvl::split_threads_z(&threads, 0x7fffffff, 0), 2);
-}
-
-TEST(Thresholds, SplitWithOneProcessorIsOne) {
-    use(2, {1, 1, 1});
-    int32_t threads = 4;
-    EXPECT_EQ(zvl::split_threads_d(&threads, 0x7fffffff, 144), 1);
-    EXPECT_EQ(threads, 1);
-}
-
-// The complex and float tables each steer their own drivers.
-TEST(Thresholds, SplitReadsItsOwnTable) {
-    use(4, {3, 9, 16});
-    int32_t threads = 16;
-    // vzExp HA at type 4: 14000 / 72.94 is 191 elements for one thread.
-    EXPECT_EQ(zvl::split_threads_z(&threads, 191, 54), 1);
-    threads = 16;
-    EXPECT_GT(zvl::split_threads_z(&threads, 192, 54), 1);
-    // The float tables cost half, so one thread covers twice the length.
-    threads = 16;
-    EXPECT_EQ(zvl::split_threads_s(&threads, 2 * 1111, 144), 1);
-    threads = 16;
-    EXPECT_EQ(zvl::split_threads_c(&threads, 2 * 191, 54), 1);
-}
+INSTANTIATE_TEST_SUITE_P(
+    Thresholds, Split,
+    testing::Values(
+        // Counts 3, 4, 4 (fork cost 6000) and vdInv HA at type 4: one thread
+        // up to 568 elements, two up to 994, three up to 6676, then all four.
+        SplitCase{4, k344, d, 0, 100, 8, 1}, SplitCase{4, k344, d, 0, 568, 8, 1},
+        SplitCase{4, k344, d, 0, 569, 8, 2}, SplitCase{4, k344, d, 0, 994, 8, 2},
+        SplitCase{4, k344, d, 0, 995, 8, 3}, SplitCase{4, k344, d, 0, 6676, 8, 3},
+        SplitCase{4, k344, d, 0, 6677, 8, 4}, SplitCase{4, k344, d, 0, kMax, 8, 4},
+        SplitCase{4, k344, d, 0, 6677, 2, 2}, SplitCase{4, k344, d, 0, 995, 1, 1},
+        // LA and EP rows steer only the split: an LA call of vdInv (3.06 per
+        // element) needs longer arrays than HA (10.56).
+        SplitCase{4, k344, d, 0, 1000, 8, 3}, SplitCase{4, k344, d, 6, 1000, 8, 1},
+        // A zero cost (type 5) adds every processor; one processor is one.
+        SplitCase{5, k344, d, 0, kMax, 16, 4},
+        SplitCase{5, {2, 2, 2}, zvl::split_threads_z, 0, kMax, 16, 2},
+        SplitCase{2, {1, 1, 1}, d, 144, kMax, 4, 1},
+        // The complex and float tables steer their own drivers: vzExp HA at
+        // type 4, 14000 / 72.94, is 191 elements for one thread; the float
+        // tables cost half, so one thread covers twice the length.
+        SplitCase{4, k3916, zvl::split_threads_z, 54, 191, 16, 1},
+        SplitCase{4, k3916, zvl::split_threads_z, 54, 192, 16, 2},
+        SplitCase{4, k3916, zvl::split_threads_s, 144, 2 * 1111, 16, 1},
+        SplitCase{4, k3916, zvl::split_threads_c, 54, 2 * 191, 16, 1}));
 
 // The first lookup fixes the cpu type and walks the machine; later cpu
 // type arguments are ignored.

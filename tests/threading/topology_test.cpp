@@ -13,114 +13,67 @@ namespace {
 using zvl::TopologyCounts;
 using zvl_test::Machine;
 
-struct Probed {
+struct MachineCase {
+    const char* name;
+    uint32_t cores, threads;      // one package with contiguous APIC ids, HTT set,
+    void (*change)(Machine& m);   // then this change
     TopologyCounts walk;
-    int32_t logical;
-    int32_t physical;
+    int32_t physical, logical;    // -1: not looked at
 };
 
-void expect_counts(const TopologyCounts& got, const TopologyCounts& want) {
-    EXPECT_EQ(got.packages, want.packages);
-    EXPECT_EQ(got.cores, want.cores);
-    EXPECT_EQ(got.logical, want.logical);
-}
+std::ostream& operator<<(std::ostream& os, const MachineCase& c) { return os << c.name; }
 
-Probed probe(Machine m) {
+class Machines : public testing::TestWithParam<MachineCase> {};
+
+TEST_P(Machines, WalkAndCoreCount) {
+    const MachineCase& c = GetParam();
+    Machine m = zvl_test::package_of(c.cores, c.threads);
+    if (c.change) c.change(m);
     zvl_test::g_machine = &m;
-    Probed p;
-    p.walk = zvl::walk_packages(zvl_test::kSimulated);
-    p.logical = 1;
-    p.physical = 7;
-    zvl::count_physical_cores(zvl_test::kSimulated, &p.logical, &p.physical);
+    const TopologyCounts walk = zvl::walk_packages(zvl_test::kSimulated);
+    int32_t logical = 1, physical = 7;
+    zvl::count_physical_cores(zvl_test::kSimulated, &logical, &physical);
     zvl_test::g_machine = nullptr;
-    return p;
+    EXPECT_EQ(walk.packages, c.walk.packages);
+    EXPECT_EQ(walk.cores, c.walk.cores);
+    EXPECT_EQ(walk.logical, c.walk.logical);
+    if (c.physical >= 0) EXPECT_EQ(physical, c.physical);
+    if (c.logical >= 0) EXPECT_EQ(logical, c.logical);
 }
 
-struct PackageCase {
-    uint32_t cores, threads;
-    TopologyCounts walk;
-};
-
-class WorkedMachines : public testing::TestWithParam<PackageCase> {};
-
-// One package with contiguous APIC ids: the walk's wrap doubles the passes,
-// the failed middle pass adds one to each count, and the core count finds
-// the cores.
-TEST_P(WorkedMachines, CountsComeOutAsTuned) {
-    const PackageCase c = GetParam();
-    const Probed p = probe(zvl_test::package_of(c.cores, c.threads));
-    expect_counts(p.walk, c.walk);
-    EXPECT_EQ(p.physical, static_cast<int32_t>(c.cores));
-    EXPECT_EQ(p.logical, static_cast<int32_t>(c.cores * c.threads));
-}
-
-INSTANTIATE_TEST_SUITE_P(Topology, WorkedMachines,
-                         testing::Values(PackageCase{2, 1, {3, 4, 4}}, PackageCase{4, 1, {3, 8, 8}},
-                                         PackageCase{2, 2, {3, 5, 8}}, PackageCase{4, 2, {3, 9, 16}},
-                                         PackageCase{8, 2, {3, 17, 32}}));
-
-TEST(Topology, SingleProcessorProcessCountsAsTwo) {
-    Machine m = zvl_test::package_of(2, 1);
-    m.process_mask = 1;
-    const Probed p = probe(m);
-    expect_counts(p.walk, {2, 2, 2});
-    // Restricted: the core count gives up at once.
-    EXPECT_EQ(p.physical, 1);
-    EXPECT_EQ(p.logical, 1);
-}
-
-TEST(Topology, RestrictedMaskWalksOnlyItsProcessors) {
-    Machine m = zvl_test::package_of(4, 1);
-    m.process_mask = 0b0101;
-    const Probed p = probe(m);
-    expect_counts(p.walk, {3, 4, 4});
-    EXPECT_EQ(p.physical, 1);
-}
-
-TEST(Topology, OtherVendorCountsDistinctApicIds) {
-    Machine m = zvl_test::package_of(2, 2);
-    m.vendor = false;
-    const Probed p = probe(m);
-    // The core count ignores HTT on another vendor: four distinct ids.
-    EXPECT_EQ(p.physical, 4);
-    // The walk takes cores per package from leaf 0x80000008 instead of leaf 4.
-    expect_counts(p.walk, {3, 5, 8});
-}
-
-TEST(Topology, LeafFourAbsentMeansOneCorePerPackage) {
-    Machine m = zvl_test::package_of(2, 1);
-    m.max_leaf = 3;
-    const Probed p = probe(m);
-    // Both processors read as threads of one core.
-    EXPECT_EQ(p.physical, 1);
-    expect_counts(p.walk, {3, 3, 4});
-}
-
-TEST(Topology, WithoutHttEveryPassIsAPackage) {
-    Machine m = zvl_test::package_of(2, 1);
-    m.htt = false;
-    const Probed p = probe(m);
-    expect_counts(p.walk, {4, 4, 4});
-    EXPECT_EQ(p.physical, 2);
-}
-
-TEST(Topology, FailedAffinityQueryFallsBackToProcessorCount) {
-    Machine m = zvl_test::package_of(2, 2);
-    m.affinity_fails = true;
-    TopologyCounts n = probe(m).walk;
-    // HTT: four processors at two per core, two cores per package.
-    expect_counts(n, {1, 2, 4});
-
-    m.htt = false;
-    n = probe(m).walk;
-    expect_counts(n, {4, 4, 4});
-
-    // No logical processors per package: the fallback fails its own test.
-    m.htt = true;
-    m.logical_per_package = 0;
-    n = probe(m).walk;
-    expect_counts(n, {4, 4, 4});
-}
+INSTANTIATE_TEST_SUITE_P(
+    Topology, Machines,
+    testing::Values(
+        // The walk's wrap doubles the passes, the failed middle pass adds one
+        // to each count, and the core count finds the cores.
+        MachineCase{"TwoCores", 2, 1, nullptr, {3, 4, 4}, 2, 2},
+        MachineCase{"FourCores", 4, 1, nullptr, {3, 8, 8}, 4, 4},
+        MachineCase{"TwoCoresTwoThreads", 2, 2, nullptr, {3, 5, 8}, 2, 4},
+        MachineCase{"FourCoresTwoThreads", 4, 2, nullptr, {3, 9, 16}, 4, 8},
+        MachineCase{"EightCoresTwoThreads", 8, 2, nullptr, {3, 17, 32}, 8, 16},
+        // A process on one processor walks as two; the core count gives up.
+        MachineCase{"SingleProcessorProcess", 2, 1, [](Machine& m) { m.process_mask = 1; },
+                    {2, 2, 2}, 1, 1},
+        MachineCase{"RestrictedMaskWalksItsProcessors", 4, 1,
+                    [](Machine& m) { m.process_mask = 0b0101; }, {3, 4, 4}, 1, -1},
+        // Another vendor: the core count ignores HTT (four distinct ids), the
+        // walk reads cores per package from leaf 0x80000008, not leaf 4.
+        MachineCase{"OtherVendor", 2, 2, [](Machine& m) { m.vendor = false; }, {3, 5, 8}, 4, -1},
+        // No leaf 4: both processors read as threads of one core.
+        MachineCase{"NoLeafFour", 2, 1, [](Machine& m) { m.max_leaf = 3; }, {3, 3, 4}, 1, -1},
+        MachineCase{"WithoutHttEveryPassIsAPackage", 2, 1, [](Machine& m) { m.htt = false; },
+                    {4, 4, 4}, 2, -1},
+        // A failed affinity query falls back to the processor count: with HTT
+        // two per core and two cores per package; without, or with no
+        // logical processors per package, a package each.
+        MachineCase{"AffinityFails", 2, 2, [](Machine& m) { m.affinity_fails = true; },
+                    {1, 2, 4}, -1, -1},
+        MachineCase{"AffinityFailsWithoutHtt", 2, 2,
+                    [](Machine& m) { m.affinity_fails = true, m.htt = false; }, {4, 4, 4}, -1, -1},
+        MachineCase{"AffinityFailsNoLogicalCount", 2, 2,
+                    [](Machine& m) { m.affinity_fails = true, m.logical_per_package = 0; },
+                    {4, 4, 4}, -1, -1}),
+    [](const testing::TestParamInfo<MachineCase>& i) { return std::string(i.param.name); });
 
 TEST(Topology, WalksRestoreAffinity) {
     Machine m = zvl_test::package_of(4, 2);

@@ -2,7 +2,8 @@
 // expected result bit for bit and the expected status, for the modes and cpu
 // types a line names. Each case runs alone (the short-array path) and inside
 // an array of ordinary arguments (the block path), where it must also leave
-// its neighbours as they would be alone.
+// its neighbours as they would be alone. (That each front-end gives its
+// kernel's bits is the front-end test's, in tests/frame.)
 //
 // Line format, '#' starts a comment:
 //   a [b] result status [modes [cpus]]
@@ -21,7 +22,6 @@
 #include <string>
 #include <vector>
 
-#include "frame/cpu_type.h"
 #include "state/state.h"
 #include "tools/accuracy/accuracy.h"
 #include "tools/common/rng.h"
@@ -61,45 +61,21 @@ bool parse_status(const std::string& t, int* s) {
     return false;
 }
 
-bool parse_modes(const std::string& t, unsigned* m) {
-    if (t == "all") {
-        *m = 7;
-        return true;
+// "all", or a comma list of names (modes) or of cpu types and ranges such
+// as 0-2 (`names` null); the bits of the items go to *set.
+bool parse_set(const std::string& t, const char* const* names, int count, unsigned* set) {
+    *set = t == "all" ? (1u << count) - 1 : 0;
+    std::stringstream ss(t == "all" ? "" : t);
+    for (std::string item; std::getline(ss, item, ',');) {
+        int lo = -1, hi = -1;
+        for (int i = 0; names && i < count; ++i)
+            if (item == names[i]) lo = hi = i;
+        char dash = 0;
+        if (!names && std::sscanf(item.c_str(), "%d%c%d", &lo, &dash, &hi) < 3) hi = lo;
+        if (lo < 0 || hi >= count || lo > hi || (dash && dash != '-')) return false;
+        for (int i = lo; i <= hi; ++i) *set |= 1u << i;
     }
-    *m = 0;
-    std::stringstream ss(t);
-    std::string item;
-    while (std::getline(ss, item, ',')) {
-        int found = -1;
-        for (int i = 0; i < kModes; ++i)
-            if (item == kModeNames[i]) found = i;
-        if (found < 0) return false;
-        *m |= 1u << found;
-    }
-    return *m != 0;
-}
-
-bool parse_cpus(const std::string& t, unsigned* c) {
-    if (t == "all") {
-        *c = 0x3f;
-        return true;
-    }
-    *c = 0;
-    std::stringstream ss(t);
-    std::string item;
-    while (std::getline(ss, item, ',')) {
-        int lo, hi;
-        char dash;
-        if (std::sscanf(item.c_str(), "%d%c%d", &lo, &dash, &hi) == 3 && dash == '-') {
-        } else if (std::sscanf(item.c_str(), "%d", &lo) == 1) {
-            hi = lo;
-        } else {
-            return false;
-        }
-        if (lo < 0 || hi > 5 || lo > hi) return false;
-        for (int i = lo; i <= hi; ++i) *c |= 1u << i;
-    }
-    return true;
+    return *set != 0;
 }
 
 // Reads the file of `f`; false when there is none. Bad lines fail the test.
@@ -123,8 +99,8 @@ bool read_cases(const Function& f, std::vector<Case>* out) {
         bool ok = tok.size() >= need && tok.size() <= need + 2 && parse_value(tok[0], &c.a) &&
                   (!two || parse_value(tok[1], &c.b)) && parse_value(tok[need - 2], &result) &&
                   parse_status(tok[need - 1], &c.status) &&
-                  (tok.size() <= need || parse_modes(tok[need], &c.modes)) &&
-                  (tok.size() <= need + 1 || parse_cpus(tok[need + 1], &c.cpus));
+                  (tok.size() <= need || parse_set(tok[need], kModeNames, kModes, &c.modes)) &&
+                  (tok.size() <= need + 1 || parse_set(tok[need + 1], nullptr, kCpuTypes, &c.cpus));
         EXPECT_TRUE(ok) << path << ":" << line << ": cannot read this line";
         if (!ok) continue;
         c.any_nan = tok[need - 2] == "nan" || tok[need - 2] == "-nan";
@@ -141,19 +117,12 @@ std::string hex(uint64_t b) {
     return s;
 }
 
-struct CaseRun {
-    std::string where;
-    const Case* c;
-};
-
-void expect_case(const CaseRun& run, double got, const char* path) {
-    const Case& c = *run.c;
-    if (c.any_nan) {
-        EXPECT_TRUE(std::isnan(got)) << run.where << path << ": got " << hex(bits(got));
-    } else {
-        EXPECT_EQ(hex(bits(got)), hex(c.result)) << run.where << path;
-    }
-    EXPECT_EQ(zvl::get_status(), c.status) << run.where << path << ": status";
+void expect_case(const std::string& where, const Case& c, double got) {
+    if (c.any_nan)
+        EXPECT_TRUE(std::isnan(got)) << where << ": got " << hex(bits(got));
+    else
+        EXPECT_EQ(hex(bits(got)), hex(c.result)) << where;
+    EXPECT_EQ(zvl::get_status(), c.status) << where << ": status";
 }
 
 std::string where(const Function& f, const Case& c, int cpu, int mode) {
@@ -179,11 +148,11 @@ TEST_P(Directed, Kernels) {
             const Callable k = kernel(f, cpu, static_cast<Mode>(m));
             for (const Case& c : cases) {
                 if (!(c.cpus >> cpu & 1) || !(c.modes >> m & 1)) continue;
-                const CaseRun run = {where(f, c, cpu, m), &c};
+                const std::string here = where(f, c, cpu, m);
                 double got;
                 zvl::set_status(0);
                 k(1, &c.a, two ? &c.b : nullptr, &got);
-                expect_case(run, got, " alone");
+                expect_case(here + " alone", c, got);
 
                 // One scalar for the whole array in the array-and-scalar shape.
                 const double nb = f.shape == Shape::DX ? c.b : f.row->ordinary_b;
@@ -195,38 +164,14 @@ TEST_P(Directed, Kernels) {
                 b[at] = c.b;
                 zvl::set_status(0);
                 k(n, a.data(), two ? b.data() : nullptr, r.data());
-                expect_case(run, r[at], " in an array");
+                expect_case(here + " in an array", c, r[at]);
                 for (int i = 0; i < n; ++i) {
                     if (i == at) continue;
                     EXPECT_EQ(hex(bits(r[i])), hex(bits(ordinary)))
-                        << run.where << ": neighbour " << i;
+                        << here << ": neighbour " << i;
                 }
             }
         }
-    }
-}
-
-// The exported entry picks the kernel of the cpu type the library chose
-// here and of the thread's mode.
-TEST_P(Directed, ExportedEntry) {
-    const Function& f = GetParam();
-    std::vector<Case> cases;
-    if (!read_cases(f, &cases)) GTEST_SKIP() << "no directed cases for " << f.row->name;
-    const uint32_t cpu = zvl::cpu_type();
-    if (cpu > 5 || !cpu_runnable(static_cast<int>(cpu))) GTEST_SKIP() << "cpu type " << cpu;
-    const bool two = arity(f.shape) == 2;
-    const unsigned words[kModes] = {ZVL_HA, ZVL_LA, ZVL_EP};
-    const Callable entry = front_end(f);
-    for (int m = 0; m < (has_modes(f) ? kModes : 1); ++m) {
-        const unsigned old = ZVLSETMODE(&words[m]);
-        for (const Case& c : cases) {
-            if (!(c.cpus >> cpu & 1) || !(c.modes >> m & 1)) continue;
-            double got;
-            zvl::set_status(0);
-            entry(1, &c.a, two ? &c.b : nullptr, &got);
-            expect_case({where(f, c, static_cast<int>(cpu), m), &c}, got, " through the entry");
-        }
-        ZVLSETMODE(&old);
     }
 }
 

@@ -154,11 +154,17 @@ ZT_LOOP1(loop_exp, std::exp(x))
 // 708.39611916346382: the bound held by Pow's EP stage; 709.782712893384:
 // the largest argument with a finite result; -708.3964185322641: below it
 // results are subnormal; -745.1332191019411: the last subnormal result;
-// 2^-52: below it the callout returns x + 1.
+// 2^-52: below it the callout returns x + 1. Then x*2^s/ln2 half-way between
+// integers, where the table index changes, for the table sizes 2^s of the
+// variants (64, 128, 1024, 2048), and whole multiples of ln2, where it wraps
+// round to 0.
+constexpr double kLn2 = 0x1.62e42fefa39efp-1;
 const double exp_special[] = {
     0.0, -0.0, 0x1p-52, -0x1p-52, 0x1p-53, 1.0, -1.0, 0.5,
     708.3955078125, 708.39611916346382, 709.782712893384, 710.0,
     -708.3955078125, -708.3964185322641, -745.1332191019411, -745.2, kInf, -kInf, kNaN,
+    37.5 * kLn2 / 64, -715.5 * kLn2 / 64, 1001.5 * kLn2 / 128, -20000.5 * kLn2 / 1024,
+    700001.5 * kLn2 / 2048, 300 * kLn2, -500 * kLn2,
 };
 
 const Region exp_regions[] = {

@@ -34,6 +34,7 @@
 
 #include "kernels/common/isa.h"
 #include "kernels/common/lanes.h"
+#include "kernels/common/two_sum.h"
 
 namespace {
 
@@ -342,15 +343,6 @@ struct RestartLog : F {
         return 0;
     }
 };
-
-// Fast two-sum: s + e == a + b exactly, given that a is zero or its
-// exponent is at least b's.
-template <class V>
-inline void fast_two_sum(typename V::vd a, typename V::vd b, typename V::vd& s,
-                         typename V::vd& e) {
-    s = V::add(a, b);
-    e = V::add(V::sub(a, s), b);
-}
 
 // The two-part sum of the HA kernels: k*L_hi + T_hi + a + b + tail +
 // (k*L_lo + T_lo), with L = log(2) in the kernel's base, in which only the

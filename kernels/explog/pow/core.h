@@ -18,6 +18,7 @@
 
 #include "kernels/common/isa.h"
 #include "kernels/common/lanes.h"
+#include "kernels/common/two_sum.h"
 #include "kernels/explog/exp/data.h"
 #include "kernels/explog/pow/data.h"
 
@@ -129,10 +130,10 @@ inline void pow_log2(typename V::vd x, int32_t offset, typename V::vd& h, typena
 
     // |A| >= |z| unless A is zero, and |A + z| >= |e| unless it is zero:
     // both sums are exact in two parts.
-    const vd h0 = V::add(A, z);
-    const vd t0 = V::add(V::sub(A, h0), z);
-    vd h1 = V::add(h0, e);
-    vd rest = V::add(t0, V::add(V::sub(h0, h1), e));
+    vd h0, t0, h1, t1;
+    fast_two_sum<V>(A, z, h0, t0);
+    fast_two_sum<V>(h0, e, h1, t1);
+    vd rest = V::add(t0, t1);
 
     if constexpr (Exact2) {
         // c2*q^2 with q = z + e: z has at most 42 bits (a multiple of 2^-52
@@ -147,16 +148,16 @@ inline void pow_log2(typename V::vd x, int32_t offset, typename V::vd& h, typena
         // q*(c1 + q^2*(c3 + q*(c4 + ...)))
         p = V::mul(V::mul_add(p, V::mul(q, q), V::splat(PowC::c1)), q);
         // |h1| >= |P_hi| unless h1 is zero
-        const vd h2 = V::add(h1, P_hi);
-        rest = V::add(V::add(rest, V::add(V::sub(h1, h2), P_hi)), V::add(d.T_lo, V::add(P_lo, p)));
+        vd h2, t2;
+        fast_two_sum<V>(h1, P_hi, h2, t2);
+        rest = V::add(V::add(rest, t2), V::add(d.T_lo, V::add(P_lo, p)));
         h1 = h2;
     } else {
         p = V::mul_add(p, q, V::splat(PowC::c2));
         p = V::mul(V::mul_add(p, q, V::splat(PowC::c1)), q);
         rest = V::add(rest, V::add(d.T_lo, p));
     }
-    h = V::add(h1, rest);
-    l = V::add(V::sub(h1, h), rest);
+    fast_two_sum<V>(h1, rest, h, l);
 }
 
 // y * (h + l) as Y_hi + Y_lo.

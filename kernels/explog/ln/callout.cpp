@@ -45,8 +45,8 @@ constexpr double split_shifter = 2097152.0;
 int32_t ln_callout(const double* xp, double* yp) {
     double x = *xp;
     uint64_t ix = bits(x);
-    if ((ix & 0x7ff0000000000000) == 0x7ff0000000000000) {
-        if (ix == 0xfff0000000000000) {
+    if ((ix & Fp64::exp_mask) == Fp64::exp_mask) {
+        if (ix == (Fp64::sign_mask | Fp64::exp_mask)) {  // -inf
             *yp = zero / zero;
             return ZVL_STATUS_ERRDOM;
         }
@@ -54,7 +54,7 @@ int32_t ln_callout(const double* xp, double* yp) {
         return 0;
     }
     int32_t scale = 0;
-    if ((ix & 0x7ff0000000000000) == 0) {
+    if ((ix & Fp64::exp_mask) == 0) {
         x *= two60;
         ix = bits(x);
         scale = -60;
@@ -73,7 +73,7 @@ int32_t ln_callout(const double* xp, double* yp) {
         return 0;
     }
     const double k = static_cast<int32_t>(ix >> 52) - 1023 + scale;
-    const double m = from_bits((ix & 0x000fffffffffffff) | 0x3ff0000000000000);
+    const double m = from_bits((ix & Fp64::mant_mask) | Fp64::one);
     const uint32_t i = bits(m + row_shifter) & 127;
     const double R = kLnTableCallout[i][0], T_hi = kLnTableCallout[i][1],
                  T_lo = kLnTableCallout[i][2];

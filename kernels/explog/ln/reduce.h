@@ -61,7 +61,7 @@ inline int log_refused(typename V::vd x) {
 template <class V>
 inline int log_refused_positive(typename V::vd x) {
     const typename V::vd ok =
-        V::and_(V::lt(V::splat(0.0), x), V::lt(x, splat_bits<V>(0x7ff0000000000000)));
+        V::and_(V::lt(V::splat(0.0), x), V::lt(x, splat_bits<V>(Fp64::exp_mask)));
     return V::mask(ok) ^ ((1 << V::lanes) - 1);
 }
 
@@ -74,7 +74,7 @@ inline void split_pivot(typename V::vd x, uint64_t pivot, typename V::vd& k,
     const vd P = splat_bits<V>(pivot);
     const vd d = V::sub_i64(x, P);
     k = L::to_double(L::template srai<20>(L::hi32(d)));
-    m = V::add_i64(V::and_(d, splat_bits<V>(0x000fffffffffffff)), P);
+    m = V::add_i64(V::and_(d, splat_bits<V>(Fp64::mant_mask)), P);
 }
 
 // --- pivot 2/3 ---------------------------------------------------------------
@@ -110,7 +110,7 @@ inline void split_b(typename V::vd x, SplitB<V>& s) {
 // split_b's pair index from the pattern of x, by the same integer steps in
 // 64-bit registers.
 constexpr uint32_t pair_b(uint64_t x_bits) {
-    const uint64_t m = ((x_bits - PivotB::pivot) & 0x000fffffffffffff) + PivotB::pivot;
+    const uint64_t m = ((x_bits - PivotB::pivot) & Fp64::mant_mask) + PivotB::pivot;
     const uint32_t h = static_cast<uint32_t>(m >> 32) + static_cast<uint32_t>(PivotB::row_bias);
     return (h >> 11) & PivotB::pair_mask;
 }
@@ -131,11 +131,13 @@ struct PivotD {
     static constexpr int32_t pair_mask = 1023 << 1;
     // (1 - pivot) * 2^53, the distance of 1's pattern from the pivot's
     static constexpr uint64_t one_offset = 0x0008040000000000;
+    // clears the low 20 bits of m: m_hi, 33 significant bits or fewer
+    static constexpr uint64_t m_hi_mask = 0xfffffffffff00000;
 };
 
 // The pivot's low word is zero, so the high word of bits(x) - pivot is the
 // high word h of x minus the pivot's, with no borrow: k comes from h.
-static_assert((PivotD::pivot & 0xffffffff) == 0, "k is taken from the high words");
+static_assert(zvl::low_word(zvl::from_bits(PivotD::pivot)) == 0, "k is taken from the high words");
 
 template <class L>
 inline typename L::vi exponent_d(typename L::vi h) {
@@ -150,7 +152,7 @@ inline typename L::vi exponent_d(typename L::vi h) {
 // 2^-33 (a tie 2^-33 below an edge rounds to the edge, which is even). Any
 // pattern gives a row in [0, 767].
 constexpr uint32_t row_d(uint64_t x_bits) {
-    const uint64_t f = (x_bits - PivotD::pivot) & 0x000fffffffffffff;
+    const uint64_t f = (x_bits - PivotD::pivot) & Fp64::mant_mask;
     const uint64_t past_one = f - PivotD::one_offset;
     const uint64_t scaled = f + (static_cast<int64_t>(past_one) > 0 ? past_one : 0);
     return static_cast<uint32_t>((scaled + (uint64_t{1} << 20)) >> 43);
@@ -196,8 +198,8 @@ inline void parts_d(typename V::vd x, typename V::vd k, const uint32_t* pair,
                     const double* table, PartsD<V>& p) {
     using vd = typename V::vd;
     const vd P = splat_bits<V>(PivotD::pivot);
-    const vd m = V::add_i64(V::and_(V::sub_i64(x, P), splat_bits<V>(0x000fffffffffffff)), P);
-    const vd m_hi = V::and_(m, splat_bits<V>(0xfffffffffff00000));
+    const vd m = V::add_i64(V::and_(V::sub_i64(x, P), splat_bits<V>(Fp64::mant_mask)), P);
+    const vd m_hi = V::and_(m, splat_bits<V>(PivotD::m_hi_mask));
     vd R, zero;
     V::gather_pairs(table, pair, R, p.T_hi);
     V::gather_pairs(table + 2, pair, p.T_lo, zero);
@@ -278,8 +280,8 @@ struct SplitScaled {
 constexpr uint64_t scaled_pattern(uint64_t x_bits) {
     const int p = 63 - __builtin_clzll(x_bits | 1);
     const uint64_t scaled = (static_cast<uint64_t>(p + 1) << 52) |
-                            ((x_bits << ((52 - p) & 63)) & 0x000fffffffffffff);
-    return x_bits < 0x0010000000000000 ? scaled : x_bits;
+                            ((x_bits << ((52 - p) & 63)) & Fp64::mant_mask);
+    return x_bits < zvl::bits(Fp64::min_normal) ? scaled : x_bits;
 }
 
 constexpr uint32_t pair_scaled(uint64_t x_bits) { return 2 * row_d(scaled_pattern(x_bits)); }
@@ -290,8 +292,8 @@ template <class V>
 inline void scaled_parts(typename V::vd x, const uint32_t* pair, const double* table,
                          SplitScaled<V>& s) {
     using vd = typename V::vd;
-    s.tiny = V::lt(x, splat_bits<V>(0x0010000000000000));
-    x = V::select(s.tiny, V::mul(x, V::splat(4503599627370496.0)), x);  // 2^52
+    s.tiny = V::lt(x, V::splat(Fp64::min_normal));
+    x = V::select(s.tiny, V::mul(x, V::splat(Fp64::two52)), x);
     SplitD<V> d;
     split_d<V>(x, d);
     vd R;

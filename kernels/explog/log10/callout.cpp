@@ -23,8 +23,8 @@ constexpr double two60 = from_bits(0x43b0000000000000);  // 1.152921504606847e18
 int32_t log10_callout(const double* xp, double* yp) {
     const double x = *xp;
     const uint64_t ix = bits(x);
-    if ((ix & 0x7ff0000000000000) == 0x7ff0000000000000) {
-        if (ix == 0xfff0000000000000) {
+    if ((ix & Fp64::exp_mask) == Fp64::exp_mask) {
+        if (ix == (Fp64::sign_mask | Fp64::exp_mask)) {  // -inf
             *yp = zero / zero;
             return ZVL_STATUS_ERRDOM;
         }
@@ -39,7 +39,7 @@ int32_t log10_callout(const double* xp, double* yp) {
         *yp = zero / zero;
         return ZVL_STATUS_ERRDOM;
     }
-    if ((ix & 0x7ff0000000000000) == 0)
+    if ((ix & Fp64::exp_mask) == 0)
         *yp = Log10HA::one(x * two60, 60.0);
     else
         *yp = Log10HA::one(x, 0.0);

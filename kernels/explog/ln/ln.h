@@ -236,20 +236,10 @@ inline void ln_ep(int32_t n, const double* a, double* r, const char* name) {
 
 }  // namespace
 
-extern "C" {
-
-void ZVL_HERE(Ln, HA)(int32_t n, const double* a, double* r) {
-    ln_ha<kCpu>(n, a, r, ZVL_HERE_NAME(Ln, HA));
-}
+ZVL_DEFINE_D1(Ln, HA, ln_ha<kCpu>)
 #if ZVL_CPU_INDEX >= 2
-void ZVL_HERE(Ln, 50)(int32_t n, const double* a, double* r) {
-    ln_la<kCpu>(n, a, r, ZVL_HERE_NAME(Ln, 50));
-}
+ZVL_DEFINE_D1(Ln, 50, ln_la<kCpu>)
 #endif
 #if ZVL_CPU_INDEX >= 1
-void ZVL_HERE(Ln, 26)(int32_t n, const double* a, double* r) {
-    ln_ep<kCpu>(n, a, r, ZVL_HERE_NAME(Ln, 26));
-}
+ZVL_DEFINE_D1(Ln, 26, ln_ep<kCpu>)
 #endif
-
-}  // extern "C"

@@ -35,15 +35,7 @@ inline void log10_ep(int32_t n, const double* a, double* r, const char* name) {
 
 }  // namespace
 
-extern "C" {
-
-void ZVL_HERE(Log10, HA)(int32_t n, const double* a, double* r) {
-    log10_ha<kCpu>(n, a, r, ZVL_HERE_NAME(Log10, HA));
-}
+ZVL_DEFINE_D1(Log10, HA, log10_ha<kCpu>)
 #if ZVL_CPU_INDEX >= 1
-void ZVL_HERE(Log10, 26)(int32_t n, const double* a, double* r) {
-    log10_ep<kCpu>(n, a, r, ZVL_HERE_NAME(Log10, 26));
-}
+ZVL_DEFINE_D1(Log10, 26, log10_ep<kCpu>)
 #endif
-
-}  // extern "C"

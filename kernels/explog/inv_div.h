@@ -107,24 +107,23 @@ inline void div_ha_scalar_form(int32_t n, const double* a, const double* b, doub
                                const char* name) {
     [[maybe_unused]] std::conditional_t<Cpu == 0, X87Guard<0x200>, MxcsrShortGuard> guard;
     int32_t i = 0;
+    // Both quotients are stored before the pair's reports; the pipeline only
+    // reads and writes back the reported element, so the results are those
+    // of storing and testing one element after the other.
     const auto round = [&](auto w, int32_t at) {
         using X = decltype(w);
         constexpr int lanes = X::lanes;
+        const typename X::vd x = a == nullptr ? X::splat(1.0) : X::load(a + at);
+        const typename X::vd z = X::load(b + at);
+        X::store(r + at, X::div(x, z));
+        if (__builtin_expect(X::mask(X::eq(z, X::splat(0.0))) == 0, 1)) return;
         double av[lanes], bv[lanes];
+        X::store(av, x);
+        X::store(bv, z);
         for (int l = 0; l < lanes; ++l) {
-            av[l] = a == nullptr ? 1.0 : a[at + l];
-            bv[l] = b[at + l];
-        }
-        const typename X::vd q = X::div(X::load(av), X::load(bv));
-        double qv[lanes];
-        X::store(qv, q);
-        for (int l = 0; l < lanes; ++l) {
-            r[at + l] = qv[l];
             // Inv has no dividend; Div keeps a zero divisor silent when the
-            // dividend (and, one at a time, the divisor) is infinite or NaN.
-            if (a != nullptr && (InvDiv::exp_all_ones(av[l]) ||
-                                 (lanes == 1 && InvDiv::exp_all_ones(bv[l]))))
-                continue;
+            // dividend is infinite or NaN.
+            if (a != nullptr && InvDiv::exp_all_ones(av[l])) continue;
             if (InvDiv::is_zero(bv[l]))
                 report<Cpu>(ZVL_STATUS_SING, at + l, a == nullptr ? b : a, b, r, name);
         }

@@ -303,9 +303,9 @@ bool write_html(const std::string& path, const std::vector<FunctionReport>& repo
         "points and the hard-to-round cases, each kernel run on the whole array and element "
         "by element. Errors are in ulps of the correctly rounded result (relative error for "
         "budgets given so). Speed: median time per element of the calling thread, kernels "
-        "called directly; the headline cpu type is %d (%s), the one the library picks here.</p>",
+        "called directly; the headline cpu type is %d (%s).<br>Kernel set: %s.</p>",
         esc(ctx.machine).c_str(), esc(ctx.features).c_str(), esc(ctx.date).c_str(), ctx.seconds,
-        ctx.samples, head, kCpuLabels[head]);
+        ctx.samples, head, kCpuLabels[head], esc(ctx.kernel_set).c_str());
 
     h +=
         "<h2>Summary</h2><table><tr><th class='l'>function</th><th>mode</th><th>max error, all cpu "

@@ -102,12 +102,14 @@ TEST_P(EveryFrontEnd, ParallelMatchesSerial) {
 // it runs on the caller, where a driver would have cleared the status and
 // the array base on its way out, as it does for the other functions at a
 // length above their thresholds (with dynamic mode off a team forks there).
+// 65536 is above every threshold at cpu type 4: the fork cost is at most
+// 500000, and no HA cost there is below 10.
 TEST_F(Acceptance, RoundingFamilyNeverReachesADriver) {
-    constexpr int kLongest = 1 << 20;
+    constexpr int kLongest = 1 << 16;
     for (const Row& f : zvl_test::rows()) {
         const zvl_test::Args x = zvl_test::ordinary(f, kLongest);
         std::vector<double> y(kLongest), z(kLongest);
-        for (int n : {1, 99, 100, 101, 1000, 100000, kLongest}) {
+        for (int n : {1, 99, 100, 101, 1000, 10000, kLongest}) {
             if (!f.rounding && n != kLongest) continue;
             zvl::set_status(ZVL_STATUS_UNDERFLOW);
             zvl::set_array_base(&y[1]);

@@ -105,6 +105,10 @@ inline long double ext_atan2(long double y, long double x) {
     } else if (ex == 0x7fff) {
         if (x > 0) return ext_neg_if(0.0L, yneg);
         a = {Ext::pi[0], Ext::pi[1]};
+    } else if (x > 0 && ey + 40 < ex) {
+        // |y/x| < 2^-39: atan q = q - q^3/3 rounds to q, and a division
+        // rounds q once even where it is subnormal
+        return y / x;
     } else {
         // scale both by the same power of two so that the larger is near 1
         const int k = (ex > ey ? ex : ey) - 16383;

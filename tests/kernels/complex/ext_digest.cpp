@@ -24,13 +24,7 @@ uint64_t next_random() {
     return g_seed >> 11 ^ g_seed << 29;
 }
 
-long double ld(uint64_t sig, unsigned sign_exp) {
-    long double x = 0;
-    std::memcpy(&x, &sig, 8);
-    const uint16_t se = static_cast<uint16_t>(sign_exp);
-    std::memcpy(reinterpret_cast<unsigned char*>(&x) + 8, &se, 2);
-    return x;
-}
+long double ld(uint64_t sig, unsigned sign_exp) { return ext_from_bits(sig, sign_exp); }
 
 // Special values, then random significands with exponents in turn from a
 // narrow band around 1, a wide band, and the whole range.

@@ -3,6 +3,9 @@
 // type's flags, and each object fills one ExtSet from its own copy.
 #pragma once
 
+#include <cstdint>
+#include <cstring>
+
 // The routines of one long double argument and result, in table order.
 #define ZVL_EXT_UNARY(X)                                                                    \
     X(ext_fabs) X(ext_sqrt) X(ext_log) X(ext_log1p) X(ext_exp) X(ext_sin) X(ext_cos)      \
@@ -32,3 +35,26 @@ struct ExtSet {
 // By cpu type, 0 (ex) to 5 (e9).
 extern const ExtSet* const ext_sets[6];
 extern const char* const ext_unary_names[kExtUnaryCount];
+
+// The bits of an extended value: the 64-bit significand and the 16-bit sign
+// and exponent (the other six bytes of its slot are padding).
+inline long double ext_from_bits(uint64_t sig, unsigned sign_exp) {
+    long double x = 0;
+    std::memcpy(&x, &sig, 8);
+    const uint16_t se = static_cast<uint16_t>(sign_exp);
+    std::memcpy(reinterpret_cast<unsigned char*>(&x) + 8, &se, 2);
+    return x;
+}
+inline uint64_t ext_sig_bits(long double x) {
+    uint64_t m;
+    std::memcpy(&m, &x, 8);
+    return m;
+}
+inline unsigned ext_se_bits(long double x) {
+    uint16_t se;
+    std::memcpy(&se, reinterpret_cast<const unsigned char*>(&x) + 8, 2);
+    return se;
+}
+inline bool ext_same_bits(long double a, long double b) {
+    return ext_sig_bits(a) == ext_sig_bits(b) && ext_se_bits(a) == ext_se_bits(b);
+}

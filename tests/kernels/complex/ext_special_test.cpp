@@ -14,24 +14,7 @@
 
 namespace {
 
-long double ld(uint64_t sig, unsigned sign_exp) {
-    long double x = 0;
-    std::memcpy(&x, &sig, 8);
-    const uint16_t se = static_cast<uint16_t>(sign_exp);
-    std::memcpy(reinterpret_cast<unsigned char*>(&x) + 8, &se, 2);
-    return x;
-}
-uint64_t sig_of(long double x) {
-    uint64_t m;
-    std::memcpy(&m, &x, 8);
-    return m;
-}
-unsigned se_of(long double x) {
-    uint16_t se;
-    std::memcpy(&se, reinterpret_cast<const unsigned char*>(&x) + 8, 2);
-    return se;
-}
-bool same_bits(long double a, long double b) { return sig_of(a) == sig_of(b) && se_of(a) == se_of(b); }
+long double ld(uint64_t sig, unsigned sign_exp) { return ext_from_bits(sig, sign_exp); }
 bool is_nan(long double x) { return x != x; }
 
 const long double kInf = ld(0x8000000000000000u, 0x7fff);
@@ -172,7 +155,7 @@ const UnaryCase kUnaryCases[] = {
 
 std::string show(long double x) {
     char buf[64];
-    std::snprintf(buf, sizeof buf, "%04x:%016llx", se_of(x), static_cast<unsigned long long>(sig_of(x)));
+    std::snprintf(buf, sizeof buf, "%04x:%016llx", ext_se_bits(x), static_cast<unsigned long long>(ext_sig_bits(x)));
     return buf;
 }
 
@@ -180,7 +163,7 @@ void expect_value(const char* what, long double got, long double want, int flags
     if (is_nan(want))
         EXPECT_TRUE(is_nan(got)) << what << " gave " << show(got) << ", want a NaN";
     else
-        EXPECT_TRUE(same_bits(got, want)) << what << " gave " << show(got) << ", want " << show(want);
+        EXPECT_TRUE(ext_same_bits(got, want)) << what << " gave " << show(got) << ", want " << show(want);
     EXPECT_EQ(flags & kChecked, want_flags) << what << " flags";
 }
 
@@ -210,20 +193,20 @@ TEST(ExtSupport, NaNsGoThroughArithmetic) {
             EXPECT_EQ(std::fetestexcept(kChecked), 0) << name << " of a quiet NaN";
             if (f == ext_fabs_id) {
                 // the payload comes back as it was
-                EXPECT_TRUE(same_bits(set->unary[f](kSNaN), kSNaN)) << name;
-                EXPECT_TRUE(same_bits(set->unary[f](-kQNaN), -kQNaN)) << name;
+                EXPECT_TRUE(ext_same_bits(set->unary[f](kSNaN), kSNaN)) << name;
+                EXPECT_TRUE(ext_same_bits(set->unary[f](-kQNaN), -kQNaN)) << name;
                 continue;
             }
             std::feclearexcept(FE_ALL_EXCEPT);
             const long double s = set->unary[f](kSNaN);
-            EXPECT_TRUE(is_nan(s) && (sig_of(s) >> 62 & 1)) << name << " of a signalling NaN gave " << show(s);
+            EXPECT_TRUE(is_nan(s) && (ext_sig_bits(s) >> 62 & 1)) << name << " of a signalling NaN gave " << show(s);
             EXPECT_EQ(std::fetestexcept(kChecked), kInvalid) << name << " of a signalling NaN";
         }
         const double nan_d = __builtin_nan("0x123");
         EXPECT_TRUE(is_nan(set->fabs_d(&nan_d)));
         const double neg = -3.25, negzero = -0.0;
-        EXPECT_TRUE(same_bits(set->fabs_d(&neg), 3.25L));
-        EXPECT_TRUE(same_bits(set->fabs_d(&negzero), 0.0L));
+        EXPECT_TRUE(ext_same_bits(set->fabs_d(&neg), 3.25L));
+        EXPECT_TRUE(ext_same_bits(set->fabs_d(&negzero), 0.0L));
     }
 }
 
@@ -282,22 +265,22 @@ TEST(ExtSupport, SymmetriesAndPairedRoutines) {
     for (const ExtSet* set : copies()) {
         for (long double x : xs) {
             for (ExtUnaryId f : odd)
-                ASSERT_TRUE(same_bits(set->unary[f](-x), -set->unary[f](x)) || is_nan(set->unary[f](x)))
+                ASSERT_TRUE(ext_same_bits(set->unary[f](-x), -set->unary[f](x)) || is_nan(set->unary[f](x)))
                     << set->label << " " << ext_unary_names[f] << " " << show(x);
-            ASSERT_TRUE(same_bits(set->unary[ext_cos_id](-x), set->unary[ext_cos_id](x)));
-            ASSERT_TRUE(same_bits(set->unary[ext_cosh_id](-x), set->unary[ext_cosh_id](x)));
+            ASSERT_TRUE(ext_same_bits(set->unary[ext_cos_id](-x), set->unary[ext_cos_id](x)));
+            ASSERT_TRUE(ext_same_bits(set->unary[ext_cosh_id](-x), set->unary[ext_cosh_id](x)));
             long double s, c;
             set->ext_sincos(x, &s, &c);
-            ASSERT_TRUE(same_bits(s, set->unary[ext_sin_id](x)) && same_bits(c, set->unary[ext_cos_id](x)))
+            ASSERT_TRUE(ext_same_bits(s, set->unary[ext_sin_id](x)) && ext_same_bits(c, set->unary[ext_cos_id](x)))
                 << set->label << " sincos " << show(x);
             set->ext_sinhcosh(x, &s, &c);
-            ASSERT_TRUE(same_bits(s, set->unary[ext_sinh_id](x)) && same_bits(c, set->unary[ext_cosh_id](x)))
+            ASSERT_TRUE(ext_same_bits(s, set->unary[ext_sinh_id](x)) && ext_same_bits(c, set->unary[ext_cosh_id](x)))
                 << set->label << " sinhcosh " << show(x);
         }
         // squares of integers have exact roots
         for (int k = 1; k < 5000; k += 7) {
             const long double r = set->unary[ext_sqrt_id](static_cast<long double>(k) * k);
-            ASSERT_TRUE(same_bits(r, static_cast<long double>(k))) << set->label << " sqrt " << k * k;
+            ASSERT_TRUE(ext_same_bits(r, static_cast<long double>(k))) << set->label << " sqrt " << k * k;
         }
     }
 }
@@ -313,7 +296,7 @@ TEST(ExtSupport, ReductionOfNegativeArguments) {
             const int j2 = set->ext_reduce_pio4(-x, &h2, &l2);
             EXPECT_EQ(j1 % 2, 0);
             EXPECT_EQ((j1 + j2) & 7, 0) << show(x);
-            EXPECT_TRUE(same_bits(h2, -h1) && same_bits(l2, -l1)) << show(x);
+            EXPECT_TRUE(ext_same_bits(h2, -h1) && ext_same_bits(l2, -l1)) << show(x);
             EXPECT_LE(h1 < 0 ? -h1 : h1, kPio4 * (1 + 0x1p-60L));
         }
     }
@@ -331,14 +314,14 @@ TEST(ExtSupport, CopiesAgreeBitForBit) {
             for (const std::vector<long double>* v : {&xs, &big}) {
                 for (long double x : *v) {
                     const long double a = ref->unary[f](x), b = set->unary[f](x);
-                    ASSERT_TRUE(same_bits(a, b) || (is_nan(a) && is_nan(b)))
+                    ASSERT_TRUE(ext_same_bits(a, b) || (is_nan(a) && is_nan(b)))
                         << set->label << " " << ext_unary_names[f] << "(" << show(x) << ") " << show(b)
                         << " against " << show(a);
                 }
             }
         }
         for (size_t i = 0; i + 1 < xs.size(); i += 2)
-            ASSERT_TRUE(same_bits(ref->ext_atan2(xs[i], xs[i + 1]), set->ext_atan2(xs[i], xs[i + 1])));
+            ASSERT_TRUE(ext_same_bits(ref->ext_atan2(xs[i], xs[i + 1]), set->ext_atan2(xs[i], xs[i + 1])));
     }
 }
 

@@ -62,17 +62,8 @@ inline void ext_sinhcosh(long double x, long double* sh, long double* ch) {
     *sh = ext_neg_if(s, x < 0);
 }
 
-inline long double ext_sinh(long double x) {
-    long double sh, ch;
-    ext_sinhcosh(x, &sh, &ch);
-    return sh;
-}
-
-inline long double ext_cosh(long double x) {
-    long double sh, ch;
-    ext_sinhcosh(x, &sh, &ch);
-    return ch;
-}
+inline long double ext_sinh(long double x) { return one_of_two<ext_sinhcosh, 0>(x); }
+inline long double ext_cosh(long double x) { return one_of_two<ext_sinhcosh, 1>(x); }
 
 inline long double ext_tanh(long double x) {
     if (x != x) return x * x;

@@ -169,17 +169,8 @@ inline void ext_sincos(long double x, long double* s, long double* c) {
     *c = C.hi + C.lo;
 }
 
-inline long double ext_sin(long double x) {
-    long double s, c;
-    ext_sincos(x, &s, &c);
-    return s;
-}
-
-inline long double ext_cos(long double x) {
-    long double s, c;
-    ext_sincos(x, &s, &c);
-    return c;
-}
+inline long double ext_sin(long double x) { return one_of_two<ext_sincos, 0>(x); }
+inline long double ext_cos(long double x) { return one_of_two<ext_sincos, 1>(x); }
 
 inline long double ext_tan(long double x) {
     if (ext_exp_field(x) == 0x7fff) return x - x;

@@ -142,12 +142,12 @@ inline long double horner(const long double (&c)[N], long double z) {
     return p;
 }
 
-// One result of a routine with two (sincos, sinhcosh): Part 0 the first.
-template <void (*F)(long double, long double*, long double*), int Part>
+// One result of a routine with two (sincos, sinhcosh): I = 0 the first.
+template <void (*F)(long double, long double*, long double*), int I>
 inline long double one_of_two(long double x) {
     long double r[2];
     F(x, &r[0], &r[1]);
-    return r[Part];
+    return r[I];
 }
 
 // Integer nearest x (|x| < 2^62), by adding and subtracting 3 * 2^62: the

@@ -229,8 +229,9 @@ def load_accuracy():
         return [], {}
     header, data = [], {}
     for line in read(path).splitlines():
+        if line.startswith("# zvl "):
+            header.append(line[2:].strip())
         if line.startswith("#"):
-            header.append(line[1:].strip())
             continue
         parts = line.split("\t")
         if len(parts) != 7:
@@ -522,7 +523,7 @@ def reference(funcs, budgets, acc_header, acc):
     w("measured columns are the largest error found against MPFR at each cpu type, in")
     w("ulps (HA, LA) or as a relative error (EP).")
     for line in acc_header:
-        w("Measured: %s." % line.rstrip("."))
+        w("Measured with %s." % line.rstrip("."))
     w("")
     w("| function | computes | shape | Python | statuses |")
     w("|---|---|---|---|---|")
@@ -566,9 +567,11 @@ def reference(funcs, budgets, acc_header, acc):
         w("- Modes: %s" % f["modes"])
         w("")
         modes = MODES if f["shape"] not in ("R1", "R12") else ["all"]
-        have = any((f["name"], m, c) in acc for m in modes for c in range(6))
+        if not any((f["name"], m, c) in acc for m in modes for c in range(6)):
+            w("Accuracy: not measured (the measuring tools have no row for it).")
+            continue
         w("| mode | budget | %s |" % " | ".join("%s (%d)" % (CPU_LABELS[c], c) for c in range(5, -1, -1)))
-        w("|---|---|%s" % "---|" * 6)
+        w("|---|---|" + "---|" * 6)
         for m in modes:
             budget = budgets.get((f["name"], m)) or budgets.get((f["name"], "all"))
             rel = budget is not None and budget[0] == "rel"
@@ -592,9 +595,7 @@ def reference(funcs, budgets, acc_header, acc):
             if best and best[0] > 0:
                 worst.append("%s at %s on cpu type %d" % ("all" if m == "all" else m, best[2], best[1]))
         w("")
-        if not have:
-            w("Not measured: no measuring row in the tools.")
-        elif worst:
+        if worst:
             w("Worst inputs: %s." % "; ".join(worst))
         else:
             w("Exact on every input measured.")

@@ -458,7 +458,7 @@ bool write_html(const std::string& path, const std::vector<FunctionReport>& repo
             h += "</tr>";
         }
         h += "</table><table><tr><th class='l'>peer</th><th>ns n=1e3</th><th>n=1e6</th>"
-             "<th class='l'>largest error in ulp, its input, the peer's result</th></tr>";
+             "<th class='l'>largest error, its input, the peer's result</th></tr>";
         for (const PeerResult& p : r.peers) {
             if (p.ran)
                 h += fmt("<tr><td class='l'>%s</td><td>%.2f</td><td>%.2f</td><td class='l'>%s</td>"

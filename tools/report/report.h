@@ -62,7 +62,7 @@ Isa isa_of_cpu(int cpu);
 // needing at most `most` (every peer for Isa::Avx2Fma), or null.
 const PeerResult* best_peer(const FunctionReport& r, Isa most);
 
-// "inf at 0x1p+0 (1), got nan" style text of a peer's or kernel's worst
+// "inf ulp at 0x1p+0 (1), got nan" style text of a peer's or kernel's worst
 // sample in ulps.
 std::string worst_input(const Table& t, const Stats& s);
 

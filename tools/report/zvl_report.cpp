@@ -61,7 +61,7 @@ std::string worst_input(const Table& t, const Stats& s) {
     const size_t i = s.worst_ulp;
     char buf[32];
     std::snprintf(buf, sizeof buf, "%.3f", s.max_ulp);
-    std::string text = std::isinf(s.max_ulp) ? "inf" : buf;
+    std::string text = std::string(std::isinf(s.max_ulp) ? "inf" : buf) + " ulp";
     if (i >= t.samples.size()) return text;
     text += " at " + show(t.samples.a[i]);
     if (!t.samples.b.empty()) text += ", " + show(t.samples.b[i]);
@@ -231,7 +231,7 @@ void print_function(const FunctionReport& r) {
             std::printf("  %-29s (skipped: %s)\n", p.peer->label, p.why);
             continue;
         }
-        std::printf("  %-29s  %5.2f|%5.2f ns   max %s ulp\n", p.peer->label, p.ns[0], p.ns[1],
+        std::printf("  %-29s  %5.2f|%5.2f ns   max %s\n", p.peer->label, p.ns[0], p.ns[1],
                     worst_input(r.acc, p.accuracy).c_str());
     }
 }

@@ -334,6 +334,57 @@ def fortran_literal(v):
     return repr(float(v)).replace("e", "d") + ("" if "e" in repr(float(v)) else "d0")
 
 
+# The fixed end of the Fortran test: the two comparisons it makes.
+FORTRAN_TEST_CHECKS = """\
+contains
+
+  subroutine expect(what, got, want)
+    character(*), intent(in) :: what
+    class(*), intent(in) :: got, want
+    logical :: ok
+    select type (got)
+    type is (real(c_double))
+      select type (want)
+      type is (real(c_double))
+        ok = abs(got - want) <= 1d-13 * abs(want)
+      end select
+    type is (complex(c_double_complex))
+      select type (want)
+      type is (complex(c_double_complex))
+        ok = abs(got - want) <= 1d-13 * abs(want)
+      end select
+    end select
+    if (.not. ok) then
+      print '(2a)', what, ': wrong result'
+      failures = failures + 1
+    end if
+  end subroutine expect
+
+  subroutine same(what, plain, shifted)
+    character(*), intent(in) :: what
+    class(*), intent(in) :: plain(:), shifted(:)
+    logical :: ok
+    ok = .false.
+    select type (plain)
+    type is (real(c_double))
+      select type (shifted)
+      type is (real(c_double))
+        ok = all(plain == shifted)
+      end select
+    type is (complex(c_double_complex))
+      select type (shifted)
+      type is (complex(c_double_complex))
+        ok = all(plain == shifted)
+      end select
+    end select
+    if (.not. ok) then
+      print '(2a)', what, ': differs from the plain call'
+      failures = failures + 1
+    end if
+  end subroutine same
+end program fortran_calls"""
+
+
 def fortran_test(funcs):
     """Each function once with its example arguments, then through its _Idx
     form on arrays whose elements sit at other indices: both must agree."""
@@ -397,53 +448,7 @@ def fortran_test(funcs):
     w("  end if")
     w("  print '(a)', 'every function called'")
     w("")
-    w("contains")
-    w("")
-    w("  subroutine expect(what, got, want)")
-    w("    character(*), intent(in) :: what")
-    w("    class(*), intent(in) :: got, want")
-    w("    logical :: ok")
-    w("    select type (got)")
-    w("    type is (real(c_double))")
-    w("      select type (want)")
-    w("      type is (real(c_double))")
-    w("        ok = abs(got - want) <= 1d-13 * abs(want)")
-    w("      end select")
-    w("    type is (complex(c_double_complex))")
-    w("      select type (want)")
-    w("      type is (complex(c_double_complex))")
-    w("        ok = abs(got - want) <= 1d-13 * abs(want)")
-    w("      end select")
-    w("    end select")
-    w("    if (.not. ok) then")
-    w("      print '(2a)', what, ': wrong result'")
-    w("      failures = failures + 1")
-    w("    end if")
-    w("  end subroutine expect")
-    w("")
-    w("  subroutine same(what, plain, shifted)")
-    w("    character(*), intent(in) :: what")
-    w("    class(*), intent(in) :: plain(:), shifted(:)")
-    w("    logical :: ok")
-    w("    ok = .false.")
-    w("    select type (plain)")
-    w("    type is (real(c_double))")
-    w("      select type (shifted)")
-    w("      type is (real(c_double))")
-    w("        ok = all(plain == shifted)")
-    w("      end select")
-    w("    type is (complex(c_double_complex))")
-    w("      select type (shifted)")
-    w("      type is (complex(c_double_complex))")
-    w("        ok = all(plain == shifted)")
-    w("      end select")
-    w("    end select")
-    w("    if (.not. ok) then")
-    w("      print '(2a)', what, ': differs from the plain call'")
-    w("      failures = failures + 1")
-    w("    end if")
-    w("  end subroutine same")
-    w("end program fortran_calls")
+    L.append(FORTRAN_TEST_CHECKS)
     return "\n".join(L) + "\n"
 
 

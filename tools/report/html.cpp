@@ -318,7 +318,8 @@ std::string time_cell(const FunctionReport& r, int cpu, int mode, int sz) {
 }
 
 const char* kStyle = R"(
-body{font-family:system-ui,sans-serif;margin:2em;max-width:1100px;color:#222}
+body{font-family:system-ui,sans-serif;margin:2em;max-width:1500px;color:#222}
+div.wide{overflow-x:auto}table.summary{font-size:.8em}table.summary td{white-space:nowrap}
 h1{font-size:1.5em}h2{font-size:1.2em;margin-top:2em;border-bottom:1px solid #ccc}
 table{border-collapse:collapse;margin:.6em 0;font-size:.9em}
 td,th{border:1px solid #ddd;padding:3px 8px;text-align:right}th{background:#f3f3f3}
@@ -355,7 +356,8 @@ bool write_html(const std::string& path, const std::vector<FunctionReport>& repo
         "times are slower than the function's baseline loop.</p>",
         ctx.samples, head, kCpuLabels[head]);
 
-    h += "<h2>Summary</h2><table><tr><th class='l' rowspan='2'>function</th>"
+    h += "<h2>Summary</h2><div class='wide'><table class='summary'><tr>"
+         "<th class='l' rowspan='2'>function</th>"
          "<th rowspan='2'>mode</th><th rowspan='2'>max error,<br>all cpu types</th>"
          "<th rowspan='2'>at</th><th rowspan='2'>budget</th>";
     h += fmt("<th colspan='2'>ns/elem %d %s</th><th colspan='2'>ns/elem 5 e9</th>"
@@ -396,7 +398,7 @@ bool write_html(const std::string& path, const std::vector<FunctionReport>& repo
             h += "</tr>";
         }
     }
-    h += "</table>";
+    h += "</table></div>";
 
     for (const FunctionReport& r : reports) {
         const Function& f = *r.f;

@@ -44,6 +44,13 @@ install(FILES ${PROJECT_BINARY_DIR}/package/zvlConfig.cmake
 # pkg-config: paths relative to the .pc file, so the tree can move.
 file(RELATIVE_PATH ZVL_PC_PREFIX "/${CMAKE_INSTALL_LIBDIR}/pkgconfig" "/")
 string(REGEX REPLACE "/$" "" ZVL_PC_PREFIX "\${pcfiledir}/${ZVL_PC_PREFIX}")
+# What a static link adds after the archive: the OpenMP runtime, and on
+# Linux the loader and thread libraries.
+if(WIN32)
+  set(ZVL_PC_PRIVATE "-lgomp")
+else()
+  set(ZVL_PC_PRIVATE "-lgomp -ldl -lpthread")
+endif()
 configure_file(cmake/zvl.pc.in ${PROJECT_BINARY_DIR}/package/zvl.pc @ONLY)
 install(FILES ${PROJECT_BINARY_DIR}/package/zvl.pc
         DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)

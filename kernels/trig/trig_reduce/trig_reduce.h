@@ -23,7 +23,8 @@
 // product exact. The exponent picks the first word j so that A times the
 // words before j + 1 holds whole turns only (multiples of 8 eighths) and is
 // dropped; of A T(j+1) + B T(j) the multiples of 2^15 or 2^16 go as well.
-// The rest, Y, keeps an integer part whose low bits give the quadrant; the fraction, taken to the nearest even number, is
+// The rest, Y, between 3.62 and 2^23, keeps an integer part whose low bits
+// give the quadrant; the fraction, taken to the nearest even number, is
 // summed with the products down to A T(j+8), the rounding errors of the
 // single products kept, then cut into a 26-bit head and a tail and
 // multiplied by pi/4 in two parts.
@@ -160,12 +161,17 @@ inline uint64_t trig_reduce_wide(double a, uint32_t e, double g, double* out) {
     const double AT3 = A * T[3];
     const double Y = ((P + P2) + h3) + AT3;
 
-    // Integer part of Y from its bits: shifted right by (52 - its exponent),
-    // which the biased field turns into (51 - field) mod 64.
+    // Integer part of Y from its bits: the significand shifted right by (52
+    // - its exponent), which the biased field turns into (51 - field) mod
+    // 64; Y0 is Y with the fraction bits cleared. Y >= 3.62 for every x (A
+    // T(2) alone is that large at its smallest, at the exponent field 1403),
+    // so the shift is at most 51. The exponent field must not reach I: its
+    // bits would be added to the integer part at the weights 2^E and up, which
+    // changes the quadrant where Y < 4 (E = 1; exponent field 1403 only).
     const uint64_t yb = bits(Y);
     const uint32_t sh = (51u - static_cast<uint32_t>(yb >> 52)) & 63u;
-    const uint64_t I = yb >> sh;
-    const double Y0 = from_bits(I << sh);
+    const uint64_t I = ((yb & zvl::Fp64::mant_mask) | (uint64_t{1} << 52)) >> sh;
+    const double Y0 = from_bits((yb >> sh) << sh);
     const double d = P - Y0;
     const double dd = d + P2;
     const double d2 = dd + C::parity_term[I & 1];

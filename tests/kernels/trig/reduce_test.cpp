@@ -1,8 +1,8 @@
 // TrigReduce against MPFR on every cpu type's copy: the quadrant is that of
 // a nearest multiple of pi/2 and high + low lies within about 1e-23 of the
 // true remainder, relatively, on random x at every exponent from 2^13 (the
-// tangent reduces from 12800) to the largest double and at the path
-// boundaries; at the doubles
+// tangent reduces from 12800) to the largest double, at the path boundaries
+// and where the quadrant is read from a small integer part; at the doubles
 // nearest to multiples of pi/2 the bound is looser but still far below what
 // any caller needs. All copies give the same bits.
 #include <gtest/gtest.h>
@@ -129,6 +129,23 @@ TEST(TrigReduce, PathBoundariesAndPowersOfTwo) {
     }
     xs.push_back(std::nextafter(DBL_MAX, 0.0));
     for (double x : xs) {
+        EXPECT_LE(reduce_everywhere(x), kBound) << std::hexfloat << x;
+        EXPECT_LE(reduce_everywhere(-x), kBound) << std::hexfloat << -x;
+    }
+}
+
+// The wide path keeps an integer part Y after dropping whole turns, from
+// which the quadrant comes. Y is at least 3.62, and below 4 only at the
+// exponent field 1403 (where A T(2) alone can be as small as 3.62) with x
+// just above 2^380 and B small: these arguments, found by running the wide
+// path over such x, leave Y in [3.73, 3.99). An integer part read with the
+// exponent field's bits in it put them at quadrant 1; it is 2.
+TEST(TrigReduce, IntegerPartBelowFour) {
+    const double xs[] = {0x1.0001f4000106ap+380, 0x1.0001f40010ef4p+380, 0x1.0001f400607a6p+380,
+                         0x1.00116b800c8e3p+380, 0x1.00116b803c481p+380, 0x1.00116b804c30bp+380};
+    for (double x : xs) {
+        double out[2];
+        EXPECT_EQ(trig_scalars(0).reduce(x, out), 2) << std::hexfloat << x;
         EXPECT_LE(reduce_everywhere(x), kBound) << std::hexfloat << x;
         EXPECT_LE(reduce_everywhere(-x), kBound) << std::hexfloat << -x;
     }

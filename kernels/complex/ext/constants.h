@@ -1,11 +1,11 @@
 // The constants of the extended-precision support set: the generated ones
-// (constants.inc, from tools/ext_tables.cpp) and the exact ones typed in.
+// (table_constants.inc, from tools/ext_tables.cpp) and the exact ones typed in.
 #pragma once
 
 namespace {
 
 struct Ext {
-#include "kernels/complex/ext/constants.inc"
+#include "kernels/complex/ext/table_constants.inc"
 
     // 8589934593 = 2^33 + 1: Dekker's multiplier, which splits a 64-bit
     // significand into 31 and 32 bits

@@ -63,5 +63,7 @@ echo "Vendors: the Linux suite built for $case"
 cmake --preset default -B build/other-vendor -DZVL_CPU_VENDOR="$other" -DZVL_BUILD_BENCH=OFF \
   >/dev/null
 cmake --build build/other-vendor >/dev/null
-run "Linux, vendor $other" --test-dir build/other-vendor -j2
+# consumer_cmake_subdirectory builds a library of its own from the sources,
+# for the vendor it reads itself: nothing of this build is in it.
+run "Linux, vendor $other" --test-dir build/other-vendor -j2 -E '^consumer_cmake_subdirectory$'
 echo "Vendors: $((SECONDS - start)) s"

@@ -1,0 +1,163 @@
+// ErfInv: r = erfinv(a).
+//
+// Near |x| = 1 erfinv has a logarithmic singularity, so every mode indexes
+// its table by the exponent and leading mantissa bits of t = 1 - |x|, not
+// of x, and returns x times a polynomial in the reduced t that approximates
+// erfinv(x)/x over the interval.
+//
+//   HA  212 quarter-binades of t from [0.875, 1) down to 2^-53, degree 14
+//       in r = (t's mantissa with its top 2 bits cleared) - 1.125 plus what
+//       the rounding of t dropped, scaled into r; the constant and linear
+//       terms in two parts, and the sum times x from 26-bit splits.
+//   LA  the same intervals, degree 11 in r without the correction, times x.
+//   EP  848 sixteenth-binades, degree 3, times x.
+//
+// The main path takes |x| in [2^-53, 1), tested by one signed compare of
+// the high word; every other lane is special: its x and its table entry are
+// forced to 0 so that it computes harmless values, and the special routine
+// (the same in all modes) gives its result and status: +-infinity with
+// ZVL_STATUS_SING at +-1, a NaN with ZVL_STATUS_ERRDOM above 1 and at the
+// infinities, x*x for a NaN, x for a zero, x*sqrt(pi)/2 below 2^-53.
+//
+// Included inside an unnamed namespace context, as isa.h.
+#pragma once
+
+#include "kernels/common/isa.h"
+#include "kernels/common/lanes.h"
+#include "kernels/erf/double_word.h"
+#include "kernels/erf/erfinv/data.h"
+
+namespace {
+
+struct ErfInvConstants {
+    // 2^-53 and 1.0: the main path's domain [2^-53, 1) in |x|
+    static constexpr double lowest = zvl::from_bits(0x3ca0000000000000);
+    // high word of |x| plus this, as a signed 32-bit number, is below
+    // `main_below` exactly for 0x3ca00000 <= high word < 0x3ff00000
+    static constexpr int32_t main_shift = 0x43600000;
+    static constexpr int32_t last_main = static_cast<int32_t>(0x834fffffu);
+    // t's mantissa with the top 2 (HA, LA) or 4 (EP) bits cleared, as a
+    // number in [1, 1.25) or [1, 1.0625); less the centre 1.125 or 1.03125,
+    // r lies in [-0.125, 0.125) or [-0.03125, 0.03125)
+    static constexpr uint64_t frac_quarter = 0x0003ffffffffffff;
+    static constexpr uint64_t frac_sixteenth = 0x0000ffffffffffff;
+    static constexpr double centre_quarter = 1.125;
+    static constexpr double centre_sixteenth = 1.03125;
+    // 0x7fe0000000000000 less t's exponent field is 2^-E for t in [2^E, 2^(E+1))
+    static constexpr uint64_t m_base = 0x7fe0000000000000;
+};
+
+// The main path's lanes as a full mask: |x| in [2^-53, 1) (a NaN fails).
+template <class V>
+inline typename V::vd erfinv_main(typename V::vd ax) {
+    using C = ErfInvConstants;
+    return V::and_(V::le(V::splat(C::lowest), ax), V::lt(ax, V::splat(1.0)));
+}
+
+// Per lane: the entry `top` - (high word of t >> shift), times `stride`;
+// entry 0 for the lanes outside the main path, whose t is 1.
+template <class V>
+inline void erfinv_rows(typename V::vd t, typename V::vd main, uint32_t top, int shift,
+                        uint32_t stride, uint32_t* j) {
+    uint32_t hw[V::lanes];
+    high_words<V>(t, hw);
+    const int in = V::mask(main);
+    for (int l = 0; l < V::lanes; ++l)
+        j[l] = (in >> l & 1) ? (top - (hw[l] >> shift)) * stride : 0;
+}
+
+// t's mantissa bits under `frac`, as a number with the exponent of 1.0,
+// less `centre`.
+template <class V>
+inline typename V::vd reduced(typename V::vd t, uint64_t frac, double centre) {
+    return V::sub(V::or_(V::and_(t, splat_bits<V>(frac)), splat_bits<V>(Fp64::one)),
+                  V::splat(centre));
+}
+
+// The special-lane test and the special routine, the same for every mode.
+struct ErfInvLanes {
+    template <class V>
+    static int special(typename V::vd x) {
+        using C = ErfInvConstants;
+        using I = Lanes<V::lanes>;
+        const typename I::vi s = I::add(I::hi32(abs_of<V>(x)), I::splat(C::main_shift));
+        return I::mask(I::lt(I::splat(C::last_main), s));
+    }
+    static int32_t callout(const double* x, double* y) { return zvl::erfinv_special(x, y); }
+};
+
+// --- HA ---------------------------------------------------------------------
+
+struct ErfInvHA : ErfInvLanes {
+    template <class V>
+    static typename V::vd eval(typename V::vd x0) {
+        using vd = typename V::vd;
+        using C = ErfInvConstants;
+        const vd main = erfinv_main<V>(abs_of<V>(x0));
+        const vd x = V::and_(x0, main);
+        const vd ax = abs_of<V>(x);
+        const vd t = V::sub(V::splat(1.0), ax);
+        uint32_t j[V::lanes];
+        erfinv_rows<V>(t, main, 0xffb, 18, 17, j);
+        const double* T = &zvl::kErfInvTableHA[0][0];
+        vd c[17];
+        for (int k = 0; k < 17; ++k) c[k] = V::gather(T + k, j);
+        // r = r0 + m ((1 - t) - ax): (1 - t) - ax is exactly what rounding
+        // dropped from t, and m = 2^-E scales it as t is scaled into r
+        const vd r0 = reduced<V>(t, C::frac_quarter, C::centre_quarter);
+        const vd m = V::sub_i64(splat_bits<V>(C::m_base), V::and_(t, splat_bits<V>(Fp64::exp_mask)));
+        const vd r = V::add(r0, V::mul(m, V::sub(V::sub(V::splat(1.0), t), ax)));
+        // the split comes from r0; r - rh carries the rest with the correction
+        const vd rh = split_hi<V>(r0);
+        vd q = c[14];
+        for (int k = 13; k >= 0; --k) q = V::mul_add(q, r, c[k]);
+        // S = c15 + c16 r + q as sh + sl; c16 has 26 bits, so c16 rh is exact
+        const vd p = V::mul(c[16], rh);
+        const vd sh = split_hi<V>(V::add(p, c[15]));
+        const vd sl = V::add(V::add(V::add(V::sub(c[15], sh), p), V::mul(c[16], V::sub(r, rh))), q);
+        const vd xh = split_hi<V>(x);
+        return V::add(V::mul(sh, xh), V::add(V::mul(sh, V::sub(x, xh)), V::mul(sl, x)));
+    }
+};
+
+// --- LA and EP --------------------------------------------------------------
+
+struct ErfInvLA : ErfInvLanes {
+    template <class V>
+    static typename V::vd eval(typename V::vd x0) {
+        using vd = typename V::vd;
+        using C = ErfInvConstants;
+        const vd main = erfinv_main<V>(abs_of<V>(x0));
+        const vd x = V::and_(x0, main);
+        const vd t = V::sub(V::splat(1.0), abs_of<V>(x));
+        uint32_t j[V::lanes];
+        erfinv_rows<V>(t, main, 0xffb, 18, 6, j);  // 6 pairs an entry
+        vd c[12];
+        for (int k = 0; k < 12; k += 2)
+            V::gather_pairs(&zvl::kErfInvTableLA[0][k], j, c[k], c[k + 1]);
+        const vd r = reduced<V>(t, C::frac_quarter, C::centre_quarter);
+        vd q = c[11];
+        for (int k = 10; k >= 0; --k) q = V::mul_add(q, r, c[k]);
+        return V::mul(q, x);
+    }
+};
+
+struct ErfInvEP : ErfInvLanes {
+    template <class V>
+    static typename V::vd eval(typename V::vd x0) {
+        using vd = typename V::vd;
+        using C = ErfInvConstants;
+        const vd main = erfinv_main<V>(abs_of<V>(x0));
+        const vd x = V::and_(x0, main);
+        const vd t = V::sub(V::splat(1.0), abs_of<V>(x));
+        uint32_t j[V::lanes];
+        erfinv_rows<V>(t, main, 0x3fef, 16, 2, j);  // 2 pairs an entry
+        vd c0, c1, c2, c3;
+        V::gather_pairs(&zvl::kErfInvTableEP[0][0], j, c0, c1);
+        V::gather_pairs(&zvl::kErfInvTableEP[0][2], j, c2, c3);
+        const vd r = reduced<V>(t, C::frac_sixteenth, C::centre_sixteenth);
+        return V::mul(V::mul_add(V::mul_add(V::mul_add(c3, r, c2), r, c1), r, c0), x);
+    }
+};
+
+}  // namespace

@@ -89,6 +89,25 @@ inline void erfc_row(typename V::vd w, typename V::vd* c, typename V::vd& y) {
     y = V::sub(w, V::gather(&zvl::kErfcStarts[0][0], j));
 }
 
+// The row for w and Q(y) = c2 + c3 y + ... + c13 y^11 by Horner, the part
+// of g every mode evaluates in plain arithmetic.
+template <class V>
+inline typename V::vd erfc_high_terms(typename V::vd w, typename V::vd* c, typename V::vd& y) {
+    erfc_row<V>(w, c, y);
+    typename V::vd Q = c[15];
+    for (int k = 14; k >= 4; --k) Q = V::mul_add(Q, y, c[k]);
+    return Q;
+}
+
+// w^2 = sq + sl exactly: w's 26-bit part squares exactly, and the rest is
+// wl (wh + w).
+template <class V>
+inline void exact_square(typename V::vd w, typename V::vd& sq, typename V::vd& sl) {
+    const typename V::vd wh = split_hi<V>(w), wl = V::sub(w, wh);
+    sq = V::mul(wh, wh);
+    sl = V::mul(wl, V::add(wh, w));
+}
+
 // exp(-(sq + sl)) = 2^n * (T_hi + T_lo) * (1 + p), with the scale 2^(n + 200)
 // returned apart. -N = 128 n + j; r = N ln2/128 - sq - sl, |r| <= ln2/256.
 // Degree is 5 or 3.
@@ -181,9 +200,7 @@ struct ErfcHA : ErfcLanes<ErfcHA> {
         const vd w = erfc_arg<V>(abs_of<V>(x));
         // G = g(w) = C + L y + y^2 Q(y), as gh + gl
         vd c[16], y;
-        erfc_row<V>(w, c, y);
-        vd Q = c[15];
-        for (int k = 14; k >= 4; --k) Q = V::mul_add(Q, y, c[k]);
+        const vd Q = erfc_high_terms<V>(w, c, y);
         vd s, e, ph, pl, gh, gl;
         two_sum<V>(c[3], V::mul(Q, y), s, e);  // L_hi + Q y
         e = V::add(e, c[2]);                     // + L_lo
@@ -192,10 +209,9 @@ struct ErfcHA : ErfcLanes<ErfcHA> {
         two_sum<V>(c[1], ph, gh, gl);  // + C_hi
         gl = V::add(gl, V::add(pl, c[0]));
         fast_two_sum<V>(gh, gl, gh, gl);
-        // E = exp(-w^2) as T_hi + (T_lo + T p), w^2 = sq + sl exactly
-        const vd wh = split_hi<V>(w), wl = V::sub(w, wh);
-        const vd sq = V::mul(wh, wh), sl = V::mul(wl, V::add(wh, w));
-        vd T_hi, T_lo, p, scale;
+        // E = exp(-w^2) as T_hi + (T_lo + T p)
+        vd sq, sl, T_hi, T_lo, p, scale;
+        exact_square<V>(w, sq, sl);
         erfc_exp<V, 5>(sq, sl, T_hi, T_lo, p, scale);
         const vd E_lo = V::add(T_lo, V::mul(V::add(T_hi, T_lo), p));
         // E * G: T_hi has 26 bits, so T_hi * gh's 26-bit parts are exact
@@ -237,15 +253,11 @@ struct ErfcPlain : ErfcLanes<ErfcPlain<LA>> {
         using C = ErfcConstants;
         const vd w = erfc_arg<V>(abs_of<V>(x));
         vd c[16], y;
-        erfc_row<V>(w, c, y);
-        vd Q = c[15];
-        for (int k = 14; k >= 4; --k) Q = V::mul_add(Q, y, c[k]);
+        const vd Q = erfc_high_terms<V>(w, c, y);
         const vd G = V::add(c[1], V::add(c[0], V::mul(V::mul_add(Q, y, c[3]), y)));
         vd sq, sl;
         if constexpr (LA) {
-            const vd wh = split_hi<V>(w), wl = V::sub(w, wh);
-            sq = V::mul(wh, wh);
-            sl = V::mul(wl, V::add(wh, w));
+            exact_square<V>(w, sq, sl);
         } else {
             sq = V::mul(w, w);
             sl = V::splat(0.0);

@@ -54,6 +54,18 @@ inline typename V::vd erfinv_main(typename V::vd ax) {
     return V::and_(V::le(V::splat(C::lowest), ax), V::lt(ax, V::splat(1.0)));
 }
 
+// The computation argument: x where the main path takes it and 0 in the
+// other lanes, so that they compute harmless values; t = 1 - |x|, rounded.
+template <class V>
+struct ErfInvArg {
+    typename V::vd main, x, ax, t;
+    explicit ErfInvArg(typename V::vd x0)
+        : main(erfinv_main<V>(abs_of<V>(x0))),
+          x(V::and_(x0, main)),
+          ax(abs_of<V>(x)),
+          t(V::sub(V::splat(1.0), ax)) {}
+};
+
 // Per lane: the entry `top` - (high word of t >> shift), times `stride`;
 // entry 0 for the lanes outside the main path, whose t is 1.
 template <class V>
@@ -93,12 +105,10 @@ struct ErfInvHA : ErfInvLanes {
     static typename V::vd eval(typename V::vd x0) {
         using vd = typename V::vd;
         using C = ErfInvConstants;
-        const vd main = erfinv_main<V>(abs_of<V>(x0));
-        const vd x = V::and_(x0, main);
-        const vd ax = abs_of<V>(x);
-        const vd t = V::sub(V::splat(1.0), ax);
+        const ErfInvArg<V> a(x0);
+        const vd x = a.x, ax = a.ax, t = a.t;
         uint32_t j[V::lanes];
-        erfinv_rows<V>(t, main, 0xffb, 18, 17, j);
+        erfinv_rows<V>(t, a.main, 0xffb, 18, 17, j);
         const double* T = &zvl::kErfInvTableHA[0][0];
         vd c[17];
         for (int k = 0; k < 17; ++k) c[k] = V::gather(T + k, j);
@@ -122,42 +132,44 @@ struct ErfInvHA : ErfInvLanes {
 
 // --- LA and EP --------------------------------------------------------------
 
-struct ErfInvLA : ErfInvLanes {
+// N coefficients, constant first, in r without the correction; times x.
+template <class K>
+struct ErfInvPlain : ErfInvLanes {
     template <class V>
     static typename V::vd eval(typename V::vd x0) {
         using vd = typename V::vd;
-        using C = ErfInvConstants;
-        const vd main = erfinv_main<V>(abs_of<V>(x0));
-        const vd x = V::and_(x0, main);
-        const vd t = V::sub(V::splat(1.0), abs_of<V>(x));
+        const ErfInvArg<V> a(x0);
         uint32_t j[V::lanes];
-        erfinv_rows<V>(t, main, 0xffb, 18, 6, j);  // 6 pairs an entry
-        vd c[12];
-        for (int k = 0; k < 12; k += 2)
-            V::gather_pairs(&zvl::kErfInvTableLA[0][k], j, c[k], c[k + 1]);
-        const vd r = reduced<V>(t, C::frac_quarter, C::centre_quarter);
-        vd q = c[11];
-        for (int k = 10; k >= 0; --k) q = V::mul_add(q, r, c[k]);
-        return V::mul(q, x);
+        erfinv_rows<V>(a.t, a.main, K::top, K::shift, K::n / 2, j);  // pairs an entry
+        vd c[K::n];
+        for (int k = 0; k < K::n; k += 2) V::gather_pairs(K::table + k, j, c[k], c[k + 1]);
+        const vd r = reduced<V>(a.t, K::frac, K::centre);
+        vd q = c[K::n - 1];
+        for (int k = K::n - 2; k >= 0; --k) q = V::mul_add(q, r, c[k]);
+        return V::mul(q, a.x);
     }
 };
 
-struct ErfInvEP : ErfInvLanes {
-    template <class V>
-    static typename V::vd eval(typename V::vd x0) {
-        using vd = typename V::vd;
-        using C = ErfInvConstants;
-        const vd main = erfinv_main<V>(abs_of<V>(x0));
-        const vd x = V::and_(x0, main);
-        const vd t = V::sub(V::splat(1.0), abs_of<V>(x));
-        uint32_t j[V::lanes];
-        erfinv_rows<V>(t, main, 0x3fef, 16, 2, j);  // 2 pairs an entry
-        vd c0, c1, c2, c3;
-        V::gather_pairs(&zvl::kErfInvTableEP[0][0], j, c0, c1);
-        V::gather_pairs(&zvl::kErfInvTableEP[0][2], j, c2, c3);
-        const vd r = reduced<V>(t, C::frac_sixteenth, C::centre_sixteenth);
-        return V::mul(V::mul_add(V::mul_add(V::mul_add(c3, r, c2), r, c1), r, c0), x);
-    }
+// LA: the quarter-binades of HA, degree 11.
+struct ErfInvLAConstants {
+    static constexpr const double* table = &zvl::kErfInvTableLA[0][0];
+    static constexpr int n = 12;
+    static constexpr uint32_t top = 0xffb;
+    static constexpr int shift = 18;
+    static constexpr uint64_t frac = ErfInvConstants::frac_quarter;
+    static constexpr double centre = ErfInvConstants::centre_quarter;
 };
+// EP: sixteenth-binades, degree 3.
+struct ErfInvEPConstants {
+    static constexpr const double* table = &zvl::kErfInvTableEP[0][0];
+    static constexpr int n = 4;
+    static constexpr uint32_t top = 0x3fef;
+    static constexpr int shift = 16;
+    static constexpr uint64_t frac = ErfInvConstants::frac_sixteenth;
+    static constexpr double centre = ErfInvConstants::centre_sixteenth;
+};
+
+using ErfInvLA = ErfInvPlain<ErfInvLAConstants>;
+using ErfInvEP = ErfInvPlain<ErfInvEPConstants>;
 
 }  // namespace

@@ -6,26 +6,15 @@
 
 #include <cmath>
 #include <cstdint>
-#include <cstring>
 #include <random>
 #include <vector>
 
+#include "tests/common/capture.h"
 #include "tests/kernels/erf/bodies.h"
 #include "zvl.h"
 
 namespace zvl_test {
 namespace {
-
-uint64_t bits_of(double x) {
-    uint64_t b;
-    std::memcpy(&b, &x, sizeof b);
-    return b;
-}
-double from(uint64_t b) {
-    double x;
-    std::memcpy(&x, &b, sizeof x);
-    return x;
-}
 
 bool runnable(const ErfWrapper& w) { return !w.needs_avx || __builtin_cpu_supports("avx"); }
 
@@ -102,7 +91,7 @@ TEST(ErfDirected, SpecialValuesThresholdsAndStatuses) {
                 if (!(row.modes >> mode & 1)) continue;
                 const auto body = static_cast<ErfBody>(3 * row.family + mode);
                 // the case in every lane position of a block and in the remainder
-                std::vector<double> a(9, from(row.x)), r(9);
+                std::vector<double> a(9, from_bits(row.x)), r(9);
                 std::vector<int32_t> st(9);
                 w.run(body, 9, a.data(), r.data(), st.data());
                 for (int i = 0; i < 9; ++i) {

@@ -2,21 +2,13 @@
 // compiled with that unit's instruction set, after the family headers.
 #pragma once
 
+#include "kernels/common/loops.h"
 #include "kernels/erf/erf/erf.h"
 #include "kernels/erf/erfc/erfc.h"
 #include "kernels/erf/erfinv/erfinv.h"
 #include "tests/kernels/erf/bodies.h"
 
 namespace {
-
-template <class V>
-inline int lane_bits_of(typename V::vd m) {
-    return V::mask(m);
-}
-template <class V>
-inline int lane_bits_of(int bits) {
-    return bits;
-}
 
 // Erf has no special lanes.
 template <class F>
@@ -35,7 +27,7 @@ void run_on(int n, const double* a, double* r, int32_t* st) {
         const typename V::vd x = V::load(a + i);
         V::store(r + i, F::template eval<V>(x));
         int bits = 0;
-        if constexpr (kHasSpecial<F>) bits = lane_bits_of<V>(F::template special<V>(x));
+        if constexpr (kHasSpecial<F>) bits = lane_bits<V>(F::template special<V>(x));
         for (int l = 0; l < V::lanes; ++l) {
             st[i + l] = 0;
             if constexpr (kHasSpecial<F>)

@@ -43,18 +43,4 @@ inline void two_prod(typename V::vd a, typename V::vd b, typename V::vd& p, type
                V::mul(al, bl));
 }
 
-// The high words of the lanes' patterns, one per lane.
-template <class V>
-inline void high_words(typename V::vd a, uint32_t* w) {
-    V::low_words(V::shr_i64(a, 32), w);
-}
-
-// Horner's scheme over coefficients c[0] (the highest power) .. c[N-1].
-template <class V, int N>
-inline typename V::vd horner(const typename V::vd* c, typename V::vd y) {
-    typename V::vd p = c[0];
-    for (int k = 1; k < N; ++k) p = V::mul_add(p, y, c[k]);
-    return p;
-}
-
 }  // namespace

@@ -27,6 +27,7 @@
 #pragma once
 
 #include "kernels/common/isa.h"
+#include "kernels/common/lanes.h"
 #include "kernels/erf/double_word.h"
 #include "kernels/erf/erf/data.h"
 
@@ -43,32 +44,34 @@ struct ErfConstants {
     // 2^-1034: below it 2/sqrt(pi)*x needs at most 41 bits, and the plain
     // product rounds once
     static constexpr double subnormal_split = zvl::from_bits(0x0000010000000000);
-    // 2^-1015 (high word 0x00800000): below it the small path
-    static constexpr double small_below = zvl::from_bits(0x0080000000000000);
     // the index rules: high word of |x| AND the mask, from the base on, up
     // to the last entry's offset
-    static constexpr uint32_t ha_mask = 0x7ffe0000, ha_base = 0x3fbe0000, ha_top = 0x5a0000;
-    static constexpr uint32_t q_mask = 0x7ffc0000, q_base = 0x3fbc0000, q_top = 0x5c0000;
+    static constexpr int32_t ha_mask = 0x7ffe0000, ha_base = 0x3fbe0000, ha_top = 0x5a0000;
+    static constexpr int32_t q_mask = 0x7ffc0000, q_base = 0x3fbc0000, q_top = 0x5c0000;
 };
 
-// Per lane: the class of |x| (0 small, 1 normal, 2 infinite, 3 NaN; with
-// `small` false no lane is small) and the table entry from the high word.
-template <class V, bool Small>
-inline void erf_lanes(typename V::vd ax, uint32_t mask, uint32_t base, uint32_t top, int shift,
-                      uint32_t* entry, uint32_t* cls) {
-    using C = ErfConstants;
-    double a[V::lanes];
-    V::store(a, ax);
-    for (int l = 0; l < V::lanes; ++l) {
-        const uint64_t b = zvl::bits(a[l]);
-        const uint32_t hi = static_cast<uint32_t>(b >> 32);
-        uint32_t k = hi & mask;
-        k = k < base ? 0 : k - base;
-        k = k > top ? top : k;
-        entry[l] = k >> shift;
-        cls[l] = (Small ? (hi >= zvl::high_word(C::small_below)) : 1u) + (hi >= 0x7ff00000u) +
-                 (b > Fp64::exp_mask);
-    }
+// The table entry and the class of each lane, worked out on the lanes' high
+// words at once. The entry's first pair of doubles (8 pairs an entry) is
+// the high word AND `mask`, less `base` (0 below it), at most `top`,
+// shifted right by Shift. The class counts: 0 small (only with `Small`),
+// 1 normal, 2 infinite, 3 NaN; `cls` holds its first pair in the class
+// table (2 pairs a class).
+template <class V, bool Small, int Shift>
+inline void erf_lanes(typename V::vd ax, int32_t mask, int32_t base, int32_t top, uint32_t* pair,
+                      uint32_t* cls) {
+    using I = Lanes<V::lanes>;
+    using vi = typename I::vi;
+    const vi hi = I::hi32(ax);
+    vi k = I::sub(I::and_(hi, I::splat(mask)), I::splat(base));
+    k = I::and_(k, I::lt(I::splat(-1), k));
+    k = I::add(k, I::and_(I::lt(I::splat(top), k), I::sub(I::splat(top), k)));
+    I::store(pair, I::template srli<Shift>(k));
+    // all ones where not small, where infinite or NaN, where not NaN
+    const vi not_small = Small ? I::lt(I::splat(0x007fffff), hi) : I::splat(-1);
+    const vi big = I::lt(I::splat(0x7fefffff), hi);
+    const vi ordered = I::hi32(V::eq(ax, ax));
+    const vi c = I::sub(I::sub(I::add(ordered, I::splat(1)), not_small), big);
+    I::store(cls, I::template slli<1>(c));
 }
 
 // The class table's masks applied to the candidate results.
@@ -76,11 +79,9 @@ template <class V>
 inline typename V::vd erf_select(const uint32_t* cls, typename V::vd small, typename V::vd main,
                                  typename V::vd x) {
     using vd = typename V::vd;
-    uint32_t j[V::lanes];
-    for (int l = 0; l < V::lanes; ++l) j[l] = 2 * cls[l];
     vd m_small, m_main, m_x, m_one;
-    V::gather_pairs(&zvl::kErfClasses[0][0], j, m_small, m_main);
-    V::gather_pairs(&zvl::kErfClasses[0][2], j, m_x, m_one);
+    V::gather_pairs(&zvl::kErfClasses[0][0], cls, m_small, m_main);
+    V::gather_pairs(&zvl::kErfClasses[0][2], cls, m_x, m_one);
     return V::or_(V::or_(V::and_(m_small, small), V::and_(m_main, main)),
                   V::or_(V::and_(m_x, x), V::and_(m_one, V::splat(1.0))));
 }
@@ -120,9 +121,8 @@ struct ErfHA {
         using vd = typename V::vd;
         using C = ErfConstants;
         const vd ax = abs_of<V>(x);
-        uint32_t entry[V::lanes], cls[V::lanes], j[V::lanes];
-        erf_lanes<V, true>(ax, C::ha_mask, C::ha_base, C::ha_top, 17, entry, cls);
-        for (int l = 0; l < V::lanes; ++l) j[l] = 8 * entry[l];  // 8 pairs an entry
+        uint32_t j[V::lanes], cls[V::lanes];
+        erf_lanes<V, true, 14>(ax, C::ha_mask, C::ha_base, C::ha_top, j, cls);
         const double* t = &zvl::kErfTableHA[0][0];
         vd c[14];
         for (int k = 0; k < 14; k += 2) V::gather_pairs(t + k, j, c[k], c[k + 1]);
@@ -159,9 +159,8 @@ struct ErfPoly {
         using C = ErfConstants;
         const double* t = D == 13 ? &zvl::kErfTableLA[0][0] : &zvl::kErfTableEP[0][0];
         const vd ax = abs_of<V>(x);
-        uint32_t entry[V::lanes], cls[V::lanes], j[V::lanes];
-        erf_lanes<V, false>(ax, C::q_mask, C::q_base, C::q_top, 18, entry, cls);
-        for (int l = 0; l < V::lanes; ++l) j[l] = 8 * entry[l];
+        uint32_t j[V::lanes], cls[V::lanes];
+        erf_lanes<V, false, 15>(ax, C::q_mask, C::q_base, C::q_top, j, cls);
         vd c[D + 2], centre, scale;
         for (int k = 0; k <= D; k += 2) V::gather_pairs(t + k, j, c[k], c[k + 1]);
         V::gather_pairs(t + 14, j, centre, scale);

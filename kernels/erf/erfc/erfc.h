@@ -28,6 +28,7 @@
 #pragma once
 
 #include "kernels/common/isa.h"
+#include "kernels/common/lanes.h"
 #include "kernels/erf/double_word.h"
 #include "kernels/erf/erfc/data.h"
 #include "zvl.h"
@@ -62,6 +63,7 @@ struct ErfcConstants {
     // 27.226017111108362: above it erfc(x) is below half the smallest
     // subnormal, and the result underflows
     static constexpr double underflow_above = zvl::from_bits(0x403b39dc41e48bfc);
+    static constexpr double up = zvl::from_bits(0x4c70000000000000);    // 2^200
     static constexpr double down = zvl::from_bits(0x3370000000000000);  // 2^-200
     // 2^-822 = 2^-1022 * 2^200: a scaled result below it is subnormal; added
     // to it, the sum's last place is the subnormals' 2^-1074 scaled by 2^200
@@ -76,17 +78,16 @@ struct ErfcConstants {
 // entry 0, as such arguments are replaced before use.
 template <class V>
 inline void erfc_row(typename V::vd w, typename V::vd* c, typename V::vd& y) {
-    uint32_t hw[V::lanes], j[V::lanes];
-    high_words<V>(w, hw);
-    for (int l = 0; l < V::lanes; ++l) {
-        uint32_t i = hw[l] & 0x7ffc0000;
-        i = i < 0x3fcc0000 ? 0 : i - 0x3fcc0000;
-        i = i > 0x6c0000 ? 0 : i;
-        j[l] = i >> 15;  // the entry's first pair: 8 pairs an entry
-    }
-    for (int k = 0; k < 16; k += 2) V::gather_pairs(&zvl::kErfcTable[0][k], j, c[k], c[k + 1]);
-    for (int l = 0; l < V::lanes; ++l) j[l] >>= 2;  // two doubles a start
-    y = V::sub(w, V::gather(&zvl::kErfcStarts[0][0], j));
+    using I = Lanes<V::lanes>;
+    using vi = typename I::vi;
+    vi i = I::sub(I::and_(I::hi32(w), I::splat(0x7ffc0000)), I::splat(0x3fcc0000));
+    i = I::and_(i, I::lt(I::splat(-1), i));
+    i = I::and_(i, I::lt(i, I::splat(0x6c0001)));
+    uint32_t j[V::lanes], k[V::lanes];
+    I::store(j, I::template srli<15>(i));  // the entry's first pair: 8 pairs an entry
+    I::store(k, I::template srli<17>(i));  // its start: 2 doubles an entry
+    for (int m = 0; m < 16; m += 2) V::gather_pairs(&zvl::kErfcTable[0][m], j, c[m], c[m + 1]);
+    y = V::sub(w, V::gather(&zvl::kErfcStarts[0][0], k));
 }
 
 // The row for w and Q(y) = c2 + c3 y + ... + c13 y^11 by Horner, the part
@@ -118,16 +119,13 @@ inline void erfc_exp(typename V::vd sq, typename V::vd sl, typename V::vd& T_hi,
     using C = ErfcConstants;
     const vd v = V::add(V::mul(sq, V::splat(C::L)), V::splat(C::S));
     const vd f = V::sub(v, V::splat(C::S));
-    uint32_t k[V::lanes], j[V::lanes];
-    double sc[V::lanes];
-    V::low_words(v, k);
-    for (int l = 0; l < V::lanes; ++l) {
-        j[l] = k[l] & 127;
-        // n + 200 + 1023 in the exponent field: n >= -1070 while w < 27.3
-        const int32_t n = static_cast<int32_t>(k[l]) >> 7;
-        sc[l] = zvl::from_bits(static_cast<uint64_t>(n + 1223) << 52);
-    }
-    scale = V::load(sc);
+    // -N = 128 n + j from v's low words; 2^(n + 200) by adding n to the
+    // exponent of 2^200 (n >= -1070 while w < 27.3)
+    using I = Lanes<V::lanes>;
+    const typename I::vi k = I::lo32(v);
+    uint32_t j[V::lanes];
+    I::store(j, I::and_(k, I::splat(127)));
+    scale = I::add_hi32(V::splat(C::up), I::template slli<20>(I::template srai<7>(k)));
     V::gather_pairs(&zvl::kErfcExp[0][0], j, T_hi, T_lo);
     const vd r = V::add(V::sub(V::mul(f, V::splat(C::ln2_hi)), sq),
                         V::sub(V::mul(f, V::splat(C::ln2_lo)), sl));

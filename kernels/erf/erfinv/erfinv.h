@@ -66,16 +66,23 @@ struct ErfInvArg {
           t(V::sub(V::splat(1.0), ax)) {}
 };
 
-// Per lane: the entry `top` - (high word of t >> shift), times `stride`;
-// entry 0 for the lanes outside the main path, whose t is 1.
-template <class V>
-inline void erfinv_rows(typename V::vd t, typename V::vd main, uint32_t top, int shift,
-                        uint32_t stride, uint32_t* j) {
-    uint32_t hw[V::lanes];
-    high_words<V>(t, hw);
-    const int in = V::mask(main);
-    for (int l = 0; l < V::lanes; ++l)
-        j[l] = (in >> l & 1) ? (top - (hw[l] >> shift)) * stride : 0;
+// Per lane: the entry Top - (high word of t >> Shift), times Stride (17,
+// 6 or 2 by shifts and adds); entry 0 for the lanes outside the main path,
+// whose t is 1.
+template <class V, int32_t Top, int Shift, int Stride>
+inline void erfinv_rows(typename V::vd t, typename V::vd main, uint32_t* j) {
+    static_assert(Stride == 17 || Stride == 6 || Stride == 2, "a stride of the tables");
+    using I = Lanes<V::lanes>;
+    using vi = typename I::vi;
+    const vi e = I::sub(I::splat(Top), I::template srli<Shift>(I::hi32(t)));
+    vi k;
+    if constexpr (Stride == 17)
+        k = I::add(I::template slli<4>(e), e);
+    else if constexpr (Stride == 6)
+        k = I::add(I::template slli<2>(e), I::template slli<1>(e));
+    else
+        k = I::template slli<1>(e);
+    I::store(j, I::and_(k, I::hi32(main)));
 }
 
 // t's mantissa bits under `frac`, as a number with the exponent of 1.0,
@@ -108,7 +115,7 @@ struct ErfInvHA : ErfInvLanes {
         const ErfInvArg<V> a(x0);
         const vd x = a.x, ax = a.ax, t = a.t;
         uint32_t j[V::lanes];
-        erfinv_rows<V>(t, a.main, 0xffb, 18, 17, j);
+        erfinv_rows<V, 0xffb, 18, 17>(t, a.main, j);
         const double* T = &zvl::kErfInvTableHA[0][0];
         vd c[17];
         for (int k = 0; k < 17; ++k) c[k] = V::gather(T + k, j);
@@ -140,7 +147,7 @@ struct ErfInvPlain : ErfInvLanes {
         using vd = typename V::vd;
         const ErfInvArg<V> a(x0);
         uint32_t j[V::lanes];
-        erfinv_rows<V>(a.t, a.main, K::top, K::shift, K::n / 2, j);  // pairs an entry
+        erfinv_rows<V, K::top, K::shift, K::n / 2>(a.t, a.main, j);  // pairs an entry
         vd c[K::n];
         for (int k = 0; k < K::n; k += 2) V::gather_pairs(K::table + k, j, c[k], c[k + 1]);
         const vd r = reduced<V>(a.t, K::frac, K::centre);
@@ -154,7 +161,7 @@ struct ErfInvPlain : ErfInvLanes {
 struct ErfInvLAConstants {
     static constexpr const double* table = &zvl::kErfInvTableLA[0][0];
     static constexpr int n = 12;
-    static constexpr uint32_t top = 0xffb;
+    static constexpr int32_t top = 0xffb;
     static constexpr int shift = 18;
     static constexpr uint64_t frac = ErfInvConstants::frac_quarter;
     static constexpr double centre = ErfInvConstants::centre_quarter;
@@ -163,7 +170,7 @@ struct ErfInvLAConstants {
 struct ErfInvEPConstants {
     static constexpr const double* table = &zvl::kErfInvTableEP[0][0];
     static constexpr int n = 4;
-    static constexpr uint32_t top = 0x3fef;
+    static constexpr int32_t top = 0x3fef;
     static constexpr int shift = 16;
     static constexpr uint64_t frac = ErfInvConstants::frac_sixteenth;
     static constexpr double centre = ErfInvConstants::centre_sixteenth;

@@ -24,6 +24,12 @@
 // and reports ZVL_STATUS_UNDERFLOW. Subnormal results below that bound, the
 // bound itself and +infinity report nothing.
 //
+// Largest errors the accuracy test finds against MPFR (1e6 samples), in
+// ulps of the result, subnormal tail included:
+//   HA  0.566 ulp at 19.754... (0x1.3c12bcb3ed972p+4)
+//   LA  2.12 ulp at 4.9199... (0x1.3adfff552ab54p+2)
+//   EP  relative 2^-38.7 at 23.048... (0x1.70c4e192576dp+4)
+//
 // Included inside an unnamed namespace context, as isa.h.
 #pragma once
 

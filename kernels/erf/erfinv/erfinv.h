@@ -19,6 +19,13 @@
 // ZVL_STATUS_SING at +-1, a NaN with ZVL_STATUS_ERRDOM above 1 and at the
 // infinities, x*x for a NaN, x for a zero, x*sqrt(pi)/2 below 2^-53.
 //
+// Largest errors the accuracy test finds against MPFR (5e5 samples, |x|
+// within 2^-40 of 1 and denormals included):
+//   HA  0.5035 ulp at -0.4895... (-0x1.f545cd29f9ce8p-2)
+//   LA  2.06 ulp at -0.7187... (-0x1.6ffad29a9825cp-1)
+//   EP  relative 2^-27.01 at 0.49999999999999956 (0x1.ffffffffffff8p-2)
+// In a directed rounding mode HA stays within 1.003 ulp.
+//
 // Included inside an unnamed namespace context, as isa.h.
 #pragma once
 

@@ -71,7 +71,8 @@ inline void erf_lanes(typename V::vd ax, int32_t mask, int32_t base, int32_t top
     k = I::and_(k, I::lt(I::splat(-1), k));
     k = I::add(k, I::and_(I::lt(I::splat(top), k), I::sub(I::splat(top), k)));
     I::store(pair, I::template srli<Shift>(k));
-    // all ones where not small, where infinite or NaN, where not NaN
+    // all ones where not small (from 2^-1015, high word 0x00800000), where
+    // infinite or NaN, where not NaN
     const vi not_small = Small ? I::lt(I::splat(0x007fffff), hi) : I::splat(-1);
     const vi big = I::lt(I::splat(0x7fefffff), hi);
     const vi ordered = I::hi32(V::eq(ax, ax));

@@ -129,7 +129,8 @@ struct ErfInvHA : ErfInvLanes {
         // r = r0 + m ((1 - t) - ax): (1 - t) - ax is exactly what rounding
         // dropped from t, and m = 2^-E scales it as t is scaled into r
         const vd r0 = reduced<V>(t, C::frac_quarter, C::centre_quarter);
-        const vd m = V::sub_i64(splat_bits<V>(C::m_base), V::and_(t, splat_bits<V>(Fp64::exp_mask)));
+        const vd m =
+            V::sub_i64(splat_bits<V>(C::m_base), V::and_(t, splat_bits<V>(Fp64::exp_mask)));
         const vd r = V::add(r0, V::mul(m, V::sub(V::sub(V::splat(1.0), t), ax)));
         // the split comes from r0; r - rh carries the rest with the correction
         const vd rh = split_hi<V>(r0);

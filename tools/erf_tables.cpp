@@ -539,9 +539,14 @@ void erfinv_ratio(mpfr_ptr out, mpfr_srcptr r, const void* ctx) {
     Mp t, x;
     mpfr_add_d(t.get(), r, ti.base, MPFR_RNDN);
     mpfr_mul_2si(t.get(), t.get(), ti.E, MPFR_RNDN);
-    erfinv_of_t(out, t.get());
+    // 128 bits hold the fit's targets far beyond the doubles they become,
+    // and keep Newton's iteration on erfc, the generator's main cost, short
+    mpfr_t y;
+    mpfr_init2(y, 128);
+    erfinv_of_t(y, t.get());
     mpfr_ui_sub(x.get(), 1, t.get(), MPFR_RNDN);
-    mpfr_div(out, out, x.get(), MPFR_RNDN);
+    mpfr_div(out, y, x.get(), MPFR_RNDN);
+    mpfr_clear(y);
 }
 
 // Index i of a table with 2^b intervals a binade: the high word of t,

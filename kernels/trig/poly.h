@@ -20,11 +20,11 @@ inline typename V::vd horner(const double* c, typename V::vd z) {
     return p;
 }
 
-// The same sum by two interleaved chains in w = z^2, one on the even
-// powers and one on the odd, joined as even + z odd: half the dependent
-// latency of one chain.
+// The same sum split by the parity of the powers: even(w) + z odd(w) with
+// w = z^2, the two chains interleaved (half the dependent latency of one).
 template <class V, size_t N>
-inline typename V::vd horner2(const double* c, typename V::vd z, typename V::vd w) {
+inline void horner2_parts(const double* c, typename V::vd w, typename V::vd& even,
+                          typename V::vd& odd) {
     static_assert(N >= 2, "two chains need two coefficients");
     using vd = typename V::vd;
     vd h0 = V::splat(c[0]), h1 = V::splat(c[1]);
@@ -36,7 +36,15 @@ inline typename V::vd horner2(const double* c, typename V::vd z, typename V::vd 
             h1 = V::mul_add(h1, w, V::splat(c[i]));
     }
     // h0 holds the powers of the parity of N - 1
-    return (N - 1) % 2 == 0 ? V::mul_add(h1, z, h0) : V::mul_add(h0, z, h1);
+    even = (N - 1) % 2 == 0 ? h0 : h1;
+    odd = (N - 1) % 2 == 0 ? h1 : h0;
+}
+
+template <class V, size_t N>
+inline typename V::vd horner2(const double* c, typename V::vd z, typename V::vd w) {
+    typename V::vd even, odd;
+    horner2_parts<V, N>(c, w, even, odd);
+    return V::mul_add(odd, z, even);
 }
 
 // The same over a whole list.
@@ -47,6 +55,11 @@ inline typename V::vd horner(const double (&c)[N], typename V::vd z) {
 template <class V, size_t N>
 inline typename V::vd horner2(const double (&c)[N], typename V::vd z, typename V::vd w) {
     return horner2<V, N>(&c[0], z, w);
+}
+template <class V, size_t N>
+inline void horner2_parts(const double (&c)[N], typename V::vd w, typename V::vd& even,
+                          typename V::vd& odd) {
+    horner2_parts<V, N>(&c[0], w, even, odd);
 }
 
 }  // namespace

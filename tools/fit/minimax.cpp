@@ -216,6 +216,13 @@ Fit minimax(const Problem& p, const std::vector<double>& fixed_in) {
                      [&](int a, int b) { return p.powers[a] < p.powers[b]; });
     std::vector<int> ref;
     Grid G = make_grid(p);
+    // Each round fits the free terms, notes the error of rounding them all
+    // now, and fixes the next one. Once the rounding errors left are below
+    // the fit's own, refitting only chases them with ever larger high
+    // terms: the round kept is the first whose error no later round beats
+    // by 10%.
+    Fit best;
+    best.error = INFINITY;
     for (int next : order) {
         if (!std::isnan(fixed[next])) continue;
         set_fixed(G, fixed);
@@ -229,21 +236,29 @@ Fit minimax(const Problem& p, const std::vector<double>& fixed_in) {
                 ref.push_back(static_cast<int>(m * j / free.size()));
         }
         const std::vector<Mp> c = remez(G, free, ref);
-        for (size_t j = 0; j < free.size(); ++j)
-            if (free[j] == next) fixed[next] = mpfr_get_d(c[j].v, MPFR_RNDN);
+        std::vector<double> all = fixed;
+        for (size_t j = 0; j < free.size(); ++j) all[free[j]] = mpfr_get_d(c[j].v, MPFR_RNDN);
+        set_fixed(G, all);
+        double where = 0;
+        const double e = worst_error(G, &where);
+        if (e < 0.9 * best.error) best = {all, e, where};
+        if (!p.sequential) break;
+        fixed[next] = all[next];
         // One term fewer: drop the reference point with the smallest error.
-        std::vector<Mp> e(ref.size());
-        for (size_t j = 0; j < ref.size(); ++j) error_at(G, G.live[ref[j]], free, c, e[j].v);
+        set_fixed(G, fixed);
+        std::vector<Mp> err(ref.size());
+        for (size_t j = 0; j < ref.size(); ++j) error_at(G, G.live[ref[j]], free, c, err[j].v);
         size_t drop = 0;
         for (size_t j = 1; j < ref.size(); ++j)
-            if (mpfr_cmpabs(e[j].v, e[drop].v) < 0) drop = j;
+            if (mpfr_cmpabs(err[j].v, err[drop].v) < 0) drop = j;
         ref.erase(ref.begin() + static_cast<long>(drop));
     }
-    Fit f;
-    f.c = fixed;
-    set_fixed(G, f.c);
-    f.error = worst_error(G, &f.where);
-    return f;
+    if (std::isinf(best.error)) {  // nothing was free
+        best.c = fixed;
+        set_fixed(G, fixed);
+        best.error = worst_error(G, &best.where);
+    }
+    return best;
 }
 
 double max_error(const Problem& p, const std::vector<double>& c, double* where) {

@@ -6,8 +6,9 @@
 // Remez exchange on a dense grid of Chebyshev-spaced points with MPFR, then
 // rounds the coefficients to doubles one at a time, most significant term
 // first, refitting the terms still free after each rounding, so that the
-// later coefficients absorb the earlier ones' rounding. The error reported
-// is the one of the rounded coefficients, measured on the same grid.
+// later coefficients absorb the earlier ones' rounding (or all at once, if
+// the problem says so). The error reported is the one of the rounded
+// coefficients, measured on the same grid.
 //
 // Everything is MPFR at a fixed precision and the grid is fixed, so a
 // problem gives the same doubles on every machine.
@@ -31,6 +32,9 @@ struct Problem {
     std::vector<int> powers;  // p(v) = sum c[i] v^powers[i]
     double lo = 0, hi = 0;    // the interval of v
     int grid = 1500;          // grid points, both ends included
+    // Round the terms one at a time, refitting the others (otherwise all at
+    // once, for fits whose leading terms are chosen to round well).
+    bool sequential = true;
 };
 
 struct Fit {

@@ -3,6 +3,8 @@
 #pragma once
 
 #include "kernels/trig/atan/atan2.h"
+#include "kernels/trig/hyperbolic/sinh_cosh.h"
+#include "kernels/trig/hyperbolic/tanh.h"
 #include "tests/kernels/trig/bodies.h"
 
 namespace {
@@ -62,7 +64,16 @@ void element2(int n, const double* a, const double* b, double* r, int32_t* st) {
     X("atan", "HA", "vector", AtanHA, run1)    \
     X("atan2", "LA", "vector", Atan2LA, run2)  \
     X("atan2", "EP", "vector", Atan2EP, run2)  \
-    X("atan2", "HA", "vector", Atan2HA, run2)
+    X("atan2", "HA", "vector", Atan2HA, run2)  \
+    X("sinh", "LA", "vector", SinhLA, run1)    \
+    X("sinh", "EP", "vector", SinhEP, run1)    \
+    X("sinh", "HA", "vector", SinhHA, run1)    \
+    X("cosh", "LA", "vector", CoshLA, run1)    \
+    X("cosh", "EP", "vector", CoshLA, run1)    \
+    X("cosh", "HA", "vector", CoshHA, run1)    \
+    X("tanh", "LA", "vector", TanhLA, run1)    \
+    X("tanh", "EP", "vector", TanhLA, run1)    \
+    X("tanh", "HA", "vector", TanhHA, run1)
 
 // The element-by-element bodies, as rows X(fn, mode, form, body, runner).
 #define ZVL_TRIG_ELEMENT_BODIES(X)                               \

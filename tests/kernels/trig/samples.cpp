@@ -37,6 +37,19 @@ struct Plan {
     std::vector<double> edges;
 };
 
+// Where Sinh and Cosh change path: the small polynomial, the vector range,
+// dropping e^-|x|, the last finite result.
+const std::vector<double> kHyperbolicEdges = {
+    0.125, 0x1.6233100000000p+9, 40.0, 0x1.633ce8fb9f87dp+9, 1.0, 0x1p-26, kMin, kDenormMin,
+    kMax, 0.0};
+
+// Tanh's row edges (quarter binades from 1/8 to 20), and where it rounds to 1.
+std::vector<double> tanh_edges() {
+    std::vector<double> e = {0.0, kMin, kDenormMin, kMax, 19.0615, 0.109375};
+    for (int k = 0; k < 30; ++k) e.push_back(std::ldexp(1 + (k % 4) / 4.0, k / 4 - 3));
+    return e;
+}
+
 const std::vector<Plan>& plans() {
     static const std::vector<Plan> p = {
         {"atan",
@@ -44,6 +57,26 @@ const std::vector<Plan>& plans() {
          {{kDenormMin, kMax, true, 0.25}, {0x1p-30, 0x1p60, true, 0.35}, {0.0, 3.0, false, 0.4}},
          {0.125, 0.4375, 0.6875, 1.1875, 2.4375, 1.0, 0x1p54, 0x1p53, 0x1p993, 0x1p-1020,
           0x1p-53, kMin, kDenormMin, kMax, 0.0}},
+        {"sinh",
+         true,
+         {{kDenormMin, kMax, true, 0.2},
+          {0x1p-30, 0x1p10, true, 0.3},
+          {0.0, 1.0, false, 0.2},
+          {0.1, 45.0, false, 0.15},
+          {700.0, 711.0, false, 0.15}},
+         kHyperbolicEdges},
+        {"cosh",
+         true,
+         {{kDenormMin, kMax, true, 0.2},
+          {0x1p-30, 0x1p10, true, 0.3},
+          {0.0, 1.0, false, 0.2},
+          {0.1, 45.0, false, 0.15},
+          {700.0, 711.0, false, 0.15}},
+         kHyperbolicEdges},
+        {"tanh",
+         true,
+         {{kDenormMin, kMax, true, 0.2}, {0x1p-30, 0x1p5, true, 0.4}, {0.0, 25.0, false, 0.4}},
+         tanh_edges()},
     };
     return p;
 }

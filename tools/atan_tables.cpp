@@ -25,7 +25,6 @@
 namespace {
 
 using zvl_fit::Num;
-using zvl_fit::Problem;
 using zvl_tables::from_bits;
 
 constexpr const char* kProgram = "atan_tables";
@@ -83,61 +82,14 @@ void write_anchors() {
     }
 }
 
-// The polynomial forms, in z = s^2 over 0 <= s <= top:
-//   s P(z)         the vector LA and EP forms
-//   s + s z P(z)   the others
+// A fixed list, highest power first, and its form (see tools/fit/write.h).
 struct Given {
     const char* arg;
-    bool times_s;  // s P(z); otherwise s + s z P(z)
+    bool times_s;  // s P(s^2); otherwise s + s^3 P(s^2)
     double top;
-    std::vector<double> c;  // highest power first, as in the kernels' Horner chains
+    std::vector<double> c;
     const char* rule;
 };
-
-void target(mpfr_t out, const mpfr_t z, bool times_s) {
-    Num s, a;
-    mpfr_sqrt(s.v, z, MPFR_RNDN);
-    mpfr_atan(a.v, s.v, MPFR_RNDN);
-    if (times_s) {
-        mpfr_div(out, a.v, s.v, MPFR_RNDN);
-    } else {
-        mpfr_sub(a.v, a.v, s.v, MPFR_RNDN);
-        mpfr_mul(s.v, s.v, z, MPFR_RNDN);
-        mpfr_div(out, a.v, s.v, MPFR_RNDN);
-    }
-}
-
-// The weight that makes the fitted error the relative error of atan.
-void weight(mpfr_t out, const mpfr_t z, bool times_s) {
-    Num s, a;
-    mpfr_sqrt(s.v, z, MPFR_RNDN);
-    mpfr_atan(a.v, s.v, MPFR_RNDN);
-    if (!times_s) mpfr_mul(s.v, s.v, z, MPFR_RNDN);
-    mpfr_div(out, s.v, a.v, MPFR_RNDN);
-}
-
-void write_given(const Given& g) {
-    zvl_fit::header(kProgram, g.arg, g.rule);
-    Problem p;
-    const bool ts = g.times_s;
-    p.target = [ts](mpfr_t out, const mpfr_t z) { target(out, z, ts); };
-    p.weight = [ts](mpfr_t out, const mpfr_t z) { weight(out, z, ts); };
-    const int n = static_cast<int>(g.c.size());
-    std::vector<double> low_first(g.c.rbegin(), g.c.rend());
-    for (int i = 0; i < n; ++i) p.powers.push_back(i);
-    p.lo = 0;
-    p.hi = g.top * g.top;
-    p.grid = 4000;
-    char what[64];
-    std::snprintf(what, sizeof what, "relative, of %s over 0 <= s <= %g,",
-                  ts ? "s P(s^2)" : "s + s^3 P(s^2)", g.top);
-    zvl_fit::put_error(p, low_first, what, "z");
-    char a[40];
-    for (int i = 0; i < n; ++i) {
-        zvl_tables::put_hex(g.c[i], a, sizeof a);
-        std::printf("%s,  // z^%d: %.17g\n", a, n - 1 - i, g.c[i]);
-    }
-}
 
 std::vector<Given> given() {
     return {
@@ -205,7 +157,8 @@ int main(int argc, char** argv) {
         }
         for (const Given& g : given()) {
             if (!std::strcmp(argv[1], g.arg)) {
-                write_given(g);
+                zvl_fit::header(kProgram, g.arg, g.rule);
+                zvl_fit::put_odd(zvl_fit::OddForm{mpfr_atan, g.times_s, g.top}, g.c);
                 return 0;
             }
         }

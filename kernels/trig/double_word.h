@@ -57,4 +57,19 @@ inline void divide_dw(typename V::vd num, typename V::vd D_hi, typename V::vd D_
     q_lo = V::mul(r, R);
 }
 
+// B + m (s + C + low), rounded once at the end: m is +-1 or +-2 (exact
+// products), |B| >= |m s| unless B is 0, |s| > |C|, and `low` is small. The
+// two large sums are fast two-sums whose errors join the low parts; B comes
+// in two parts. The odd series of the inverse functions end this way, with
+// s their argument and C the cubic term.
+template <class V>
+inline typename V::vd sum_three(typename V::vd B_hi, typename V::vd B_lo, typename V::vd m,
+                                typename V::vd s, typename V::vd C, typename V::vd low) {
+    using vd = typename V::vd;
+    vd s1, e1, s2, e2;
+    fast_two_sum<V>(V::mul(m, s), V::mul(m, C), s1, e1);
+    fast_two_sum<V>(B_hi, s1, s2, e2);
+    return V::add(s2, V::add(e2, V::add(e1, V::add(B_lo, V::mul(m, low)))));
+}
+
 }  // namespace

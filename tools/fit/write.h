@@ -48,4 +48,55 @@ struct Num {
     Num& operator=(const Num&) = delete;
 };
 
+// The odd polynomials of the inverse functions, in z = s^2 for 0 <= s <=
+// top: f(s) = s P(z) (times_s) or s + s z P(z), the error relative to f.
+struct OddForm {
+    int (*f)(mpfr_ptr, mpfr_srcptr, mpfr_rnd_t);
+    bool times_s;
+    double top;
+};
+
+inline Problem odd_problem(const OddForm& form, int terms) {
+    Problem p;
+    // g = f(s)/s or (f(s) - s)/(s z); w = s/f(s) or s z/f(s)
+    p.target = [form](mpfr_t out, const mpfr_t z) {
+        Num s, a;
+        mpfr_sqrt(s.v, z, MPFR_RNDN);
+        form.f(a.v, s.v, MPFR_RNDN);
+        if (!form.times_s) {
+            mpfr_sub(a.v, a.v, s.v, MPFR_RNDN);
+            mpfr_mul(s.v, s.v, z, MPFR_RNDN);
+        }
+        mpfr_div(out, a.v, s.v, MPFR_RNDN);
+    };
+    p.weight = [form](mpfr_t out, const mpfr_t z) {
+        Num s, a;
+        mpfr_sqrt(s.v, z, MPFR_RNDN);
+        form.f(a.v, s.v, MPFR_RNDN);
+        if (!form.times_s) mpfr_mul(s.v, s.v, z, MPFR_RNDN);
+        mpfr_div(out, s.v, a.v, MPFR_RNDN);
+    };
+    for (int i = 0; i < terms; ++i) p.powers.push_back(i);
+    p.lo = 0;
+    p.hi = form.top * form.top;
+    p.grid = 4000;
+    return p;
+}
+
+// The error line and the list of P, highest power first, each with its
+// power of z.
+inline void put_odd(const OddForm& form, const std::vector<double>& high_first) {
+    const int n = static_cast<int>(high_first.size());
+    const Problem p = odd_problem(form, n);
+    char what[64];
+    std::snprintf(what, sizeof what, "relative, of %s over 0 <= s <= %g,",
+                  form.times_s ? "s P(s^2)" : "s + s^3 P(s^2)", form.top);
+    put_error(p, std::vector<double>(high_first.rbegin(), high_first.rend()), what, "z");
+    char a[40];
+    for (int i = 0; i < n; ++i) {
+        zvl_tables::put_hex(high_first[i], a, sizeof a);
+        std::printf("%s,  // z^%d: %.17g\n", a, n - 1 - i, high_first[i]);
+    }
+}
+
 }  // namespace zvl_fit

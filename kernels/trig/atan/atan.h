@@ -46,7 +46,7 @@
 
 namespace {
 
-using zvl::AtanConst;
+using zvl::Pi;
 
 // One bit per lane of x whose high word w (of |x|) is below Low or at or
 // above 0x7e000000 (|x| >= 2^993, infinities, NaNs): one signed compare of
@@ -96,8 +96,8 @@ struct AtanVector : PerVector<AtanVector<Form>> {
         const vd big = V::lt(V::splat(1.0), a);
         const vd inv = recip_refined<V, Form::terms>(V::select(big, a, V::splat(1.0)));
         const vd s = V::select(big, V::xor_(inv, splat_bits<V>(Fp64::sign_mask)), a);
-        const vd r = atan_sum<V, Form>(s, V::and_(big, V::splat(AtanConst::pi2_hi)),
-                                       V::and_(big, V::splat(AtanConst::pi2_lo)));
+        const vd r = atan_sum<V, Form>(s, V::and_(big, V::splat(Pi::half_hi)),
+                                       V::and_(big, V::splat(Pi::half_lo)));
         return V::or_(r, sign_of<V>(x));
     }
     template <class V>
@@ -193,11 +193,8 @@ inline typename V::vd atan_ha_sum(const AtanReduced<V>& d, typename V::vd pi_min
     two_prod<V>(V::splat(c1), T3, C, C_lo);
     const vd P2 = horner2<V, n - 1>(&Poly::c[0], z, V::mul(z, z));
     const vd small = V::add(V::add(C_lo, V::mul(V::splat(c1), T3_lo)), V::mul(V::mul(t, z), V::mul(z, P2)));
-    vd s1, e1, s2, e2;
-    fast_two_sum<V>(V::xor_(u, flip), V::xor_(C, flip), s1, e1);
-    fast_two_sum<V>(B_hi, s1, s2, e2);
-    const vd rest = V::add(B_lo, V::xor_(V::add(v, small), flip));
-    return V::add(s2, V::add(e2, V::add(e1, rest)));
+    const vd m = V::or_(V::splat(1.0), flip);
+    return sum_three<V>(B_hi, B_lo, m, u, C, V::add(v, small));
 }
 
 template <class Poly, class Recip>

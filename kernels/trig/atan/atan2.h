@@ -49,10 +49,10 @@ struct Atan2Vector : PerVector<Atan2Vector<Form>> {
         const vd num = V::select(swap, ax, ay), den = V::select(swap, ay, ax);
         const vd flip = V::and_(V::xor_(swap, x_neg), sign);
         const vd s = V::xor_(divide_refined<V, Form::terms>(num, den), flip);
-        const vd B_hi = V::select(swap, V::splat(AtanConst::pi2_hi),
-                                  V::and_(x_neg, V::splat(AtanConst::pi_hi)));
-        const vd B_lo = V::select(swap, V::splat(AtanConst::pi2_lo),
-                                  V::and_(x_neg, V::splat(AtanConst::pi_lo)));
+        const vd B_hi = V::select(swap, V::splat(Pi::half_hi),
+                                  V::and_(x_neg, V::splat(Pi::hi)));
+        const vd B_lo = V::select(swap, V::splat(Pi::half_lo),
+                                  V::and_(x_neg, V::splat(Pi::lo)));
         return V::or_(atan_sum<V, Form>(s, B_hi, B_lo), sign_of<V>(y));
     }
     template <class V>

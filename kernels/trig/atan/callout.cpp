@@ -32,8 +32,6 @@
 namespace zvl {
 namespace {
 
-using C = AtanConst;
-
 // 2^-53 and 2^54: below and above them atan is x and pi/2 to the last bit.
 constexpr double kTiny = from_bits(0x3ca0000000000000);
 constexpr double kHuge = from_bits(0x4350000000000000);
@@ -112,7 +110,7 @@ __attribute__((noinline, cold)) int32_t atan_callout(const double* xp, double* r
         atan_dw(a, 0.0, hi, lo);
         r = with_sign(hi + lo, sign);
     } else {
-        r = with_sign(opaque(C::pi2_hi) + C::pi2_lo, sign);
+        r = with_sign(opaque(Pi::half_hi) + Pi::half_lo, sign);
     }
     *rp = r;
     return 0;
@@ -133,36 +131,36 @@ __attribute__((noinline, cold)) int32_t atan2_callout(const double* yp, const do
     double hi, lo;
     if (ay == 0.0 || ax == inf) {
         if (ay == inf) {  // both infinite
-            hi = x_neg ? C::pi34_hi : C::pi4_hi;
-            lo = x_neg ? C::pi34_lo : C::pi4_lo;
+            hi = x_neg ? Pi::three_quarters_hi : Pi::quarter_hi;
+            lo = x_neg ? Pi::three_quarters_lo : Pi::quarter_lo;
         } else if (x_neg) {
-            hi = C::pi_hi;
-            lo = C::pi_lo;
+            hi = Pi::hi;
+            lo = Pi::lo;
         } else {
             hi = 0.0;
             lo = 0.0;
         }
     } else if (ax == 0.0 || ay == inf) {
-        hi = C::pi2_hi;
-        lo = C::pi2_lo;
+        hi = Pi::half_hi;
+        lo = Pi::half_lo;
     } else {
         int ey, ex;
         const double my = significand(ay, ey), mx = significand(ax, ex);
         const int k = ey - ex;
         if (k < -53) {
             if (x_neg) {
-                hi = C::pi_hi;
-                lo = C::pi_lo;
+                hi = Pi::hi;
+                lo = Pi::lo;
             } else {
                 hi = ay / ax;
                 lo = 0.0;
             }
         } else if (k >= 74) {
-            hi = C::pi2_hi;
-            lo = C::pi2_lo;
+            hi = Pi::half_hi;
+            lo = Pi::half_lo;
         } else if (k >= 53) {
-            hi = C::pi2_hi;
-            lo = C::pi2_lo - x / ay;
+            hi = Pi::half_hi;
+            lo = Pi::half_lo - x / ay;
         } else {
             // my / mx in (1/2, 2) in two parts, then scaled by 2^k exactly
             const double q = my / mx;
@@ -174,8 +172,8 @@ __attribute__((noinline, cold)) int32_t atan2_callout(const double* yp, const do
             if (x_neg) {
                 // pi - atan: the low parts first, then the high
                 double e;
-                fast_two_sum<Scalar>(C::pi_hi, -hi, hi, e);
-                lo = (C::pi_lo - lo) + e;
+                fast_two_sum<Scalar>(Pi::hi, -hi, hi, e);
+                lo = (Pi::lo - lo) + e;
             }
         }
     }

@@ -159,7 +159,7 @@ TEST_P(Accuracy, DirectedCases) {
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(Trig, Accuracy, testing::Values("atan", "atan2", "sinh", "cosh", "tanh"),
+INSTANTIATE_TEST_SUITE_P(Trig, Accuracy, testing::Values("atan", "atan2", "sinh", "cosh", "tanh", "asin", "acos"),
                          [](const testing::TestParamInfo<const char*>& p) {
                              return std::string(p.param);
                          });

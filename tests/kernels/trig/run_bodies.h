@@ -2,6 +2,7 @@
 // for wrapper V, and the list of bodies as X-macro rows.
 #pragma once
 
+#include "kernels/trig/asin_acos/asin_acos.h"
 #include "kernels/trig/atan/atan2.h"
 #include "kernels/trig/hyperbolic/sinh_cosh.h"
 #include "kernels/trig/hyperbolic/tanh.h"
@@ -73,7 +74,13 @@ void element2(int n, const double* a, const double* b, double* r, int32_t* st) {
     X("cosh", "HA", "vector", CoshHA, run1)    \
     X("tanh", "LA", "vector", TanhLA, run1)    \
     X("tanh", "EP", "vector", TanhLA, run1)    \
-    X("tanh", "HA", "vector", TanhHA, run1)
+    X("tanh", "HA", "vector", TanhHA, run1)    \
+    X("asin", "LA", "vector", AsinLA, run1)    \
+    X("asin", "EP", "vector", AsinLA, run1)    \
+    X("asin", "HA", "vector", AsinHA, run1)    \
+    X("acos", "LA", "vector", AcosLA, run1)    \
+    X("acos", "EP", "vector", AcosLA, run1)    \
+    X("acos", "HA", "vector", AcosHA, run1)
 
 // The element-by-element bodies, as rows X(fn, mode, form, body, runner).
 #define ZVL_TRIG_ELEMENT_BODIES(X)                               \

@@ -43,6 +43,13 @@ const std::vector<double> kHyperbolicEdges = {
     0.125, 0x1.6233100000000p+9, 40.0, 0x1.633ce8fb9f87dp+9, 1.0, 0x1p-26, kMin, kDenormMin,
     kMax, 0.0};
 
+// Asin and Acos: mostly inside [-1, 1], the square-root branch from 1/2,
+// the fix-up from 1.
+const std::vector<Range> kAsinRanges = {
+    {0.0, 1.0, false, 0.5}, {0x1p-60, 1.0, true, 0.3}, {kDenormMin, kMax, true, 0.2}};
+const std::vector<double> kAsinEdges = {0.5,     1.0,  0x1p-26, 0x1p-1022, kDenormMin,
+                                        0x1p-53, 2.0,  kMax,    0.0,       0.9999};
+
 // Tanh's row edges (quarter binades from 1/8 to 20), and where it rounds to 1.
 std::vector<double> tanh_edges() {
     std::vector<double> e = {0.0, kMin, kDenormMin, kMax, 19.0615, 0.109375};
@@ -73,6 +80,8 @@ const std::vector<Plan>& plans() {
           {0.1, 45.0, false, 0.15},
           {700.0, 711.0, false, 0.15}},
          kHyperbolicEdges},
+        {"asin", true, kAsinRanges, kAsinEdges},
+        {"acos", true, kAsinRanges, kAsinEdges},
         {"tanh",
          true,
          {{kDenormMin, kMax, true, 0.2}, {0x1p-30, 0x1p5, true, 0.4}, {0.0, 25.0, false, 0.4}},

@@ -16,6 +16,7 @@
 
 #include "kernels/common/isa.h"
 #include "kernels/common/lanes.h"
+#include "kernels/trig/double_word.h"
 
 namespace {
 
@@ -78,6 +79,32 @@ inline typename V::vd divide_refined(typename V::vd num, typename V::vd q) {
 template <class V, int Terms>
 inline typename V::vd recip_refined(typename V::vd q) {
     return divide_refined<V, Terms>(V::splat(1.0), q);
+}
+
+// 1/sqrt(z) for z within the float range, to about 2^-53 relative: the
+// estimate y0 refined by the binomial series of (1 - e)^(-1/2), e = 1 - z
+// y0^2 (exact but for the product's rounding; |e| < 2^-11.4), to e^5.
+template <class V>
+inline typename V::vd rsqrt_refined(typename V::vd z) {
+    using vd = typename V::vd;
+    const vd y0 = rsqrt_estimate(z);
+    const vd e = V::sub(V::splat(1.0), V::mul(z, V::mul(y0, y0)));
+    vd c = V::mul_add(V::splat(0.24609375), e, V::splat(0.2734375));
+    c = V::mul_add(c, e, V::splat(0.3125));
+    c = V::mul_add(c, e, V::splat(0.375));
+    c = V::mul_add(c, e, V::splat(0.5));
+    return V::add(y0, V::mul(y0, V::mul(e, c)));
+}
+
+// sqrt(z_hi + z_lo) = s_hi + s_lo, given y = rsqrt_refined(z_hi): s_hi = z_hi
+// y, and s_lo from the residual z - s_hi^2, exact by a two-product.
+template <class V>
+inline void sqrt_dw(typename V::vd z_hi, typename V::vd z_lo, typename V::vd y,
+                    typename V::vd& s_hi, typename V::vd& s_lo) {
+    typename V::vd p, pe;
+    s_hi = V::mul(z_hi, y);
+    two_prod<V>(s_hi, s_hi, p, pe);
+    s_lo = V::mul(V::add(V::sub(V::sub(z_hi, p), pe), z_lo), V::mul(y, V::splat(0.5)));
 }
 
 }  // namespace

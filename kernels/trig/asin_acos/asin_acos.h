@@ -112,17 +112,8 @@ struct AsinAcosHA : PerVector<AsinAcosHA<Acos>>, AsinAcosFixup<Acos> {
         // sqrt(z) in two parts where a > 1/2 (the other lanes take a z
         // that keeps the estimate in range)
         const vd zs = V::select(big, z, V::splat(0.25));
-        const vd y0 = rsqrt_estimate(zs);
-        const vd e = V::sub(V::splat(1.0), V::mul(zs, V::mul(y0, y0)));
-        vd c = V::mul_add(V::splat(0.24609375), e, V::splat(0.2734375));
-        c = V::mul_add(c, e, V::splat(0.3125));
-        c = V::mul_add(c, e, V::splat(0.375));
-        c = V::mul_add(c, e, V::splat(0.5));
-        const vd y = V::add(y0, V::mul(y0, V::mul(e, c)));
-        const vd root = V::mul(zs, y);
-        vd p, pe;
-        two_prod<V>(root, root, p, pe);
-        const vd root_lo = V::mul(V::sub(V::sub(zs, p), pe), V::mul(y, V::splat(0.5)));
+        vd root, root_lo;
+        sqrt_dw<V>(zs, V::splat(0.0), rsqrt_refined<V>(zs), root, root_lo);
         const vd s_hi = V::select(big, root, s_small);
         const vd s_lo = V::and_(big, root_lo);
         // s^3 = T + T_lo: s^2 is z exactly where a > 1/2 and s_small^2 in

@@ -159,7 +159,8 @@ TEST_P(Accuracy, DirectedCases) {
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(Trig, Accuracy, testing::Values("atan", "atan2", "sinh", "cosh", "tanh", "asin", "acos"),
+INSTANTIATE_TEST_SUITE_P(Trig, Accuracy, testing::Values("atan", "atan2", "sinh", "cosh", "tanh", "asin", "acos",
+                                                 "asinh", "acosh", "atanh"),
                          [](const testing::TestParamInfo<const char*>& p) {
                              return std::string(p.param);
                          });

@@ -6,6 +6,9 @@
 #include "kernels/trig/atan/atan2.h"
 #include "kernels/trig/hyperbolic/sinh_cosh.h"
 #include "kernels/trig/hyperbolic/tanh.h"
+#include "kernels/trig/inverse_hyperbolic/acosh.h"
+#include "kernels/trig/inverse_hyperbolic/asinh.h"
+#include "kernels/trig/inverse_hyperbolic/atanh.h"
 #include "tests/kernels/trig/bodies.h"
 
 namespace {
@@ -80,7 +83,16 @@ void element2(int n, const double* a, const double* b, double* r, int32_t* st) {
     X("asin", "HA", "vector", AsinHA, run1)    \
     X("acos", "LA", "vector", AcosLA, run1)    \
     X("acos", "EP", "vector", AcosLA, run1)    \
-    X("acos", "HA", "vector", AcosHA, run1)
+    X("acos", "HA", "vector", AcosHA, run1)    \
+    X("asinh", "LA", "vector", AsinhLA, run1)  \
+    X("asinh", "EP", "vector", AsinhLA, run1)  \
+    X("asinh", "HA", "vector", AsinhHA, run1)  \
+    X("acosh", "LA", "vector", AcoshLA, run1)  \
+    X("acosh", "EP", "vector", AcoshLA, run1)  \
+    X("acosh", "HA", "vector", AcoshHA, run1)  \
+    X("atanh", "LA", "vector", AtanhLA, run1)  \
+    X("atanh", "EP", "vector", AtanhLA, run1)  \
+    X("atanh", "HA", "vector", AtanhHA, run1)
 
 // The element-by-element bodies, as rows X(fn, mode, form, body, runner).
 #define ZVL_TRIG_ELEMENT_BODIES(X)                               \

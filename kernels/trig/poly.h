@@ -62,4 +62,11 @@ inline void horner2_parts(const double (&c)[N], typename V::vd w, typename V::vd
     horner2_parts<V, N>(&c[0], w, even, odd);
 }
 
+// s + s^3 P(s^2): the odd series of the inverse functions near 0.
+template <class V, size_t N>
+inline typename V::vd odd_series(const double (&c)[N], typename V::vd s) {
+    const typename V::vd z = V::mul(s, s);
+    return V::add(s, V::mul(V::mul(s, z), horner2<V>(c, z, V::mul(z, z))));
+}
+
 }  // namespace

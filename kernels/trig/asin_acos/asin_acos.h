@@ -39,6 +39,7 @@
 #include "kernels/trig/asin_acos/data.h"
 #include "kernels/trig/double_word.h"
 #include "kernels/trig/estimates.h"
+#include "kernels/trig/lane_tests.h"
 #include "kernels/trig/poly.h"
 
 namespace {
@@ -47,22 +48,27 @@ using zvl::Pi;
 
 // One bit per lane with |x| >= 1 or NaN.
 template <class V>
-inline int asin_refused(typename V::vd x) {
-    using L = Lanes<V::lanes>;
-    const typename L::vi w = L::and_(L::hi32(x), L::splat(0x7fffffff));
-    return L::mask(L::lt(w, L::splat(0x3ff00000))) ^ ((1 << V::lanes) - 1);
+inline int unit_or_more(typename V::vd x) {
+    return outside<V>(abs_high<V>(x), 0, 0x3ff00000);
 }
 
-// z for |x| > 1/2: (1 - a)/2, for Acos by the exponent of 1 - a (which is
-// at least 2^-53 below 1, so normal).
+// The reduction both modes share: a = |x|, big where a > 1/2, the
+// argument of the series below 1/2 (Acos keeps the sign of x), and z: its
+// square, or for a > 1/2 (1 - a)/2, exact (Acos halves 1 - a, at least
+// 2^-53 and so normal, by decrementing its exponent).
 template <class V, bool Acos>
-inline typename V::vd half_complement(typename V::vd a) {
-    const typename V::vd h = V::sub(V::splat(1.0), a);
-    if constexpr (Acos)
-        return V::sub_i64(h, splat_bits<V>(0x0010000000000000));
-    else
-        return V::mul(h, V::splat(0.5));
-}
+struct AsinArgs {
+    typename V::vd a, big, s_small, z;
+    explicit AsinArgs(typename V::vd x) {
+        a = abs_of<V>(x);
+        big = V::lt(V::splat(0.5), a);
+        s_small = Acos ? x : a;
+        const typename V::vd h = V::sub(V::splat(1.0), a);
+        const typename V::vd z_big = Acos ? V::sub_i64(h, splat_bits<V>(0x0010000000000000))
+                                          : V::mul(h, V::splat(0.5));
+        z = V::select(big, z_big, V::mul(s_small, s_small));
+    }
+};
 
 template <bool Acos>
 struct AsinAcosFixup {
@@ -71,7 +77,7 @@ struct AsinAcosFixup {
     }
     template <class V>
     static int special(typename V::vd x) {
-        return asin_refused<V>(x);
+        return unit_or_more<V>(x);
     }
 };
 
@@ -80,10 +86,8 @@ struct AsinAcosLA : PerVector<AsinAcosLA<Poly, Acos>>, AsinAcosFixup<Acos> {
     template <class V>
     static typename V::vd eval(typename V::vd x) {
         using vd = typename V::vd;
-        const vd a = abs_of<V>(x);
-        const vd big = V::lt(V::splat(0.5), a);
-        const vd s_small = Acos ? x : a;
-        const vd z = V::select(big, half_complement<V, Acos>(a), V::mul(s_small, s_small));
+        const AsinArgs<V, Acos> g(x);
+        const vd big = g.big, s_small = g.s_small, z = g.z;
         const vd s = V::select(big, V::sqrt(z), s_small);
         const vd P = V::mul(z, horner2<V>(Poly::c, z, V::mul(z, z)));
         const vd q = V::add(V::mul(P, s), s);
@@ -105,10 +109,8 @@ struct AsinAcosHA : PerVector<AsinAcosHA<Acos>>, AsinAcosFixup<Acos> {
     template <class V>
     static typename V::vd eval(typename V::vd x) {
         using vd = typename V::vd;
-        const vd a = abs_of<V>(x);
-        const vd big = V::lt(V::splat(0.5), a);
-        const vd s_small = Acos ? x : a;
-        const vd z = V::select(big, half_complement<V, Acos>(a), V::mul(s_small, s_small));
+        const AsinArgs<V, Acos> g(x);
+        const vd big = g.big, s_small = g.s_small, z = g.z;
         // sqrt(z) in two parts where a > 1/2 (the other lanes take a z
         // that keeps the estimate in range)
         const vd zs = V::select(big, z, V::splat(0.25));

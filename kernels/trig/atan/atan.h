@@ -42,6 +42,7 @@
 #include "kernels/trig/atan/data.h"
 #include "kernels/trig/double_word.h"
 #include "kernels/trig/estimates.h"
+#include "kernels/trig/lane_tests.h"
 #include "kernels/trig/poly.h"
 
 namespace {
@@ -51,13 +52,9 @@ using zvl::Pi;
 // One bit per lane of x whose high word w (of |x|) is below Low or at or
 // above 0x7e000000 (|x| >= 2^993, infinities, NaNs): one signed compare of
 // w - (0x80000000 + Low) with 0x7e000000 - Low - 0x80000000.
-template <class V, int32_t Low = 0x00300000>
+template <class V, uint32_t Low = 0x00300000>
 inline int atan_refused(typename V::vd x) {
-    using L = Lanes<V::lanes>;
-    const typename L::vi w = L::and_(L::hi32(x), L::splat(0x7fffffff));
-    const typename L::vi d = L::sub(w, L::splat(static_cast<int32_t>(0x80000000u + Low)));
-    const int32_t top = static_cast<int32_t>(0x7e000000u - Low - 0x80000000u);
-    return L::mask(L::lt(d, L::splat(top))) ^ ((1 << V::lanes) - 1);
+    return outside<V>(abs_high<V>(x), Low, 0x7e000000);
 }
 
 // The vector forms: the polynomial, and the powers of e of the reciprocal.

@@ -43,6 +43,7 @@
 #include "kernels/common/two_sum.h"
 #include "kernels/trig/double_word.h"
 #include "kernels/trig/hyperbolic/data.h"
+#include "kernels/trig/lane_tests.h"
 #include "kernels/trig/poly.h"
 
 namespace {
@@ -158,15 +159,10 @@ struct SinhForm : PerVector<SinhForm<K, Poly>> {
         const typename V::vd a = abs_of<V>(x);
         return V::or_(hyp_sum<V, K::hi_lo>(hyp_parts<V, K, Poly>(a), false), sign_of<V>(x));
     }
-    // In range: 0x3fc00000 <= w < 0x40862331, as w - 0x3fc00000 below
-    // 0xc62331 unsigned, a signed compare after moving both by 2^31.
+    // In range: 0x3fc00000 <= w < 0x40862331.
     template <class V>
     static int special(typename V::vd x) {
-        using L = Lanes<V::lanes>;
-        const typename L::vi w = L::and_(L::hi32(x), L::splat(0x7fffffff));
-        const typename L::vi d = L::sub(w, L::splat(static_cast<int32_t>(0xbfc00000u)));
-        return L::mask(L::lt(d, L::splat(static_cast<int32_t>(0x80c62331u)))) ^
-               ((1 << V::lanes) - 1);
+        return outside<V>(abs_high<V>(x), 0x3fc00000, 0x40862331);
     }
 };
 
@@ -179,9 +175,7 @@ struct CoshForm : PerVector<CoshForm<K, Poly>> {
     // In range: w < 0x40862331 (NaNs and infinities are not).
     template <class V>
     static int special(typename V::vd x) {
-        using L = Lanes<V::lanes>;
-        const typename L::vi w = L::and_(L::hi32(x), L::splat(0x7fffffff));
-        return L::mask(L::lt(w, L::splat(0x40862331))) ^ ((1 << V::lanes) - 1);
+        return outside<V>(abs_high<V>(x), 0, 0x40862331);
     }
     static int32_t callout(const double* x, double* r) { return zvl::cosh_callout(x, r); }
 };

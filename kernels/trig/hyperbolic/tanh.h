@@ -64,10 +64,12 @@ struct TanhForm : PerVector<TanhForm<HA>> {
             r = c[13];
             for (int k = 12; k >= 0; --k) r = V::mul_add(r, t, c[k]);
         }
-        // Infinities and NaNs reach row 30 with t = inf * 0: 1 and x + x
-        // (the NaN made quiet, its payload kept) take their place.
+        // Infinities and NaNs reach row 30 with t = inf * 0: 1 and x + 0
+        // (the NaN made quiet, its payload kept; a sum that cannot overflow
+        // where x is finite, nor be folded away) take their place.
         const vd inf = splat_bits<V>(Fp64::exp_mask);
-        r = V::select(V::lt(a, inf), r, V::select(V::eq(a, inf), V::splat(1.0), V::add(x, x)));
+        r = V::select(V::lt(a, inf), r,
+                      V::select(V::eq(a, inf), V::splat(1.0), V::add(x, V::splat(0.0))));
         return V::or_(r, sign_of<V>(x));
     }
     template <class V>

@@ -23,16 +23,15 @@
 #include "kernels/common/loops.h"
 #include "kernels/trig/estimates.h"
 #include "kernels/trig/inverse_hyperbolic/log.h"
+#include "kernels/trig/lane_tests.h"
 
 namespace {
 
-// Refused: not 0x3ff00000 <= w < 0x7ff00000 for the signed high word w,
-// as one signed compare after moving the range to the bottom.
+// Refused: the high word of x (its sign included) outside [0x3ff00000,
+// 0x7ff00000).
 template <class V>
 inline int acosh_refused(typename V::vd x) {
-    using L = Lanes<V::lanes>;
-    const typename L::vi d = L::sub(L::hi32(x), L::splat(static_cast<int32_t>(0xbff00000u)));
-    return L::mask(L::lt(d, L::splat(static_cast<int32_t>(0xc0000000u)))) ^ ((1 << V::lanes) - 1);
+    return outside<V>(Lanes<V::lanes>::hi32(x), 0x3ff00000, 0x7ff00000);
 }
 
 struct AcoshLA : PerVector<AcoshLA> {

@@ -1,8 +1,8 @@
 // Asinh: r = asinh(a) = sign(a) log(|a| + sqrt(a^2 + 1)), over the SIMD
 // wrappers, with the logarithm of log.h.
 //
-//   LA, EP  0.5625 <= |x| finite (one compare: the high word less 0x3fe20000,
-//           sign bit cleared, at most 0x400dffff): v = |x| + sqrt(x^2 + 1) by
+//   LA, EP  0.5625 <= |x| finite (high word from 0x3fe20000 to below
+//           0x7ff00000, one compare): v = |x| + sqrt(x^2 + 1) by
 //           the square root instruction, or v = |x| with ln 2 added from 1e154
 //           on (x^2 would overflow); the rest goes to the callout.
 //   HA      every finite x: below 1/8 x + x^3 P(x^2) (degree 13), above v in
@@ -22,6 +22,7 @@
 #include "kernels/common/loops.h"
 #include "kernels/trig/estimates.h"
 #include "kernels/trig/inverse_hyperbolic/log.h"
+#include "kernels/trig/lane_tests.h"
 
 namespace {
 
@@ -41,10 +42,7 @@ struct AsinhLA : PerVector<AsinhLA> {
     }
     template <class V>
     static int special(typename V::vd x) {
-        using L = Lanes<V::lanes>;
-        const typename L::vi w = L::and_(L::hi32(x), L::splat(0x7fffffff));
-        const typename L::vi d = L::and_(L::sub(w, L::splat(0x3fe20000)), L::splat(0x7fffffff));
-        return L::mask(L::lt(d, L::splat(0x400e0000))) ^ ((1 << V::lanes) - 1);
+        return outside<V>(abs_high<V>(x), 0x3fe20000, 0x7ff00000);
     }
     static int32_t callout(const double* x, double* r) { return zvl::asinh_callout(x, r); }
 };
@@ -57,9 +55,10 @@ struct AsinhHA : PerVector<AsinhHA> {
     static typename V::vd eval(typename V::vd x) {
         using vd = typename V::vd;
         const vd a = abs_of<V>(x);
-        const vd z = V::mul(a, a);
-        const vd small = V::add(a, V::mul(V::mul(a, z), horner2<V>(zvl::AsinhPolySmall::c, z,
-                                                                   V::mul(z, z))));
+        // the small branch sees only its own arguments, so that x^2 cannot
+        // overflow where the other is taken
+        const vd is_small = V::lt(a, V::splat(0.125));
+        const vd small = odd_series<V>(zvl::AsinhPolySmall::c, V::and_(is_small, a));
         const vd big = V::le(V::splat(big_from), a);
         const vd ac = V::andnot(big, a);
         vd q, q_lo, w, w_lo, s, s_lo, v, v_lo;
@@ -71,15 +70,13 @@ struct AsinhHA : PerVector<AsinhHA> {
         v_lo = V::andnot(big, V::add(v_lo, s_lo));
         vd hi, lo;
         log_ha<V>(v, v_lo, V::and_(big, V::splat(1.0)), hi, lo);
-        const vd r = V::select(V::lt(a, V::splat(0.125)), small, V::add(hi, lo));
+        const vd r = V::select(is_small, small, V::add(hi, lo));
         return V::or_(r, sign_of<V>(x));
     }
     // Infinities and NaNs.
     template <class V>
     static int special(typename V::vd x) {
-        using L = Lanes<V::lanes>;
-        const typename L::vi w = L::and_(L::hi32(x), L::splat(0x7fffffff));
-        return L::mask(L::lt(w, L::splat(0x7ff00000))) ^ ((1 << V::lanes) - 1);
+        return outside<V>(abs_high<V>(x), 0, 0x7ff00000);
     }
     static int32_t callout(const double* x, double* r) { return zvl::asinh_callout(x, r); }
 };

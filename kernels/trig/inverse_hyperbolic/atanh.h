@@ -21,15 +21,14 @@
 #include "kernels/common/loops.h"
 #include "kernels/trig/estimates.h"
 #include "kernels/trig/inverse_hyperbolic/log.h"
+#include "kernels/trig/lane_tests.h"
 
 namespace {
 
 // Refused: |x| >= 1 or NaN.
 template <class V>
 inline int atanh_refused(typename V::vd x) {
-    using L = Lanes<V::lanes>;
-    const typename L::vi w = L::and_(L::hi32(x), L::splat(0x7fffffff));
-    return L::mask(L::lt(w, L::splat(0x3ff00000))) ^ ((1 << V::lanes) - 1);
+    return outside<V>(abs_high<V>(x), 0, 0x3ff00000);
 }
 
 // 1 + a = n + n_lo and 1 - a = d + d_lo, exactly (a < 1).
@@ -45,9 +44,7 @@ struct AtanhLA : PerVector<AtanhLA> {
     static typename V::vd eval(typename V::vd x) {
         using vd = typename V::vd;
         const vd a = abs_of<V>(x);
-        const vd z = V::mul(a, a);
-        const vd small = V::add(a, V::mul(V::mul(a, z), horner2<V>(zvl::AtanhPolyLA::c, z,
-                                                                   V::mul(z, z))));
+        const vd small = odd_series<V>(zvl::AtanhPolyLA::c, a);
         vd n, n_lo, d, d_lo, p, p_lo;
         atanh_sums<V>(a, n, n_lo, d, d_lo);
         const vd u = V::div(n, d);
@@ -70,8 +67,7 @@ struct AtanhHA : PerVector<AtanhHA> {
     static typename V::vd eval(typename V::vd x) {
         using vd = typename V::vd;
         const vd a = abs_of<V>(x);
-        const vd z = V::mul(a, a);
-        const vd small = V::add(a, V::mul(V::mul(a, z), horner<V>(zvl::AtanhPolySmallHA::c, z)));
+        const vd small = odd_series<V>(zvl::AtanhPolySmallHA::c, a);
         vd n, n_lo, d, d_lo, u, u_lo, hi, lo;
         atanh_sums<V>(a, n, n_lo, d, d_lo);
         // log(u) is as small as 2^-7, so u's error counts 2^7 times over:

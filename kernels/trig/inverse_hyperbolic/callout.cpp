@@ -2,25 +2,13 @@
 // refuse, for every mode, computed by the HA formulas on one lane where the
 // result is a number (see data.h for the statuses).
 #include "kernels/common/fp_guard.h"
+#include "kernels/trig/domain.h"
 #include "kernels/trig/inverse_hyperbolic/acosh.h"
 #include "kernels/trig/inverse_hyperbolic/asinh.h"
 #include "kernels/trig/inverse_hyperbolic/atanh.h"
 #include "zvl.h"
 
 namespace zvl {
-namespace {
-
-constexpr double kDefaultNaN = from_bits(0xfff8000000000000);
-constexpr double kSignallingNaN = from_bits(0x7ff7ffffffffffff);
-
-int32_t out_of_domain(double* r) {
-    *r = kDefaultNaN;
-    volatile double raised = opaque(kSignallingNaN) * 1.0;
-    (void)raised;
-    return ZVL_STATUS_ERRDOM;
-}
-
-}  // namespace
 
 __attribute__((noinline, cold)) int32_t asinh_callout(const double* xp, double* r) {
     const double x = *xp;
@@ -34,7 +22,7 @@ __attribute__((noinline, cold)) int32_t acosh_callout(const double* xp, double* 
         *r = x + x;
         return 0;
     }
-    if (x < 1.0) return out_of_domain(r);
+    if (x < 1.0) return domain_error(r);
     *r = x - x == 0.0 ? AcoshHA::one(x) : x;  // +inf
     return 0;
 }
@@ -46,7 +34,7 @@ __attribute__((noinline, cold)) int32_t atanh_callout(const double* xp, double* 
         *r = x + x;
         return 0;
     }
-    if (a > 1.0) return out_of_domain(r);
+    if (a > 1.0) return domain_error(r);
     if (a == 1.0) {
         *r = x / opaque(0.0);  // +-inf and the divide-by-zero flag
         return ZVL_STATUS_SING;

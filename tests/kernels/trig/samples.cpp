@@ -6,7 +6,6 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
-#include <sstream>
 
 #include "tools/accuracy/accuracy.h"
 #include "tools/common/rng.h"
@@ -37,7 +36,14 @@ struct Plan {
     std::vector<double> edges;
 };
 
-// Where Sinh and Cosh change path: the small polynomial, the vector range,
+// Sinh and Cosh: the whole range, the small polynomial, the range where
+// e^-|x| counts, and up to overflow.
+const std::vector<Range> kHyperbolicRanges = {{kDenormMin, kMax, true, 0.2},
+                                              {0x1p-30, 0x1p10, true, 0.3},
+                                              {0.0, 1.0, false, 0.2},
+                                              {0.1, 45.0, false, 0.15},
+                                              {700.0, 711.0, false, 0.15}};
+// Where they change path: the small polynomial, the vector range,
 // dropping e^-|x|, the last finite result.
 const std::vector<double> kHyperbolicEdges = {
     0.125, 0x1.6233100000000p+9, 40.0, 0x1.633ce8fb9f87dp+9, 1.0, 0x1p-26, kMin, kDenormMin,
@@ -64,22 +70,8 @@ const std::vector<Plan>& plans() {
          {{kDenormMin, kMax, true, 0.25}, {0x1p-30, 0x1p60, true, 0.35}, {0.0, 3.0, false, 0.4}},
          {0.125, 0.4375, 0.6875, 1.1875, 2.4375, 1.0, 0x1p54, 0x1p53, 0x1p993, 0x1p-1020,
           0x1p-53, kMin, kDenormMin, kMax, 0.0}},
-        {"sinh",
-         true,
-         {{kDenormMin, kMax, true, 0.2},
-          {0x1p-30, 0x1p10, true, 0.3},
-          {0.0, 1.0, false, 0.2},
-          {0.1, 45.0, false, 0.15},
-          {700.0, 711.0, false, 0.15}},
-         kHyperbolicEdges},
-        {"cosh",
-         true,
-         {{kDenormMin, kMax, true, 0.2},
-          {0x1p-30, 0x1p10, true, 0.3},
-          {0.0, 1.0, false, 0.2},
-          {0.1, 45.0, false, 0.15},
-          {700.0, 711.0, false, 0.15}},
-         kHyperbolicEdges},
+        {"sinh", true, kHyperbolicRanges, kHyperbolicEdges},
+        {"cosh", true, kHyperbolicRanges, kHyperbolicEdges},
         {"asin", true, kAsinRanges, kAsinEdges},
         {"acos", true, kAsinRanges, kAsinEdges},
         {"asinh",
@@ -268,89 +260,6 @@ uint64_t bits_of(double x) {
     uint64_t b;
     std::memcpy(&b, &x, sizeof b);
     return b;
-}
-
-bool Directed::applies_to(const char* mode) const {
-    const int m = !std::strcmp(mode, "HA") ? 0 : !std::strcmp(mode, "LA") ? 1 : 2;
-    return modes >> m & 1;
-}
-
-namespace {
-
-bool parse_value(const std::string& t, double* x) {
-    if (t.size() == 18 && t[0] == '0' && (t[1] == 'x' || t[1] == 'X') &&
-        t.find_first_not_of("0123456789abcdefABCDEF", 2) == std::string::npos) {
-        uint64_t b = std::strtoull(t.c_str() + 2, nullptr, 16);
-        std::memcpy(x, &b, sizeof b);
-        return true;
-    }
-    char* end;
-    *x = std::strtod(t.c_str(), &end);
-    return end != t.c_str() && *end == '\0';
-}
-
-bool parse_status(const std::string& t, int* s) {
-    static const char* const names[] = {"OK", "ERRDOM", "SING", "OVERFLOW", "UNDERFLOW"};
-    for (int i = 0; i < 5; ++i)
-        if (t == names[i]) {
-            *s = i;
-            return true;
-        }
-    return false;
-}
-
-bool parse_modes(const std::string& t, unsigned* set) {
-    if (t == "all") {
-        *set = 7;
-        return true;
-    }
-    *set = 0;
-    std::stringstream ss(t);
-    for (std::string item; std::getline(ss, item, ',');) {
-        if (item == "HA") *set |= 1;
-        else if (item == "LA") *set |= 2;
-        else if (item == "EP") *set |= 4;
-        else return false;
-    }
-    return *set != 0;
-}
-
-}  // namespace
-
-bool read_directed(const char* fn, std::vector<Directed>* out) {
-    const std::string path = zvl_tools::data_path(std::string("directed/") + fn + ".txt");
-    FILE* file = std::fopen(path.c_str(), "r");
-    if (!file) return false;
-    const bool two = !std::strcmp(fn, "atan2");
-    char buf[512];
-    int line = 0;
-    bool ok_all = true;
-    while (std::fgets(buf, sizeof buf, file)) {
-        ++line;
-        if (char* hash = std::strchr(buf, '#')) *hash = '\0';
-        std::stringstream ss(buf);
-        std::vector<std::string> tok;
-        for (std::string t; ss >> t;) tok.push_back(t);
-        if (tok.empty()) continue;
-        Directed c = {line, two, 0, 0, 0, false, 0, 7};
-        const size_t need = two ? 4 : 3;
-        double result = 0;
-        const bool ok = tok.size() >= need && tok.size() <= need + 2 &&
-                        parse_value(tok[0], &c.a) && (!two || parse_value(tok[1], &c.b)) &&
-                        parse_value(tok[need - 2], &result) &&
-                        parse_status(tok[need - 1], &c.status) &&
-                        (tok.size() <= need || parse_modes(tok[need], &c.modes));
-        if (!ok) {
-            std::fprintf(stderr, "%s:%d: cannot read this line\n", path.c_str(), line);
-            ok_all = false;
-            continue;
-        }
-        c.any_nan = tok[need - 2] == "nan" || tok[need - 2] == "-nan";
-        c.result = bits_of(result);
-        out->push_back(c);
-    }
-    std::fclose(file);
-    return ok_all;
 }
 
 }  // namespace zvl_test

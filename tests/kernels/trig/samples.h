@@ -1,6 +1,5 @@
 // Arguments, exact values and errors for the bodies test: seeded samples
-// per function, MPFR's value of each, the error of a result, and the
-// directed cases of tests/data/directed.
+// per function, MPFR's value of each, and the error of a result.
 #pragma once
 
 #include <cstdint>
@@ -40,18 +39,5 @@ struct Error {
 Error error_of(double got, const Exact& e);
 
 uint64_t bits_of(double x);
-
-// A line of tests/data/directed/<fn>.txt: a [b] result status [modes [cpus]].
-struct Directed {
-    int line;
-    bool two;
-    double a, b;
-    uint64_t result;
-    bool any_nan;
-    int status;
-    unsigned modes;  // bit 0 HA, 1 LA, 2 EP
-    bool applies_to(const char* mode) const;
-};
-bool read_directed(const char* fn, std::vector<Directed>* out);
 
 }  // namespace zvl_test

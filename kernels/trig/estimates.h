@@ -1,7 +1,7 @@
 // The single-precision reciprocal and reciprocal square root estimates on
-// double lanes, and the reciprocal refined from them: the inverse
-// trigonometric and hyperbolic kernels divide and take roots this way
-// rather than with the double division instruction.
+// double lanes, and the quotients, reciprocals and roots refined from them:
+// the inverse trigonometric and hyperbolic kernels divide and take roots
+// this way rather than with the double division and root instructions.
 //
 // The estimates are the hardware's (relative error below 1.5 * 2^-12); their
 // exact bits differ between processor makers, so a result may differ in
@@ -11,8 +11,6 @@
 #pragma once
 
 #include <immintrin.h>
-
-#include <cstring>
 
 #include "kernels/common/isa.h"
 #include "kernels/common/lanes.h"

@@ -50,8 +50,7 @@ namespace {
 using zvl::Pi;
 
 // One bit per lane of x whose high word w (of |x|) is below Low or at or
-// above 0x7e000000 (|x| >= 2^993, infinities, NaNs): one signed compare of
-// w - (0x80000000 + Low) with 0x7e000000 - Low - 0x80000000.
+// above 0x7e000000 (|x| >= 2^993, infinities, NaNs).
 template <class V, uint32_t Low = 0x00300000>
 inline int atan_refused(typename V::vd x) {
     return outside<V>(abs_high<V>(x), Low, 0x7e000000);
@@ -110,7 +109,7 @@ using AtanEP = AtanVector<AtanEPForm>;
 // --- HA: five reductions ---------------------------------------------------
 
 // The reduction of atan(y/x), y and x positive: t = t_hi + t_lo and the
-// interval, 0 to 4, as a lane mask per breakpoint passed.
+// interval k, 0 to 4.
 template <class V>
 struct AtanReduced {
     typename V::vd t_hi, t_lo;

@@ -118,10 +118,6 @@ struct RoundingCells {
     std::atomic<K> slot;
 };
 
-template <class K>
-struct RoundingSet {
-    K k[6];
-};
 
 template <class K>
 inline K bind_rounding(RoundingCells<K>& c, const RoundingSet<K>& set) {

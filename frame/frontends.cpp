@@ -2,6 +2,7 @@
 // of the function table.
 #include <cstring>
 
+#include "frame/frontend.h"
 #include "frame/kernel_sets.h"
 
 #define ZVL_EXPORT extern "C" ZVL_API
@@ -22,7 +23,7 @@ constexpr int32_t name_len(const char* s) { return *s ? 1 + name_len(s + 1) : 0;
 // A function's record, cells and kernel set, as run() takes them after n.
 #define ZVL_FUNCTION(EXPORT) info_##EXPORT, cells_##EXPORT, zvl::kernels_##EXPORT
 
-#define ZVL_FRONT_D1(EXPORT, report, id)                                                \
+#define ZVL_FRONT_D1(EXPORT, report, id, fam)                                                \
     ZVL_INFO(EXPORT, report, id, false, zvl::KernelD1)                                 \
     ZVL_EXPORT void EXPORT(const int* n, const double* a, double* r) {                  \
         zvl::run<zel_zvl_service_threader_d_1i_1o>(*n, ZVL_FUNCTION(EXPORT), {a, r}, a, r); \
@@ -31,7 +32,7 @@ constexpr int32_t name_len(const char* s) { return *s ? 1 + name_len(s + 1) : 0;
         EXPORT(n, zvl::advance(a, ia), zvl::advance(r, ir));                            \
     }
 
-#define ZVL_FRONT_D2(EXPORT, report, id)                                                \
+#define ZVL_FRONT_D2(EXPORT, report, id, fam)                                                \
     ZVL_INFO(EXPORT, report, id, false, zvl::KernelD2)                                 \
     ZVL_EXPORT void EXPORT(const int* n, const double* a, const double* b, double* r) { \
         zvl::run<zel_zvl_service_threader_d_2i_1o>(*n, ZVL_FUNCTION(EXPORT), {a, b, r}, a, \
@@ -44,7 +45,7 @@ constexpr int32_t name_len(const char* s) { return *s ? 1 + name_len(s + 1) : 0;
 
 // Real array and real scalar: positions are n 1, a 2, r 3; b is never
 // tested, and is read at the moment of the call, after the mode.
-#define ZVL_FRONT_DX(EXPORT, report, id)                                                \
+#define ZVL_FRONT_DX(EXPORT, report, id, fam)                                                \
     ZVL_INFO(EXPORT, report, id, false, zvl::KernelDx)                                 \
     ZVL_EXPORT void EXPORT(const int* n, const double* a, const double* b, double* r) { \
         zvl::run<zel_zvl_service_threader_d_cd_2i_d_1o>(*n, ZVL_FUNCTION(EXPORT), {a, r}, \
@@ -62,7 +63,7 @@ constexpr int32_t name_len(const char* s) { return *s ? 1 + name_len(s + 1) : 0;
     static constexpr zvl::FunctionInfo info_##EXPORT = {#report, zvl::name_len(#report), \
                                                         -1, false};
 
-#define ZVL_FRONT_R1(EXPORT, report)                                                    \
+#define ZVL_FRONT_R1(EXPORT, report, fam)                                                    \
     ZVL_ROUNDING_INFO(EXPORT, report, zvl::KernelD1)                                   \
     ZVL_EXPORT void EXPORT(const int* n, const double* a, double* r) {                  \
         zvl::run_rounding(*n, ZVL_FUNCTION(EXPORT), {a, r}, a, r);                          \
@@ -71,7 +72,7 @@ constexpr int32_t name_len(const char* s) { return *s ? 1 + name_len(s + 1) : 0;
         EXPORT(n, zvl::advance(a, ia), zvl::advance(r, ir));                            \
     }
 
-#define ZVL_FRONT_R12(EXPORT, report)                                                   \
+#define ZVL_FRONT_R12(EXPORT, report, fam)                                                   \
     ZVL_ROUNDING_INFO(EXPORT, report, zvl::KernelD12)                                  \
     ZVL_EXPORT void EXPORT(const int* n, const double* a, double* y, double* z) {       \
         zvl::run_rounding(*n, ZVL_FUNCTION(EXPORT), {a, y, z}, a, y, z);                    \

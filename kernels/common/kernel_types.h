@@ -6,6 +6,7 @@
 #pragma once
 
 #include <cstdint>
+#include <type_traits>
 
 #include "zvl.h"
 
@@ -30,6 +31,21 @@ struct KernelSet {
     K k[6][3];
 };
 
+// The rounding family's: one kernel per cpu type.
+template <class K>
+struct RoundingSet {
+    K k[6];
+};
+
+// Function types (not pointers) of the shapes, for declarations.
+using KernelD1_fn = std::remove_pointer_t<KernelD1>;
+using KernelD2_fn = std::remove_pointer_t<KernelD2>;
+using KernelD12_fn = std::remove_pointer_t<KernelD12>;
+using KernelDx_fn = std::remove_pointer_t<KernelDx>;
+using KernelZ1_fn = std::remove_pointer_t<KernelZ1>;
+using KernelZ2_fn = std::remove_pointer_t<KernelZ2>;
+using KernelZx_fn = std::remove_pointer_t<KernelZx>;
+
 }  // namespace zvl
 
 // Kernel symbols and their name texts come from the same three pieces, so the
@@ -45,6 +61,21 @@ struct KernelSet {
     X(ex, __VA_ARGS__) X(e7, __VA_ARGS__) X(u8, __VA_ARGS__) X(y8, __VA_ARGS__) \
     X(h8, __VA_ARGS__) X(e9, __VA_ARGS__)
 
+// Kernels by family: ZVL_DECLARE_FAMILY(shape type, family) declares the
+// three kernels of every cpu type; ZVL_DECLARE_ROUNDING the one.
+#define ZVL_DECLARE_ONE(cpu, fam, type, tag) extern "C" zvl::type##_fn ZVL_KERNEL(cpu, fam, tag);
+#define ZVL_DECLARE_CPU(cpu, fam, type) \
+    ZVL_DECLARE_ONE(cpu, fam, type, HA) \
+    ZVL_DECLARE_ONE(cpu, fam, type, 50) \
+    ZVL_DECLARE_ONE(cpu, fam, type, 26)
+#define ZVL_DECLARE_FAMILY(type, fam) ZVL_CPU_LABELS(ZVL_DECLARE_CPU, fam, type)
+#define ZVL_DECLARE_ROUNDING_ONE(cpu, fam, type) \
+    extern "C" zvl::type##_fn ZVL_ROUNDING_KERNEL(cpu, fam);
+#define ZVL_DECLARE_ROUNDING(type, fam) ZVL_CPU_LABELS(ZVL_DECLARE_ROUNDING_ONE, fam, type)
+
+// A cpu type's three kernels of a family, in column order.
+#define ZVL_ROW3(cpu, fam) {ZVL_KERNEL(cpu, fam, HA), ZVL_KERNEL(cpu, fam, 50), ZVL_KERNEL(cpu, fam, 26)}
+
 // Inside a per-cpu unit, which defines ZVL_CPU (its label) first.
 #define ZVL_STR2(x) #x
 #define ZVL_STR(x) ZVL_STR2(x)
@@ -53,29 +84,3 @@ struct KernelSet {
 #define ZVL_HERE_NAME(fam, tag) "zel_zvl_core_" ZVL_STR(ZVL_CPU) "_zvl_d" #fam "_" #tag
 #define ZVL_ROUNDING_KERNEL_X(cpu, fam) ZVL_ROUNDING_KERNEL(cpu, fam)
 #define ZVL_HERE_ROUNDING(fam) ZVL_ROUNDING_KERNEL_X(ZVL_CPU, fam)
-
-// The unit's kernel (fam, tag) of each shape: the exported symbol, whose body
-// calls the function given last (a template with its arguments, commas and
-// all) with the kernel's arguments and the kernel's name.
-#define ZVL_DEFINE_D1(fam, tag, ...)                                             \
-    extern "C" void ZVL_HERE(fam, tag)(int32_t n, const double* a, double* r) { \
-        __VA_ARGS__(n, a, r, ZVL_HERE_NAME(fam, tag));                          \
-    }
-#define ZVL_DEFINE_D2(fam, tag, ...)                                                  \
-    extern "C" void ZVL_HERE(fam, tag)(int32_t n, const double* a, const double* b, \
-                                       double* r) {                                 \
-        __VA_ARGS__(n, a, b, r, ZVL_HERE_NAME(fam, tag));                           \
-    }
-#define ZVL_DEFINE_DX(fam, tag, ...)                                                       \
-    extern "C" void ZVL_HERE(fam, tag)(int32_t n, const double* a, double b, double* r) { \
-        __VA_ARGS__(n, a, b, r, ZVL_HERE_NAME(fam, tag));                                 \
-    }
-// The rounding family's, which report nothing and so take no name.
-#define ZVL_DEFINE_ROUNDING_D1(fam, ...)                                         \
-    extern "C" void ZVL_HERE_ROUNDING(fam)(int32_t n, const double* a, double* r) { \
-        __VA_ARGS__(n, a, r);                                                      \
-    }
-#define ZVL_DEFINE_ROUNDING_D12(fam, ...)                                                    \
-    extern "C" void ZVL_HERE_ROUNDING(fam)(int32_t n, const double* a, double* y, double* z) { \
-        __VA_ARGS__(n, a, y, z);                                                              \
-    }

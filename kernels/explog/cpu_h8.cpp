@@ -1,13 +1,3 @@
-// The exponential, logarithm, power and root kernels of cpu type 4 (h8).
-#define ZVL_CPU h8
+// The exponential, logarithm, power, root and rounding kernels of cpu type 4.
 #define ZVL_CPU_INDEX 4
-
-#include "kernels/explog/inv_div.h"
-#include "kernels/explog/exp/exp.h"
-#include "kernels/explog/rounding/rounding.h"
-#include "kernels/explog/sqrt.h"
-#include "kernels/explog/cbrt.h"
-#include "kernels/explog/pow/pow.h"
-#include "kernels/explog/pow/powx.h"
-#include "kernels/explog/ln/ln.h"
-#include "kernels/explog/log10/log10.h"
+#include "kernels/explog/families.h"

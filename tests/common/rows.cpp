@@ -138,12 +138,12 @@ void entry_idx(const int* n, const double* a, int ia, const double* b, int ib, d
          return make(zvl::kernels_##EXPORT.k slot, Shape::SHAPE);       \
      },                                                                 \
      entry<EXPORT>, entry_idx<EXPORT##_Idx>, traits_of(#EXPORT)},
-#define ZT_D1(EXPORT, report, id) ZT_ROW(EXPORT, report, D1, false, [cpu][col])
-#define ZT_D2(EXPORT, report, id) ZT_ROW(EXPORT, report, D2, false, [cpu][col])
-#define ZT_D12(EXPORT, report, id) ZT_ROW(EXPORT, report, D12, false, [cpu][col])
-#define ZT_DX(EXPORT, report, id) ZT_ROW(EXPORT, report, DX, false, [cpu][col])
-#define ZT_R1(EXPORT, report) ZT_ROW(EXPORT, report, D1, true, [cpu])
-#define ZT_R12(EXPORT, report) ZT_ROW(EXPORT, report, D12, true, [cpu])
+#define ZT_D1(EXPORT, report, id, fam) ZT_ROW(EXPORT, report, D1, false, [cpu][col])
+#define ZT_D2(EXPORT, report, id, fam) ZT_ROW(EXPORT, report, D2, false, [cpu][col])
+#define ZT_D12(EXPORT, report, id, fam) ZT_ROW(EXPORT, report, D12, false, [cpu][col])
+#define ZT_DX(EXPORT, report, id, fam) ZT_ROW(EXPORT, report, DX, false, [cpu][col])
+#define ZT_R1(EXPORT, report, fam) ZT_ROW(EXPORT, report, D1, true, [cpu])
+#define ZT_R12(EXPORT, report, fam) ZT_ROW(EXPORT, report, D12, true, [cpu])
 
 }  // namespace
 

@@ -20,18 +20,10 @@
 // above 709.782712893384 and ZVL_STATUS_UNDERFLOW for every denormal or zero
 // result; nothing else is reported.
 //
-// Kernels by cpu type (block width W, guard, loop form):
-//
-//   type  HA                    LA                     EP
-//   5     A 8 none scratch      B 8 none scratch       C 8 none scratch
-//   4     A 8 MXCSR restart     B 8 x87 restart        C 8 none scratch
-//   3     A 8 MXCSR restart     B 4 x87 restart        E 4 MXCSR restart
-//   1, 2  A 8 MXCSR restart     D 4 MXCSR restart      E 4 MXCSR restart
-//   0     A 8 MXCSR restart     (runs HA)              (runs HA)
-//
-// MXCSR is the full guard (round to nearest, no flushing); x87 sets the x87
-// control word to 53-bit precision and leaves MXCSR alone, so those kernels,
-// like the ones without a guard, compute in the caller's rounding mode.
+// Which variant runs where, with its block width, guard and loop form, is
+// Exp's plan (plan.h). The LA kernels under the x87 guard set the x87
+// control word to 53-bit precision and leave MXCSR alone, so they, like the
+// ones without a guard, compute in the caller's rounding mode.
 //
 // Largest errors the exp accuracy test finds against MPFR:
 //   A  0.517 ulp at 256.24164260445821
@@ -238,49 +230,4 @@ struct ExpE : ExpLanes<ExpE> {
     }
 };
 
-// --- The kernels by cpu type ------------------------------------------------
-
-template <int Cpu>
-inline void exp_ha(int32_t n, const double* a, double* r, const char* name) {
-    if constexpr (Cpu == 5) {
-        scratch_1i<Cpu, V, 8, ExpA>(n, a, r, name);
-    } else {
-        MxcsrGuard<0> g;
-        restart_1i<Cpu, V, 8, Restartable<ExpA>>(n, a, r, name);
-    }
-}
-
-template <int Cpu>
-inline void exp_la(int32_t n, const double* a, double* r, const char* name) {
-    static_assert(Cpu >= 1, "type 0 runs HA");
-    if constexpr (Cpu == 5) {
-        scratch_1i<Cpu, V, 8, ExpB>(n, a, r, name);
-    } else if constexpr (Cpu >= 3) {
-        // The x87 guard is part of the kernel's frame; its arithmetic is SSE
-        // and runs in the caller's MXCSR mode.
-        X87Guard<0x200> g;
-        restart_1i<Cpu, V, Cpu == 4 ? 8 : 4, Restartable<ExpB>>(n, a, r, name);
-    } else {
-        MxcsrGuard<0> g;
-        restart_1i<Cpu, V, 4, Restartable<ExpD>>(n, a, r, name);
-    }
-}
-
-template <int Cpu>
-inline void exp_ep(int32_t n, const double* a, double* r, const char* name) {
-    static_assert(Cpu >= 1, "type 0 runs HA");
-    if constexpr (Cpu >= 4) {
-        scratch_1i<Cpu, V, 8, ExpC>(n, a, r, name);
-    } else {
-        MxcsrGuard<0> g;
-        restart_1i<Cpu, V, 4, Restartable<ExpE>>(n, a, r, name);
-    }
-}
-
 }  // namespace
-
-ZVL_DEFINE_D1(Exp, HA, exp_ha<kCpu>)
-#if ZVL_CPU_INDEX >= 1
-ZVL_DEFINE_D1(Exp, 50, exp_la<kCpu>)
-ZVL_DEFINE_D1(Exp, 26, exp_ep<kCpu>)
-#endif

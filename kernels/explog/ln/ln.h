@@ -16,7 +16,7 @@
 //      denormals are scaled by 2^52 in line; restart form under the x87
 //      guard.
 //
-// The LA slot of types 0 and 1 and the EP slot of type 0 run the HA kernel.
+// Which variant runs where is Ln's plan (plan.h).
 //
 // Worst errors seen by zvl-ulp (2e6 samples, sweeps and hard cases):
 //   A 0.503 ulp at 0x1.0072c3d7ba35bp+0; D 0.578 ulp at 0x1.000fe44712a91p+0
@@ -60,6 +60,7 @@ struct LnSpecial {
 // lanes' bits.
 template <class F>
 struct PivotBKernel : PerVector<F>, LnSpecial {
+    using form = forms::BlockAt;
     template <class V>
     static typename V::vd eval(typename V::vd x) {
         SplitB<V> s;
@@ -205,41 +206,4 @@ struct LnE : LnSpecial {
     }
 };
 
-// --- The kernels by cpu type ------------------------------------------------
-
-template <int Cpu>
-inline void ln_ha(int32_t n, const double* a, double* r, const char* name) {
-    if constexpr (Cpu == 5) {
-        scratch_1i<Cpu, V, 16, LnA>(n, a, r, name);
-    } else {
-        MxcsrGuard<0> g;
-        restart_1i<Cpu, V, Cpu == 0 ? 2 : 4, RestartLog<LnD, PartsD>>(n, a, r, name);
-    }
-}
-
-template <int Cpu>
-inline void ln_la(int32_t n, const double* a, double* r, const char* name) {
-    static_assert(Cpu >= 2, "types 0 and 1 run HA");
-    scratch_1i<Cpu, V, Cpu == 5 ? 16 : 8, LnB>(n, a, r, name);
-}
-
-template <int Cpu>
-inline void ln_ep(int32_t n, const double* a, double* r, const char* name) {
-    static_assert(Cpu >= 1, "type 0 runs HA");
-    if constexpr (Cpu >= 4) {
-        scratch_1i<Cpu, V, Cpu == 5 ? 16 : 8, LnC>(n, a, r, name);
-    } else {
-        X87Guard<0x200> g;
-        restart_1i<Cpu, V, 4, RestartLog<LnE, SplitScaled>>(n, a, r, name);
-    }
-}
-
 }  // namespace
-
-ZVL_DEFINE_D1(Ln, HA, ln_ha<kCpu>)
-#if ZVL_CPU_INDEX >= 2
-ZVL_DEFINE_D1(Ln, 50, ln_la<kCpu>)
-#endif
-#if ZVL_CPU_INDEX >= 1
-ZVL_DEFINE_D1(Ln, 26, ln_ep<kCpu>)
-#endif

@@ -13,10 +13,7 @@
 //       degree-4 series, then Exp's EP step (variant C: the first-degree
 //       step on the 2048-entry table); |y ln x| up to 708.396, where the
 //       result is normal.
-// Blocks are 8 elements at cpu types 2 to 5 and 4 at types 0 and 1. HA at
-// types 0, 1 and 5 and LA at type 1 run under the full MXCSR guard, EP at
-// type 1 under the x87 0x200 guard; the others run in the caller's state.
-// At cpu type 0 the LA and EP slots run HA.
+// Block widths and guards by cpu type are Pow's plan (plan.h).
 //
 // The only status is ZVL_STATUS_ERRDOM, from the exact cases: a negative
 // base with a non-integer exponent, and a zero base with a negative (or
@@ -32,9 +29,6 @@
 #include "kernels/explog/pow/core.h"
 
 namespace {
-
-template <int Cpu>
-constexpr int kPowW = Cpu >= 2 ? 8 : 4;
 
 // Lanes whose `ok` is clear, as mask bits.
 template <class V>
@@ -120,6 +114,7 @@ enum class PowMode { HA, LA, EP };
 
 template <PowMode Mode>
 struct PowBlock {
+    using form = forms::BlockMask;
     template <class V, int NV>
     static uint32_t block(const typename V::vd* x, const typename V::vd* y, typename V::vd* r) {
         uint32_t mask = 0;
@@ -139,25 +134,4 @@ struct PowBlock {
     }
 };
 
-// HA at types 0, 1 and 5, LA at type 1: full MXCSR guard; EP at type 1:
-// x87 0x200 guard (it does no x87 arithmetic).
-template <int Cpu, PowMode Mode>
-using PowGuard = std::conditional_t<
-    Mode == PowMode::HA && (Cpu == 5 || Cpu <= 1), MxcsrGuard<0>,
-    std::conditional_t<Cpu == 1,
-                       std::conditional_t<Mode == PowMode::LA, MxcsrGuard<0>, X87Guard<0x200>>,
-                       NoGuard>>;
-
-template <int Cpu, PowMode Mode>
-inline void pow_kernel(int32_t n, const double* a, const double* b, double* r, const char* name) {
-    [[maybe_unused]] PowGuard<Cpu, Mode> guard;
-    scratch_2i<Cpu, V, kPowW<Cpu>, PowBlock<Mode>>(n, a, b, r, name);
-}
-
 }  // namespace
-
-ZVL_DEFINE_D2(Pow, HA, pow_kernel<kCpu, PowMode::HA>)
-#if ZVL_CPU_INDEX >= 1
-ZVL_DEFINE_D2(Pow, 50, pow_kernel<kCpu, PowMode::LA>)
-ZVL_DEFINE_D2(Pow, 26, pow_kernel<kCpu, PowMode::EP>)
-#endif

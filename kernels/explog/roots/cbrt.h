@@ -42,7 +42,7 @@
 // Included by the explog units inside their own context (see unit.h).
 #pragma once
 
-#include "kernels/explog/root_common.h"
+#include "kernels/explog/roots/common.h"
 
 namespace {
 
@@ -228,12 +228,3 @@ template <class Body, class Range = UpToMax>
 using InvCbrtKernel = OddRoot<Body, Range, inv_cbrt_callout>;
 
 }  // namespace
-
-ZVL_DEFINE_D1(Cbrt, HA, guarded_root<kCpu, CbrtKernel<CbrtBodyHA>>)
-ZVL_DEFINE_D1(InvCbrt, HA, guarded_root<kCpu, InvCbrtKernel<InvCbrtBodyHA, UpToRecip>>)
-#if ZVL_CPU_INDEX >= 1
-ZVL_DEFINE_D1(Cbrt, 50, guarded_root<kCpu, CbrtKernel<CbrtBody<true>>>)
-ZVL_DEFINE_D1(Cbrt, 26, guarded_root<kCpu, CbrtKernel<CbrtBody<false>>>)
-ZVL_DEFINE_D1(InvCbrt, 50, guarded_root<kCpu, InvCbrtKernel<InvCbrtBody<true>>>)
-ZVL_DEFINE_D1(InvCbrt, 26, guarded_root<kCpu, InvCbrtKernel<InvCbrtBody<false>>>)
-#endif

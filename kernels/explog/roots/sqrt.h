@@ -39,7 +39,7 @@
 // Included by the explog units inside their own context (see unit.h).
 #pragma once
 
-#include "kernels/explog/root_common.h"
+#include "kernels/explog/roots/common.h"
 
 namespace {
 
@@ -59,7 +59,6 @@ struct SqrtConst {
     static constexpr double kDownBack = zvl::from_bits(0x3c90000000000000);
 };
 
-#if ZVL_CPU_INDEX >= 2
 // The single-precision reciprocal square root estimate, widened.
 inline double rsqrt_estimate(double x) {
     const __m128 f = _mm_cvtsd_ss(_mm_setzero_ps(), _mm_set_sd(x));
@@ -68,7 +67,6 @@ inline double rsqrt_estimate(double x) {
 inline __m128d rsqrt_estimate(__m128d x) { return _mm_cvtps_pd(_mm_rsqrt_ps(_mm_cvtpd_ps(x))); }
 #ifdef __AVX__
 inline __m256d rsqrt_estimate(__m256d x) { return _mm256_cvtps_pd(_mm_rsqrt_ps(_mm256_cvtpd_ps(x))); }
-#endif
 #endif
 
 // The bit-pattern seed of cpu type 1.
@@ -127,7 +125,6 @@ struct SqrtInstr : PerVector<SqrtInstr>, RootCallout<sqrt_callout> {
     }
 };
 
-#if ZVL_CPU_INDEX >= 2
 struct SqrtEst : PerVector<SqrtEst>, RootCallout<sqrt_callout> {
     template <class V>
     static typename V::vd eval(typename V::vd x) {
@@ -141,7 +138,6 @@ struct SqrtEst : PerVector<SqrtEst>, RootCallout<sqrt_callout> {
         return outside_range<V>(x, SqrtConst::kEstLow, SqrtConst::kEstHigh);
     }
 };
-#endif
 
 // --- InvSqrt ----------------------------------------------------------------
 
@@ -162,7 +158,6 @@ inline typename V::vd rsqrt_residual(typename V::vd x, typename V::vd y) {
     return V::sub(V::splat(1.0), V::mul(V::mul(x, y), y));
 }
 
-#if ZVL_CPU_INDEX >= 2
 // LA: degree 3 after the estimate; EP: degree 1.
 template <bool LA>
 struct InvSqrtEst : PerVector<InvSqrtEst<LA>>, RootCallout<inv_sqrt_callout> {
@@ -181,12 +176,10 @@ struct InvSqrtEst : PerVector<InvSqrtEst<LA>>, RootCallout<inv_sqrt_callout> {
         return outside_range<V>(x, SqrtConst::kEstLow, SqrtConst::kEstHigh);
     }
 };
-#else
-// EP at type 1: the bit-pattern seed and two steps. (Taken to LA accuracy
-// this costs more than the division and root of HA.)
-template <bool LA>
-struct InvSqrtEst : PerVector<InvSqrtEst<LA>>, RootCallout<inv_sqrt_callout> {
-    static_assert(!LA, "type 1 runs HA for LA");
+
+// EP at type 1, which has no estimate: the bit-pattern seed and two steps.
+// (Taken to LA accuracy this costs more than the division and root of HA.)
+struct InvSqrtSeed : PerVector<InvSqrtSeed>, RootCallout<inv_sqrt_callout> {
     template <class V>
     static typename V::vd eval(typename V::vd x) {
         const typename V::vd y0 = rsqrt_seed(x);
@@ -201,29 +194,5 @@ struct InvSqrtEst : PerVector<InvSqrtEst<LA>>, RootCallout<inv_sqrt_callout> {
         return outside_range<V>(x, Fp64::min_normal, Fp64::max_finite);
     }
 };
-#endif
-
-// --- The kernels by cpu type ------------------------------------------------
-
-template <int Cpu>
-inline void sqrt_instr(int32_t n, const double* a, double* r, const char* name) {
-    scratch_1i<Cpu, V, kRootW, SqrtInstr>(n, a, r, name);
-}
 
 }  // namespace
-
-ZVL_DEFINE_D1(Sqrt, HA, sqrt_instr<kCpu>)
-ZVL_DEFINE_D1(InvSqrt, HA, guarded_root<kCpu, InvSqrtHA>)
-#if ZVL_CPU_INDEX >= 1
-ZVL_DEFINE_D1(Sqrt, 50, sqrt_instr<kCpu>)
-ZVL_DEFINE_D1(InvSqrt, 26, guarded_root<kCpu, InvSqrtEst<false>>)
-#endif
-// Type 1 has no estimate: Sqrt EP is the instruction, InvSqrt LA the code
-// of HA.
-#if ZVL_CPU_INDEX >= 2
-ZVL_DEFINE_D1(Sqrt, 26, guarded_root<kCpu, SqrtEst>)
-ZVL_DEFINE_D1(InvSqrt, 50, guarded_root<kCpu, InvSqrtEst<true>>)
-#elif ZVL_CPU_INDEX == 1
-ZVL_DEFINE_D1(Sqrt, 26, sqrt_instr<kCpu>)
-ZVL_DEFINE_D1(InvSqrt, 50, guarded_root<kCpu, InvSqrtHA>)
-#endif

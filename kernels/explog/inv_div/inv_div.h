@@ -94,47 +94,38 @@ struct DivHA : PerVector<DivHA> {
     }
 };
 
-// --- HA, types 0 to 2: the scalar form --------------------------------------
-// Two elements per round (divpd), then each tested in order; the remainder
+// --- HA, types 0 to 2: the pairs form ---------------------------------------
+// Two elements a round (divpd), then each tested in order; the remainder
 // goes one element at a time. Type 0 takes pairs as well: the quotients, the
 // reports and their order are those of one element at a time, and a lone
-// divsd per element would run at half the speed of a plain loop. Types 1
-// and 2 run under the short MXCSR guard, type 0 under the x87 0x200 guard.
-// a is null for Inv.
+// divsd per element would run at half the speed of a plain loop.
 
-template <int Cpu>
-inline void div_ha_scalar_form(int32_t n, const double* a, const double* b, double* r,
-                               const char* name) {
-    [[maybe_unused]] std::conditional_t<Cpu == 0, X87Guard<0x200>, MxcsrShortGuard> guard;
-    int32_t i = 0;
-    // Both quotients are stored before the pair's reports; the pipeline only
-    // reads and writes back the reported element, so the results are those
-    // of storing and testing one element after the other.
-    const auto round = [&](auto w, int32_t at) {
-        using X = decltype(w);
-        constexpr int lanes = X::lanes;
-        const typename X::vd x = a == nullptr ? X::splat(1.0) : X::load(a + at);
-        const typename X::vd z = X::load(b + at);
-        X::store(r + at, X::div(x, z));
-        if (__builtin_expect(X::mask(X::eq(z, X::splat(0.0))) == 0, 1)) return;
-        double av[lanes], bv[lanes];
-        X::store(av, x);
-        X::store(bv, z);
-        for (int l = 0; l < lanes; ++l) {
-            // Inv has no dividend; Div keeps a zero divisor silent when the
-            // dividend is infinite or NaN.
-            if (a != nullptr && InvDiv::exp_all_ones(av[l])) continue;
-            if (InvDiv::is_zero(bv[l]))
-                report<Cpu>(ZVL_STATUS_SING, at + l, a == nullptr ? b : a, b, r, name);
-        }
-    };
-    for (; i + V::lanes <= n; i += V::lanes) round(V{}, i);
-    for (; i < n; ++i) round(Scalar{}, i);
-}
+struct InvPairs : InvHA {
+    using form = forms::Pairs;
+    template <class V>
+    static typename V::vd refused(typename V::vd z) {
+        return V::eq(z, V::splat(0.0));
+    }
+    static int32_t status(double z) { return InvDiv::is_zero(z) ? ZVL_STATUS_SING : 0; }
+};
+
+struct DivPairs : DivHA {
+    using form = forms::Pairs;
+    template <class V>
+    static typename V::vd refused(typename V::vd z) {
+        return V::eq(z, V::splat(0.0));
+    }
+    // An infinite or NaN dividend keeps a zero divisor silent.
+    static int32_t status(double x, double z) {
+        if (InvDiv::exp_all_ones(x)) return 0;
+        return InvDiv::is_zero(z) ? ZVL_STATUS_SING : 0;
+    }
+};
 
 // --- LA and EP, types 1 to 4: the four-way product of Inv -------------------
 
 struct InvLA4 {
+    using form = forms::Checked;
     // Every element's magnitude in [low guard, high guard).
     template <class W>
     static bool guarded(typename W::vd x) {
@@ -175,6 +166,7 @@ struct InvLA4 {
 // 64-bit significand and only the final stores round to double.
 
 struct DivLA4 {
+    using form = forms::Checked;
     // Kept scalar: pairing the four stores into two 16-byte moves makes them
     // reload x87 results through the stack and stall store forwarding.
     template <class W, int NV>
@@ -252,6 +244,7 @@ struct InvMantissa {
 };
 
 struct InvLA5 : InvMantissa {
+    using form = forms::Lanes;
     template <class W, int NV>
     static void block(const typename W::vd* x, typename W::vd* y) {
         static_assert(NV == 4, "the mantissa product takes four vectors");
@@ -262,6 +255,7 @@ struct InvLA5 : InvMantissa {
 };
 
 struct DivLA5 : InvMantissa {
+    using form = forms::Lanes;
     template <class W, int NV>
     static void block(const typename W::vd* a, const typename W::vd* b, typename W::vd* y) {
         static_assert(NV == 4, "the mantissa product takes four vectors");
@@ -278,54 +272,4 @@ struct DivLA5 : InvMantissa {
     }
 };
 
-// --- The kernels by cpu type ------------------------------------------------
-
-template <int Cpu>
-inline void inv_ha(int32_t n, const double* a, double* r, const char* name) {
-    if constexpr (Cpu >= 3)
-        scratch_1i<Cpu, V, Cpu == 5 ? 16 : 8, InvHA>(n, a, r, name);
-    else
-        div_ha_scalar_form<Cpu>(n, nullptr, a, r, name);
-}
-
-template <int Cpu>
-inline void div_ha(int32_t n, const double* a, const double* b, double* r, const char* name) {
-    if constexpr (Cpu >= 3)
-        scratch_2i<Cpu, V, Cpu == 5 ? 16 : 8, DivHA>(n, a, b, r, name);
-    else
-        div_ha_scalar_form<Cpu>(n, a, b, r, name);
-}
-
-template <int Cpu>
-inline void inv_la(int32_t n, const double* a, double* r, const char* name) {
-    static_assert(Cpu >= 1, "type 0 runs HA");
-    if constexpr (Cpu == 5) {
-        scratch_1i<Cpu, V, 16, InvLA5>(n, a, r, name);
-    } else {
-        MxcsrGuard<0> g;
-        restart_1i<Cpu, V, 8, InvLA4>(n, a, r, name);
-    }
-}
-
-template <int Cpu>
-inline void div_la(int32_t n, const double* a, const double* b, double* r, const char* name) {
-    static_assert(Cpu >= 1, "type 0 runs HA");
-    if constexpr (Cpu == 5) {
-        scratch_2i<Cpu, V, 16, DivLA5>(n, a, b, r, name);
-    } else {
-        X87Guard<0x300> g;
-        restart_2i<Cpu, Scalar, 4, DivLA4>(n, a, b, r, name);
-    }
-}
-
 }  // namespace
-
-ZVL_DEFINE_D1(Inv, HA, inv_ha<kCpu>)
-ZVL_DEFINE_D2(Div, HA, div_ha<kCpu>)
-#if ZVL_CPU_INDEX >= 1
-// LA and EP are one algorithm; only the name they report under differs.
-ZVL_DEFINE_D1(Inv, 50, inv_la<kCpu>)
-ZVL_DEFINE_D1(Inv, 26, inv_la<kCpu>)
-ZVL_DEFINE_D2(Div, 50, div_la<kCpu>)
-ZVL_DEFINE_D2(Div, 26, div_la<kCpu>)
-#endif

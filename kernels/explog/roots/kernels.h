@@ -16,11 +16,14 @@ using InvSqrtFamily =
     PlannedFamily<zvl::plans::InvSqrt, D1Shape, Letter<'A', InvSqrtHA>, Letter<'B', InvSqrtEst<true>>,
                   Letter<'C', InvSqrtEst<false>>, Letter<'D', InvSqrtSeed>>;
 using CbrtFamily = PlannedFamily<zvl::plans::Cbrt, D1Shape, Letter<'A', CbrtKernel<CbrtBodyHA>>,
-                                 Letter<'B', CbrtKernel<CbrtBody<true>>>, Letter<'C', CbrtKernel<CbrtBody<false>>>>;
+                                 Letter<'B', CbrtKernel<CbrtBody<true>>>, Letter<'C', CbrtKernel<CbrtBody<false>>>,
+                                 Letter<'E', CbrtKernel<CbrtBody<true>>>, Letter<'F', CbrtKernel<CbrtBody<false>>>>;
 using InvCbrtFamily = PlannedFamily<zvl::plans::InvCbrt, D1Shape,
                                     Letter<'A', InvCbrtKernel<InvCbrtBodyHA, UpToRecip>>,
                                     Letter<'B', InvCbrtKernel<InvCbrtBody<true>>>,
-                                    Letter<'C', InvCbrtKernel<InvCbrtBody<false>>>>;
+                                    Letter<'C', InvCbrtKernel<InvCbrtBody<false>>>,
+                                    Letter<'E', InvCbrtKernel<InvCbrtBody<true>>>,
+                                    Letter<'F', InvCbrtKernel<InvCbrtBody<false>>>>;
 
 }  // namespace
 

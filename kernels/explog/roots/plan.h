@@ -7,7 +7,9 @@
 //            B  LA: the estimate and a degree-3 step (types 2 to 5)
 //            C  EP: the estimate and a degree-1 step (types 2 to 5)
 //            D  EP at type 1, which has no estimate: the bit-pattern seed
-//   Cbrt, InvCbrt  A HA, B LA, C EP, from the same seed
+//   Cbrt, InvCbrt  A HA, B LA, C EP, from the same seed; E LA and F EP at
+//            type 5, whose seed divides by three in floating point and
+//            may differ in its last bits (HA's exact step hides that)
 //
 // Every kernel but the instruction's runs under the full MXCSR guard.
 #pragma once
@@ -36,7 +38,9 @@ constexpr Row3 inv_sqrt_row(int cpu) {
 constexpr Plan InvSqrt = plan({root(0, 'A'), kRunsHA, kRunsHA}, inv_sqrt_row(1), inv_sqrt_row(2),
                               inv_sqrt_row(3), inv_sqrt_row(4), inv_sqrt_row(5));
 
-constexpr Row3 cbrt_row(int cpu) { return {root(cpu, 'A'), root(cpu, 'B'), root(cpu, 'C')}; }
+constexpr Row3 cbrt_row(int cpu) {
+    return {root(cpu, 'A'), root(cpu, cpu == 5 ? 'E' : 'B'), root(cpu, cpu == 5 ? 'F' : 'C')};
+}
 constexpr Plan Cbrt = plan({root(0, 'A'), kRunsHA, kRunsHA}, cbrt_row(1), cbrt_row(2), cbrt_row(3),
                            cbrt_row(4), cbrt_row(5));
 constexpr Plan InvCbrt = Cbrt;

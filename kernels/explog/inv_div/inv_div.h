@@ -29,6 +29,7 @@
 #pragma once
 
 #include "kernels/common/unit.h"
+#include "kernels/common/x87.h"
 
 namespace {
 
@@ -162,41 +163,37 @@ struct InvLA4 {
 };
 
 // --- LA and EP, types 1 to 4: the extended-precision product of Div ---------
-// On the x87 stack under the 0x300 guard, so every product below carries the
-// 64-bit significand and only the final stores round to double.
+// On the x87 stack under the extended guard (x87.h), so every product below
+// carries the 64-bit significand and only the final stores round to double.
 
 struct DivLA4 {
     using form = forms::Checked;
     // Kept scalar: pairing the four stores into two 16-byte moves makes them
     // reload x87 results through the stack and stall store forwarding.
-    template <class W, int NV>
+    template <class V, int NV>
     __attribute__((optimize("no-tree-slp-vectorize"))) static bool checked_block(const double* a, const double* b, double* y) {
         static_assert(NV == 4, "four elements per block");
-        const long double c = static_cast<long double>(b[0]) * b[1];
-        const long double d = static_cast<long double>(b[2]) * b[3];
-        const long double P = c * d;
-        // The product is in range when its single-precision image is
-        // neither zero nor infinite (denormal images pass).
-        const float image = static_cast<float>(P);
-        const uint32_t ib = __builtin_bit_cast(uint32_t, image) & 0x7fffffffu;
-        if (ib == 0 || (ib & 0x7f800000u) == 0x7f800000u) return false;
-        const long double R = 1.0L / P;
-        const long double e = c * R, f = d * R;
-        y[2] = static_cast<double>(a[2] * (b[3] * e));
-        y[3] = static_cast<double>(a[3] * (b[2] * e));
-        y[0] = static_cast<double>(a[0] * (b[1] * f));
-        y[1] = static_cast<double>(a[1] * (b[0] * f));
+        const Ext c = ext(b[0]) * b[1];
+        const Ext d = ext(b[2]) * b[3];
+        const Ext P = c * d;
+        if (!single_image_finite_nonzero(P)) return false;
+        const Ext R = reciprocal(P);
+        const Ext e = c * R, f = d * R;
+        y[2] = to_double(a[2] * (b[3] * e));
+        y[3] = to_double(a[3] * (b[2] * e));
+        y[0] = to_double(a[0] * (b[1] * f));
+        y[1] = to_double(a[1] * (b[0] * f));
         return true;
     }
     static int32_t element(const double* ap, const double* bp, double* yp) {
-        const long double a = *ap, b = *bp;
-        long double q = a / b;
+        const Ext a = *ap, b = *bp;
+        Ext q = a / b;
         const bool zero = InvDiv::is_zero(*bp);
         if (!zero && !InvDiv::exp_all_ones(*bp)) {
-            const long double b2 = b * b;
-            q = (((1.0L / (b2 * b2)) * b2) * b) * a;
+            const Ext b2 = b * b;
+            q = ((reciprocal(b2 * b2) * b2) * b) * a;
         }
-        *yp = static_cast<double>(q);
+        *yp = to_double(q);
         return zero ? ZVL_STATUS_SING : 0;
     }
 };

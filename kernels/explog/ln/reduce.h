@@ -35,7 +35,7 @@
 #include "kernels/common/isa.h"
 #include "kernels/common/lanes.h"
 #include "kernels/common/loops/forms.h"
-#include "kernels/common/two_sum.h"
+#include "kernels/common/double_word.h"
 
 namespace {
 

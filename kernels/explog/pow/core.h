@@ -18,16 +18,13 @@
 
 #include "kernels/common/isa.h"
 #include "kernels/common/lanes.h"
-#include "kernels/common/two_sum.h"
+#include "kernels/common/double_word.h"
 #include "kernels/explog/exp/data.h"
 #include "kernels/explog/pow/data.h"
 
 namespace {
 
 struct PowC {
-    // clears the low 27 bits: the 26 bits left of two such parts multiply
-    // exactly
-    static constexpr uint64_t kHi26 = 0xfffffffff8000000;
     // high word of 0.749755859375 (0x3fe7fe0000000000): n counts one more
     // from the mantissa where the table index reaches 512, so that the
     // entries from there on hold log2 less 1 and n + T stays near log2 x
@@ -44,8 +41,6 @@ struct PowC {
     // whose rounding would show through y when x is near 1
     static constexpr double c2_hi = zvl::from_bits(0xbfd62e4400000000);  // -0.34657382965087891
     static constexpr double c2_lo = zvl::from_bits(0x3e8732d7df1146f4);  // 1.7284308698405977e-07
-    // keeps 17 significant bits: their square has 34, times c2_hi 53
-    static constexpr uint64_t kHi17 = 0xfffffff000000000;
     static constexpr double c3 = zvl::from_bits(0x3fc47fd462b3b816);  // 0.16015105075297303
     static constexpr double c4 = zvl::from_bits(0xbfb550472a8bb463);  // -0.08325619496072671
     static constexpr double c5 = zvl::from_bits(0x3fa7a334ddfc9f86);  // 0.04616704187202374
@@ -69,12 +64,12 @@ struct PowC {
     static constexpr double kBlockLimit = zvl::from_bits(0x408fe80000000000);  // 1021.0
 };
 
-// y split at 26 bits for the Dekker product.
+// y and its split at 26 bits for the exact product.
 template <class V>
 struct PowSplit {
-    typename V::vd y, hi, lo;
-    explicit PowSplit(typename V::vd v)
-        : y(v), hi(V::and_(v, splat_bits<V>(PowC::kHi26))), lo(V::sub(v, hi)) {}
+    typename V::vd y;
+    Parts<V> parts;
+    explicit PowSplit(typename V::vd v) : y(v), parts(split<V, 26>(v)) {}
 };
 
 // The reduction of x shared by the accurate and the EP logarithm: the
@@ -100,11 +95,11 @@ struct PowReduce {
 // R*(M - M_hi) are exact, and u + e is R*M.
 template <class V>
 inline void pow_reduced(const PowReduce<V>& d, typename V::vd& z, typename V::vd& e) {
-    const typename V::vd M_hi = V::and_(d.M, splat_bits<V>(PowC::kHi26));
+    const Parts<V> M = split<V, 26>(d.M);
     const typename V::vd u = V::mul(d.R, d.M);
-    const typename V::vd w = V::mul(d.R, M_hi);
+    const typename V::vd w = V::mul(d.R, M.hi);
     z = V::add(u, V::splat(PowC::kMinusLog2eHi));
-    e = V::add(V::mul(V::sub(d.M, M_hi), d.R), V::sub(w, u));
+    e = V::add(V::mul(M.lo, d.R), V::sub(w, u));
 }
 
 // log2 x as h + l with |l| <= ulp(h). For y*log2 x to keep its last bits
@@ -137,12 +132,14 @@ inline void pow_log2(typename V::vd x, int32_t offset, typename V::vd& h, typena
 
     if constexpr (Exact2) {
         // c2*q^2 with q = z + e: z has at most 42 bits (a multiple of 2^-52
-        // below 2^-10), so with z_hi its top 17 bits c2_hi*z_hi^2 is exact,
+        // below 2^-10), so with z_hi its top 17 bits (their square has 34,
+        // times c2_hi 53) c2_hi*z_hi^2 is exact,
         // and the rest, (q - z_hi)*(q + z_hi), is 2^-16 of it.
-        const vd z_hi = V::and_(z, splat_bits<V>(PowC::kHi17));
+        const Parts<V> zs = split<V, 17>(z);
+        const vd z_hi = zs.hi;
         const vd zz = V::mul(z_hi, z_hi);
         const vd P_hi = V::mul(V::splat(PowC::c2_hi), zz);
-        const vd cross = V::mul(V::add(V::sub(z, z_hi), e), V::add(V::add(z, z_hi), e));
+        const vd cross = V::mul(V::add(zs.lo, e), V::add(V::add(z, z_hi), e));
         const vd P_lo = V::add(V::mul(V::splat(PowC::c2_hi), cross),
                                V::mul(V::splat(PowC::c2_lo), V::add(zz, cross)));
         // q*(c1 + q^2*(c3 + q*(c4 + ...)))
@@ -164,14 +161,8 @@ inline void pow_log2(typename V::vd x, int32_t offset, typename V::vd& h, typena
 template <class V>
 inline void pow_mul(const PowSplit<V>& y, typename V::vd h, typename V::vd l, typename V::vd& Y_hi,
                     typename V::vd& Y_lo) {
-    const typename V::vd h_hi = V::and_(h, splat_bits<V>(PowC::kHi26));
-    const typename V::vd h_lo = V::sub(h, h_hi);
     Y_hi = V::mul(y.y, h);
-    typename V::vd err = V::sub(V::mul(y.hi, h_hi), Y_hi);
-    err = V::add(err, V::mul(y.hi, h_lo));
-    err = V::add(err, V::mul(y.lo, h_hi));
-    err = V::add(err, V::mul(y.lo, h_lo));
-    Y_lo = V::add(err, V::mul(y.y, l));
+    Y_lo = V::add(two_product_error<V>(y.parts, split<V, 26>(h), Y_hi), V::mul(y.y, l));
 }
 
 // 2^(Y_hi + Y_lo) = 2^k * (hi + lo): hi the table's 2^(j/128), lo the rest.

@@ -30,13 +30,12 @@ struct PowxBlock {
     double b, b_hi, b_lo;  // b finite
 
     explicit PowxBlock(double e)
-        : b(e), b_hi(PowSplit<Scalar>(e).hi), b_lo(PowSplit<Scalar>(e).lo) {}
+        : b(e), b_hi(PowSplit<Scalar>(e).parts.hi), b_lo(PowSplit<Scalar>(e).parts.lo) {}
 
     template <class V, int NV>
     uint32_t block(const typename V::vd* x, typename V::vd* r) const {
         PowSplit<V> y(V::splat(b));
-        y.hi = V::splat(b_hi);
-        y.lo = V::splat(b_lo);
+        y.parts = {V::splat(b_hi), V::splat(b_lo)};
         uint32_t mask = 0;
 #pragma GCC unroll 2
         for (int j = 0; j < NV; ++j) {

@@ -1,6 +1,7 @@
-# The library's sources: every .cpp of the subsystems, and the platform back
-# end of the target system.
+# The library's sources: every .cpp of the base layer and of the
+# subsystems, and the platform back end of the target system.
 file(GLOB ZVL_SOURCES CONFIGURE_DEPENDS
+     ${PROJECT_SOURCE_DIR}/base/*.cpp
      ${PROJECT_SOURCE_DIR}/frame/*.cpp
      ${PROJECT_SOURCE_DIR}/state/*.cpp
      ${PROJECT_SOURCE_DIR}/threading/*.cpp

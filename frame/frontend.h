@@ -8,7 +8,7 @@
 #include <cstdint>
 #include <initializer_list>
 
-#include "frame/cpu_type.h"
+#include "base/cpu_type.h"
 #include "kernels/common/kernel_types.h"
 #include "state/state.h"
 #include "threading/threading.h"

@@ -1,5 +1,5 @@
-// The exported front-ends and their _Idx companions, one expansion per row
-// of the function table.
+// The exported entries: the mode calls, and the front-ends and their _Idx
+// companions, one expansion per row of the function table.
 #include <cstring>
 
 #include "frame/frontend.h"
@@ -100,3 +100,7 @@ constexpr int32_t name_len(const char* s) { return *s ? 1 + name_len(s + 1) : 0;
 
 ZVL_FUNCTIONS(ZVL_FRONT_D1, ZVL_FRONT_D2, ZVL_FRONT_D12, ZVL_FRONT_DX, ZVL_FRONT_Z1, ZVL_FRONT_Z2,
               ZVL_FRONT_ZX, ZVL_FRONT_R1, ZVL_FRONT_R12)
+
+// The mode calls: the calling thread's mode word, read and replaced.
+ZVL_EXPORT unsigned int ZVLGETMODE(void) { return zvl::get_mode(); }
+ZVL_EXPORT unsigned int ZVLSETMODE(const unsigned int* mode) { return zvl::set_mode(*mode); }

@@ -10,7 +10,7 @@
 #include <cstring>
 #include <ctime>
 
-#include "frame/cpu_type.h"
+#include "base/cpu_type.h"
 #include "tools/report/report.h"
 #include "tools/report/timing.h"
 #include "tools/ulp/options.h"

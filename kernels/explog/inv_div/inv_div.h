@@ -34,17 +34,17 @@
 namespace {
 
 struct InvDiv {
-    static constexpr uint64_t kMantSignMask = Fp64::sign_mask | Fp64::mant_mask;
-    static constexpr uint64_t kExpTwo = 0x0020000000000000;
-    // 2^1020, 1.1235582092889474e307: above it (after subtracting kExpTwo) a
+    static constexpr uint64_t mant_sign_mask = Fp64::sign_mask | Fp64::mant_mask;
+    static constexpr uint64_t exp_two = 0x0020000000000000;
+    // 2^1020, 1.1235582092889474e307: above it (after subtracting exp_two) a
     // type 5 LA lane is special
-    static constexpr double kRangeLimit = zvl::from_bits(0x7fb0000000000000);
+    static constexpr double range_limit = zvl::from_bits(0x7fb0000000000000);
     // sqrt(2) * 2^-256, 1.2213391636088999e-77: the high word of the smallest
     // element of a four-way block; the sqrt(2) makes the smallest product of
     // four exactly the smallest normal number
-    static constexpr double kLowGuard = zvl::from_bits(0x2ff6a09f00000000);
+    static constexpr double low_guard = zvl::from_bits(0x2ff6a09f00000000);
     // just under 2^256, 1.1579203402334542e77, as a high-word bound
-    static constexpr double kHighGuard = zvl::from_bits(0x4fefffff00000000);
+    static constexpr double high_guard = zvl::from_bits(0x4fefffff00000000);
 
     static bool is_zero(double x) { return (zvl::bits(x) & Fp64::abs_mask) == 0; }
     static bool exp_all_ones(double x) { return (zvl::bits(x) & Fp64::exp_mask) == Fp64::exp_mask; }
@@ -52,26 +52,26 @@ struct InvDiv {
     // comparing |x| with the two bounds, a NaN failing both
     static bool in_guards(double x) {
         const double ax = zvl::from_bits(zvl::bits(x) & Fp64::abs_mask);
-        return kLowGuard <= ax && ax < kHighGuard;
+        return low_guard <= ax && ax < high_guard;
     }
 };
 
 // Exponent field zero: zero and denormal divisors.
-template <class W>
-typename W::vd exp_zero(typename W::vd x) {
-    return W::eq(W::and_(x, splat_bits<W>(Fp64::exp_mask)), W::splat(0.0));
+template <class V>
+typename V::vd exp_zero(typename V::vd x) {
+    return V::eq(V::and_(x, splat_bits<V>(Fp64::exp_mask)), V::splat(0.0));
 }
 
 // --- HA, types 3 to 5: true division in the scratch form --------------------
 
 struct InvHA : PerVector<InvHA> {
-    template <class W>
-    static typename W::vd eval(typename W::vd x) {
-        return W::div(W::splat(1.0), x);
+    template <class V>
+    static typename V::vd eval(typename V::vd x) {
+        return V::div(V::splat(1.0), x);
     }
-    template <class W>
-    static typename W::vd special(typename W::vd x) {
-        return exp_zero<W>(x);
+    template <class V>
+    static typename V::vd special(typename V::vd x) {
+        return exp_zero<V>(x);
     }
     // Denormals only get their quotient; zero reports.
     static int32_t callout(const double* x, double* y) {
@@ -81,13 +81,13 @@ struct InvHA : PerVector<InvHA> {
 };
 
 struct DivHA : PerVector<DivHA> {
-    template <class W>
-    static typename W::vd eval(typename W::vd a, typename W::vd b) {
-        return W::div(a, b);
+    template <class V>
+    static typename V::vd eval(typename V::vd a, typename V::vd b) {
+        return V::div(a, b);
     }
-    template <class W>
-    static typename W::vd special(typename W::vd, typename W::vd b) {
-        return exp_zero<W>(b);
+    template <class V>
+    static typename V::vd special(typename V::vd, typename V::vd b) {
+        return exp_zero<V>(b);
     }
     static int32_t callout(const double* a, const double* b, double* y) {
         *y = *a / *b;
@@ -128,25 +128,25 @@ struct DivPairs : DivHA {
 struct InvLA4 {
     using form = forms::Checked;
     // Every element's magnitude in [low guard, high guard).
-    template <class W>
-    static bool guarded(typename W::vd x) {
-        const typename W::vd ax = abs_of<W>(x);
-        return all_set<W>(
-            W::and_(W::le(W::splat(InvDiv::kLowGuard), ax), W::lt(ax, W::splat(InvDiv::kHighGuard))));
+    template <class V>
+    static bool guarded(typename V::vd x) {
+        const typename V::vd ax = abs_of<V>(x);
+        return all_set<V>(
+            V::and_(V::le(V::splat(InvDiv::low_guard), ax), V::lt(ax, V::splat(InvDiv::high_guard))));
     }
     // Pairs p, q, s, t: one division gives 1/(pq) and 1/(st).
-    template <class W, int NV>
-    static bool checked_block(const typename W::vd* x, typename W::vd* y) {
+    template <class V, int NV>
+    static bool checked_block(const typename V::vd* x, typename V::vd* y) {
         static_assert(NV == 4, "the four-way product takes four vectors");
-        const typename W::vd p = x[0], q = x[1], s = x[2], t = x[3];
-        const typename W::vd pq = W::mul(p, q), st = W::mul(s, t);
-        const typename W::vd R = W::div(W::splat(1.0), W::mul(pq, st));
-        const typename W::vd u = W::mul(st, R), v = W::mul(pq, R);
-        y[0] = W::mul(q, u);
-        y[1] = W::mul(p, u);
-        y[2] = W::mul(t, v);
-        y[3] = W::mul(s, v);
-        return guarded<W>(p) & guarded<W>(q) & guarded<W>(s) & guarded<W>(t);
+        const typename V::vd p = x[0], q = x[1], s = x[2], t = x[3];
+        const typename V::vd pq = V::mul(p, q), st = V::mul(s, t);
+        const typename V::vd R = V::div(V::splat(1.0), V::mul(pq, st));
+        const typename V::vd u = V::mul(st, R), v = V::mul(pq, R);
+        y[0] = V::mul(q, u);
+        y[1] = V::mul(p, u);
+        y[2] = V::mul(t, v);
+        y[3] = V::mul(s, v);
+        return guarded<V>(p) & guarded<V>(q) & guarded<V>(s) & guarded<V>(t);
     }
     // In the guards the element is done through its fourth power, so that
     // it rounds like a block element and not with the accuracy of HA.
@@ -202,27 +202,27 @@ struct DivLA4 {
 
 struct InvMantissa {
     // mantissa with its sign, magnitude in [1, 2)
-    template <class W>
-    static typename W::vd mant(typename W::vd x) {
-        return W::or_(W::and_(x, splat_bits<W>(InvDiv::kMantSignMask)), splat_bits<W>(Fp64::one));
+    template <class V>
+    static typename V::vd mant(typename V::vd x) {
+        return V::or_(V::and_(x, splat_bits<V>(InvDiv::mant_sign_mask)), splat_bits<V>(Fp64::one));
     }
     // the exponent of x taken back out of the reciprocal i of its mantissa
-    template <class W>
-    static typename W::vd rescale(typename W::vd i, typename W::vd x) {
-        return W::sub_i64(W::add_i64(i, splat_bits<W>(Fp64::one)),
-                          W::and_(x, splat_bits<W>(Fp64::exp_mask)));
+    template <class V>
+    static typename V::vd rescale(typename V::vd i, typename V::vd x) {
+        return V::sub_i64(V::add_i64(i, splat_bits<V>(Fp64::one)),
+                          V::and_(x, splat_bits<V>(Fp64::exp_mask)));
     }
     // g0 .. g3: one division for the whole block.
-    template <class W>
-    static void reciprocals(const typename W::vd* x, typename W::vd* y) {
-        const typename W::vd m0 = mant<W>(x[0]), m1 = mant<W>(x[1]), m2 = mant<W>(x[2]),
-                             m3 = mant<W>(x[3]);
-        const typename W::vd R = W::div(W::splat(1.0), W::mul(W::mul(W::mul(m0, m1), m2), m3));
-        const typename W::vd w = W::mul(R, m0), z = W::mul(w, m1);
-        y[0] = rescale<W>(W::mul(W::mul(W::mul(R, m1), m2), m3), x[0]);
-        y[1] = rescale<W>(W::mul(W::mul(w, m2), m3), x[1]);
-        y[2] = rescale<W>(W::mul(z, m3), x[2]);
-        y[3] = rescale<W>(W::mul(z, m2), x[3]);
+    template <class V>
+    static void reciprocals(const typename V::vd* x, typename V::vd* y) {
+        const typename V::vd m0 = mant<V>(x[0]), m1 = mant<V>(x[1]), m2 = mant<V>(x[2]),
+                             m3 = mant<V>(x[3]);
+        const typename V::vd R = V::div(V::splat(1.0), V::mul(V::mul(V::mul(m0, m1), m2), m3));
+        const typename V::vd w = V::mul(R, m0), z = V::mul(w, m1);
+        y[0] = rescale<V>(V::mul(V::mul(V::mul(R, m1), m2), m3), x[0]);
+        y[1] = rescale<V>(V::mul(V::mul(w, m2), m3), x[1]);
+        y[2] = rescale<V>(V::mul(z, m3), x[2]);
+        y[3] = rescale<V>(V::mul(z, m2), x[3]);
     }
     static double reciprocal_one(double x) {
         const double m = mant<Scalar>(x);
@@ -233,19 +233,19 @@ struct InvMantissa {
     // x whose reciprocal would be denormal. Not a plain range compare: a
     // biased exponent of 1 with a non-zero mantissa lands on a NaN pattern
     // and is (correctly) left to the fast path.
-    template <class W>
-    static typename W::vd special(typename W::vd x) {
-        const typename W::vd t = abs_of<W>(W::sub_i64(x, splat_bits<W>(InvDiv::kExpTwo)));
-        return W::lt(W::splat(InvDiv::kRangeLimit), t);
+    template <class V>
+    static typename V::vd special(typename V::vd x) {
+        const typename V::vd t = abs_of<V>(V::sub_i64(x, splat_bits<V>(InvDiv::exp_two)));
+        return V::lt(V::splat(InvDiv::range_limit), t);
     }
 };
 
 struct InvLA5 : InvMantissa {
     using form = forms::Lanes;
-    template <class W, int NV>
-    static void block(const typename W::vd* x, typename W::vd* y) {
+    template <class V, int NV>
+    static void block(const typename V::vd* x, typename V::vd* y) {
         static_assert(NV == 4, "the mantissa product takes four vectors");
-        reciprocals<W>(x, y);
+        reciprocals<V>(x, y);
     }
     static double one(double x) { return reciprocal_one(x); }
     static int32_t callout(const double* x, double* y) { return InvHA::callout(x, y); }
@@ -253,16 +253,16 @@ struct InvLA5 : InvMantissa {
 
 struct DivLA5 : InvMantissa {
     using form = forms::Lanes;
-    template <class W, int NV>
-    static void block(const typename W::vd* a, const typename W::vd* b, typename W::vd* y) {
+    template <class V, int NV>
+    static void block(const typename V::vd* a, const typename V::vd* b, typename V::vd* y) {
         static_assert(NV == 4, "the mantissa product takes four vectors");
-        reciprocals<W>(b, y);
-        for (int j = 0; j < 4; ++j) y[j] = W::mul(a[j], y[j]);
+        reciprocals<V>(b, y);
+        for (int j = 0; j < 4; ++j) y[j] = V::mul(a[j], y[j]);
     }
     static double one(double a, double b) { return a * reciprocal_one(b); }
-    template <class W>
-    static typename W::vd special(typename W::vd, typename W::vd b) {
-        return InvMantissa::special<W>(b);
+    template <class V>
+    static typename V::vd special(typename V::vd, typename V::vd b) {
+        return InvMantissa::special<V>(b);
     }
     static int32_t callout(const double* a, const double* b, double* y) {
         return DivHA::callout(a, b, y);

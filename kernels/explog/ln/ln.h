@@ -110,7 +110,7 @@ struct LnA : PivotBKernel<LnA> {
     template <class V>
     static typename V::vd from_split(const SplitB<V>& s, const uint32_t* pair) {
         using vd = typename V::vd;
-        const double* t = &zvl::kLnTableB[0][0];
+        const double* t = &zvl::ln_table_b[0][0];
         vd R, T, T_lo, T_hi, a, b;
         V::gather_pairs(t, pair, R, T);
         V::gather_pairs(t + 2, pair, T_lo, T_hi);
@@ -147,7 +147,7 @@ struct LnOnePart : PivotBKernel<LnOnePart<Poly>> {
     static typename V::vd from_split(const SplitB<V>& s, const uint32_t* pair) {
         using vd = typename V::vd;
         vd R, T, a, b;
-        V::gather_pairs(&zvl::kLnTableB[0][0], pair, R, T);
+        V::gather_pairs(&zvl::ln_table_b[0][0], pair, R, T);
         exact_parts<V>(s.m_hi, s.m_lo, R, a, b);
         const vd r = V::add(a, b);
         const vd p = Poly::template eval<V>(r);
@@ -162,7 +162,7 @@ using LnC = LnOnePart<LnPoly3>;
 // --- D, E: pivot 0.7495, restart form (through RestartLog) ----------------
 
 struct LnD : LnSpecial {
-    static constexpr const double* table = &zvl::kLnTableD[0][0];
+    static constexpr const double* table = &zvl::ln_table_d[0][0];
     // ln2 to 42 bits and the rest: n*ln2_hi + T_hi is exact
     static constexpr double ln2_hi = from_bits(0x3fe62e42fefa3800);  // 0.6931471805598903
     static constexpr double ln2_lo = from_bits(0x3d2ef35793c76730);  // 5.497923018708371e-14
@@ -187,7 +187,7 @@ struct LnD : LnSpecial {
 };
 
 struct LnE : LnSpecial {
-    static constexpr const double* table = &zvl::kLnTableD[0][0];
+    static constexpr const double* table = &zvl::ln_table_d[0][0];
     static constexpr double ln2_52 = 36.043653389117154;  // 52 ln 2, for scaled denormals
 
     template <class V>

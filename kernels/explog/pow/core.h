@@ -28,9 +28,9 @@ struct PowC {
     // high word of 0.749755859375 (0x3fe7fe0000000000): n counts one more
     // from the mantissa where the table index reaches 512, so that the
     // entries from there on hold log2 less 1 and n + T stays near log2 x
-    static constexpr int32_t kNBase = 0x3fe7fe00;
+    static constexpr int32_t n_base = 0x3fe7fe00;
     // -1.4426949024200439, the 23-bit high part of log2 e
-    static constexpr double kMinusLog2eHi = zvl::from_bits(0xbff7154740000000);
+    static constexpr double minus_log2e_hi = zvl::from_bits(0xbff7154740000000);
 
     // log2(1 + q/log2e_hi) - q: the Taylor terms in q. c1 is the part of the
     // linear term that log2e_hi leaves out (log2e/log2e_hi - 1). LA takes c2
@@ -49,7 +49,7 @@ struct PowC {
 
     // 52776558133248.0 = 1.5 * 2^45: its ulp is 1/128, so adding it rounds
     // to a multiple of 1/128 and leaves 128 times that in the low bits
-    static constexpr double kShifter45 = zvl::from_bits(0x42c8000000000000);
+    static constexpr double shifter45 = zvl::from_bits(0x42c8000000000000);
 
     // 2^t - 1 on |t| <= 1/256, degree 5
     static constexpr double e1 = zvl::from_bits(0x3fe62e42fefa39ef);  // 0.69314718055994529
@@ -61,7 +61,7 @@ struct PowC {
     // Block-path bounds: x is taken when positive, normal and finite, y when
     // finite, and y*log2 x below 1021 in magnitude, where 2^k * 2^(j/128+t)
     // is a normal number that the exponent addition can build.
-    static constexpr double kBlockLimit = zvl::from_bits(0x408fe80000000000);  // 1021.0
+    static constexpr double block_limit = zvl::from_bits(0x408fe80000000000);  // 1021.0
 };
 
 // y and its split at 26 bits for the exact product.
@@ -84,9 +84,9 @@ struct PowReduce {
         uint32_t i[V::lanes];
         L::store(i, L::template srli<10>(L::add(L::and_(hx, L::splat(0xffe00)), L::splat(512))));
         n = L::to_double(
-            L::sub(L::template srai<20>(L::sub(hx, L::splat(PowC::kNBase))), L::splat(offset)));
-        R = V::gather(zvl::kPowR, i);
-        V::gather_pairs(zvl::kPowLog2, i, T_hi, T_lo);
+            L::sub(L::template srai<20>(L::sub(hx, L::splat(PowC::n_base))), L::splat(offset)));
+        R = V::gather(zvl::pow_table_r, i);
+        V::gather_pairs(zvl::pow_table_log2, i, T_hi, T_lo);
         M = V::or_(V::and_(x, splat_bits<V>(Fp64::mant_mask)), splat_bits<V>(Fp64::one));
     }
 };
@@ -98,7 +98,7 @@ inline void pow_reduced(const PowReduce<V>& d, typename V::vd& z, typename V::vd
     const Parts<V> M = split<V, 26>(d.M);
     const typename V::vd u = V::mul(d.R, d.M);
     const typename V::vd w = V::mul(d.R, M.hi);
-    z = V::add(u, V::splat(PowC::kMinusLog2eHi));
+    z = V::add(u, V::splat(PowC::minus_log2e_hi));
     e = V::add(V::mul(M.lo, d.R), V::sub(w, u));
 }
 
@@ -173,8 +173,8 @@ inline void pow_exp2(typename V::vd Y_hi, typename V::vd Y_lo, typename V::vd& h
                      typename V::vd& lo, typename Lanes<V::lanes>::vi& k) {
     using L = Lanes<V::lanes>;
     using vd = typename V::vd;
-    const vd s = V::add(Y_hi, V::splat(PowC::kShifter45));
-    const vd f = V::sub(s, V::splat(PowC::kShifter45));
+    const vd s = V::add(Y_hi, V::splat(PowC::shifter45));
+    const vd f = V::sub(s, V::splat(PowC::shifter45));
     const vd t = V::add(V::sub(Y_hi, f), Y_lo);
     vd p = V::mul_add(t, V::splat(PowC::e5), V::splat(PowC::e4));
     p = V::mul_add(p, t, V::splat(PowC::e3));
@@ -189,10 +189,10 @@ inline void pow_exp2(typename V::vd Y_hi, typename V::vd Y_lo, typename V::vd& h
         // hi has its low 8 bits clear, so T_lo is up to 2^-44 of it and
         // T_lo*p counts: p multiplies the whole table value
         vd T_lo;
-        V::gather_pairs(zvl::kExpTableD, j, hi, T_lo);
+        V::gather_pairs(zvl::exp_table_d, j, hi, T_lo);
         lo = V::add(V::mul(V::add(hi, T_lo), p), T_lo);
     } else {
-        hi = V::gather(zvl::kExpTableE, j);
+        hi = V::gather(zvl::exp_table_e, j);
         lo = V::mul(hi, p);
     }
 }

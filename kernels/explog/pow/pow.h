@@ -59,7 +59,7 @@ inline typename V::vd pow_vector(typename V::vd x, const PowSplit<V>& y, uint32_
     pow_exp2<V, WithLo>(Y_hi, Y_lo, hi, lo, k);
     const typename V::vd r = L::add_hi32(V::add(hi, lo), L::template slli<20>(k));
     typename V::vd ok =
-        V::and_(pow_x_ok<V>(x), V::lt(abs_of<V>(Y_hi), V::splat(PowC::kBlockLimit)));
+        V::and_(pow_x_ok<V>(x), V::lt(abs_of<V>(Y_hi), V::splat(PowC::block_limit)));
     if constexpr (YChecked) ok = V::and_(ok, pow_y_ok<V>(y.y));
     refused_bits = refused<V>(ok);
     return r;
@@ -70,8 +70,8 @@ inline typename V::vd pow_vector(typename V::vd x, const PowSplit<V>& y, uint32_
 struct PowEP {
     // 1/log2e_hi, 0.69314724708776143: turns z = R*M - log2e_hi into the
     // reduced argument of ln
-    static constexpr double kInvLog2eHi = zvl::from_bits(0x3fe62e4322b1bd5f);
-    static constexpr double kLn2 = zvl::from_bits(0x3fe62e42fefa39ef);  // 0.6931471805599453
+    static constexpr double inv_log2e_hi = zvl::from_bits(0x3fe62e4322b1bd5f);
+    static constexpr double ln2 = zvl::from_bits(0x3fe62e42fefa39ef);  // 0.6931471805599453
     // ln(1 + p) - p on |p| <= 2^-11. The fourth term is there for x near 1
     // with a large y: y * p^4/4 reaches 2^-26 when |y ln x| is near 708 and
     // p near 2^-11.
@@ -80,7 +80,7 @@ struct PowEP {
     static constexpr double c4 = -0.25;
     // 708.39611916346382: exp(-708.396...) is just above 2^-1022, and up to
     // there the exponent addition builds a normal number
-    static constexpr double kBound = zvl::from_bits(0x4086232b4086232b);
+    static constexpr double bound = zvl::from_bits(0x4086232b4086232b);
 };
 
 template <class V, bool YChecked>
@@ -89,12 +89,12 @@ inline typename V::vd pow_ep_vector(typename V::vd x, typename V::vd y, uint32_t
     // z alone is off by up to 2^-53, which matters where ln x is that small
     typename V::vd z, e;
     pow_reduced<V>(d, z, e);
-    const typename V::vd p = V::mul(V::add(z, e), V::splat(PowEP::kInvLog2eHi));
+    const typename V::vd p = V::mul(V::add(z, e), V::splat(PowEP::inv_log2e_hi));
     const typename V::vd c =
         V::mul_add(V::mul_add(p, V::splat(PowEP::c4), V::splat(PowEP::c3)), p, V::splat(PowEP::c2));
     const typename V::vd series = V::add(p, V::mul(V::mul(p, p), c));
     const typename V::vd lnx =
-        V::mul_add(V::add(V::add(d.n, d.T_hi), d.T_lo), V::splat(PowEP::kLn2), series);
+        V::mul_add(V::add(V::add(d.n, d.T_hi), d.T_lo), V::splat(PowEP::ln2), series);
     const typename V::vd Y = V::mul(y, lnx);
     // Y is zero exactly for y = 0 and x = 1 (and where y ln x underflows),
     // where the result is 1 and not the table's scaled 1
@@ -102,7 +102,7 @@ inline typename V::vd pow_ep_vector(typename V::vd x, typename V::vd y, uint32_t
                                        ExpC::pow2_2048<V>(V::mul(Y, V::splat(ExpC::L))));
 
     typename V::vd ok =
-        V::and_(pow_x_ok<V>(x), V::le(abs_of<V>(Y), V::splat(PowEP::kBound)));
+        V::and_(pow_x_ok<V>(x), V::le(abs_of<V>(Y), V::splat(PowEP::bound)));
     if constexpr (YChecked) ok = V::and_(ok, pow_y_ok<V>(y));
     refused_bits = refused<V>(ok);
     return r;

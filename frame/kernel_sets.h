@@ -14,9 +14,9 @@
 #define ZVL_SET_DECL_D2(EXPORT, report, id, fam) ZVL_SET_DECL(KernelD2, KernelSet, fam, ZVL_DECLARE_FAMILY, EXPORT)
 #define ZVL_SET_DECL_D12(EXPORT, report, id, fam) ZVL_SET_DECL(KernelD12, KernelSet, fam, ZVL_DECLARE_FAMILY, EXPORT)
 #define ZVL_SET_DECL_DX(EXPORT, report, id, fam) ZVL_SET_DECL(KernelDx, KernelSet, fam, ZVL_DECLARE_FAMILY, EXPORT)
-#define ZVL_SET_DECL_Z1(EXPORT, report, id, fam) ZVL_SET_DECL(KernelZ1, KernelSet, fam, ZVL_DECLARE_FAMILY, EXPORT)
-#define ZVL_SET_DECL_Z2(EXPORT, report, id, fam) ZVL_SET_DECL(KernelZ2, KernelSet, fam, ZVL_DECLARE_FAMILY, EXPORT)
-#define ZVL_SET_DECL_ZX(EXPORT, report, id, fam) ZVL_SET_DECL(KernelZx, KernelSet, fam, ZVL_DECLARE_FAMILY, EXPORT)
+#define ZVL_SET_DECL_Z1(EXPORT, report, id, fam) ZVL_SET_DECL(KernelZ1, KernelSet, fam, ZVL_DECLARE_ZFAMILY, EXPORT)
+#define ZVL_SET_DECL_Z2(EXPORT, report, id, fam) ZVL_SET_DECL(KernelZ2, KernelSet, fam, ZVL_DECLARE_ZFAMILY, EXPORT)
+#define ZVL_SET_DECL_ZX(EXPORT, report, id, fam) ZVL_SET_DECL(KernelZx, KernelSet, fam, ZVL_DECLARE_ZFAMILY, EXPORT)
 #define ZVL_SET_DECL_R1(EXPORT, report, fam) ZVL_SET_DECL(KernelD1, RoundingSet, fam, ZVL_DECLARE_ROUNDING, EXPORT)
 #define ZVL_SET_DECL_R12(EXPORT, report, fam) ZVL_SET_DECL(KernelD12, RoundingSet, fam, ZVL_DECLARE_ROUNDING, EXPORT)
 ZVL_FUNCTIONS(ZVL_SET_DECL_D1, ZVL_SET_DECL_D2, ZVL_SET_DECL_D12, ZVL_SET_DECL_DX, ZVL_SET_DECL_Z1,

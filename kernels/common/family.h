@@ -56,6 +56,27 @@ struct PlannedFamily {
     static void run(int32_t n, const double* a, double* r, double* r2, const char* name) {
         run_arrays<Cpu, Col>(n, a, nullptr, r, r2, name);
     }
+
+    // The complex shapes run the thin form and report nothing. (The complex
+    // array-and-scalar shape passes one scalar, not an array: such a family
+    // writes its own run, as Powx does.)
+    template <int Cpu, int Col>
+    static void run_complex(int32_t n, const ZVLComplex16* a, const ZVLComplex16* b, ZVLComplex16* r) {
+        constexpr zvl::Cell c = P.at(Cpu, Col);
+        static_assert(!c.forwards() && c.loop == zvl::Loop::thin, "complex kernels of their own run the thin form");
+        using F = typename ByLetter<c.variant, Letters...>::type;
+        [[maybe_unused]] GuardFor<c.guard> guard;
+        if (n > 0) thin_loop<F, S>(n, a, b, r);
+    }
+    template <int Cpu, int Col>
+    static void run(int32_t n, const ZVLComplex16* a, ZVLComplex16* r, const char*) {
+        run_complex<Cpu, Col>(n, a, nullptr, r);
+    }
+    template <int Cpu, int Col>
+    static void run(int32_t n, const ZVLComplex16* a, const ZVLComplex16* b, ZVLComplex16* r,
+                    const char*) {
+        run_complex<Cpu, Col>(n, a, b, r);
+    }
 };
 
 template <class K>
@@ -83,14 +104,6 @@ __attribute__((always_inline)) inline void planned_entry(const All& all, const c
 
 }  // namespace
 
-#define ZVL_ALL_KERNELS(K, fam) \
-    zvl::KernelSet<zvl::K>{{ZVL_ROW3(ex, fam), ZVL_ROW3(e7, fam), ZVL_ROW3(u8, fam), \
-                            ZVL_ROW3(y8, fam), ZVL_ROW3(h8, fam), ZVL_ROW3(e9, fam)}}
-#define ZVL_ALL_ROUNDING(K, fam)                                                            \
-    zvl::RoundingSet<zvl::K>{{ZVL_ROUNDING_KERNEL(ex, fam), ZVL_ROUNDING_KERNEL(e7, fam),      \
-                              ZVL_ROUNDING_KERNEL(u8, fam), ZVL_ROUNDING_KERNEL(y8, fam),      \
-                              ZVL_ROUNDING_KERNEL(h8, fam), ZVL_ROUNDING_KERNEL(e9, fam)}}
-
 // The three entries of a family of each shape in this unit.
 #define ZVL_ENTRY(fam, Family, K, tag, col, params, ...)                                      \
     extern "C" void ZVL_HERE(fam, tag) params {                                                \
@@ -112,6 +125,24 @@ __attribute__((always_inline)) inline void planned_entry(const All& all, const c
                 n, a, r, r2)
 #define ZVL_KERNELS_DX(fam, Family) \
     ZVL_ENTRIES(fam, Family, KernelDx, (int32_t n, const double* a, double b, double* r), n, a, b, r)
+
+// Complex families: symbols with z before the family; nothing is reported,
+// so no name.
+#define ZVL_ZENTRY(fam, Family, K, tag, col, params, ...)                          \
+    extern "C" void ZVL_HERE_Z(fam, tag) params {                                  \
+        planned_entry<Family, col>(ZVL_ALL_ZKERNELS(K, fam), nullptr, __VA_ARGS__); \
+    }
+#define ZVL_ZENTRIES(fam, Family, K, params, ...)           \
+    ZVL_DECLARE_ZFAMILY(K, fam)                             \
+    ZVL_ZENTRY(fam, Family, K, HA, 0, params, __VA_ARGS__)  \
+    ZVL_ZENTRY(fam, Family, K, 50, 1, params, __VA_ARGS__)  \
+    ZVL_ZENTRY(fam, Family, K, 26, 2, params, __VA_ARGS__)
+#define ZVL_KERNELS_Z1(fam, Family) \
+    ZVL_ZENTRIES(fam, Family, KernelZ1, (int32_t n, const ZVLComplex16* a, ZVLComplex16* r), n, a, r)
+#define ZVL_KERNELS_Z2(fam, Family)                                                            \
+    ZVL_ZENTRIES(fam, Family, KernelZ2,                                                        \
+                 (int32_t n, const ZVLComplex16* a, const ZVLComplex16* b, ZVLComplex16* r), n, a, b, r)
+#define ZVL_KERNELS_ZX(fam, Family) ZVL_KERNELS_Z2(fam, Family)
 
 // The rounding family: one entry, no accuracy tag and no name, as nothing
 // is reported.

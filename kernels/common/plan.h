@@ -77,7 +77,10 @@ constexpr Cell own(char variant, int width, Guard guard, Loop loop, Wrap wrap = 
 // The slot runs the kernel of another column of the same cpu type, or of
 // another cpu type.
 constexpr Cell runs(int col) { return {0, 0, Guard::none, Loop::scratch, Wrap::unit, Cell::kSameCpu, static_cast<int8_t>(col)}; }
-constexpr Cell runs_cpu(int cpu) { return {0, 0, Guard::none, Loop::scratch, Wrap::unit, static_cast<int8_t>(cpu), 0}; }
+constexpr Cell runs_at(int cpu, int col) {
+    return {0, 0, Guard::none, Loop::scratch, Wrap::unit, static_cast<int8_t>(cpu), static_cast<int8_t>(col)};
+}
+constexpr Cell runs_cpu(int cpu) { return runs_at(cpu, 0); }
 constexpr Cell kRunsHA = runs(0);
 
 struct Where {

@@ -145,9 +145,9 @@ void entry_idx(const int* n, const double* a, int ia, const double* b, int ib, d
 #define ZT_D2(EXPORT, report, id, fam) ZT_ROW(EXPORT, report, D2, false, 1, fam, [cpu][col])
 #define ZT_D12(EXPORT, report, id, fam) ZT_ROW(EXPORT, report, D12, false, 1, fam, [cpu][col])
 #define ZT_DX(EXPORT, report, id, fam) ZT_ROW(EXPORT, report, DX, false, 1, fam, [cpu][col])
-#define ZT_Z1(EXPORT, report, id, fam) ZT_ROW(EXPORT, report, Z1, false, 2, fam, [cpu][col])
-#define ZT_Z2(EXPORT, report, id, fam) ZT_ROW(EXPORT, report, Z2, false, 2, fam, [cpu][col])
-#define ZT_ZX(EXPORT, report, id, fam) ZT_ROW(EXPORT, report, ZX, false, 2, fam, [cpu][col])
+#define ZT_Z1(EXPORT, report, id, fam) ZT_ROW(EXPORT, report, Z1, false, 2, z##fam, [cpu][col])
+#define ZT_Z2(EXPORT, report, id, fam) ZT_ROW(EXPORT, report, Z2, false, 2, z##fam, [cpu][col])
+#define ZT_ZX(EXPORT, report, id, fam) ZT_ROW(EXPORT, report, ZX, false, 2, z##fam, [cpu][col])
 #define ZT_R1(EXPORT, report, fam) ZT_ROW(EXPORT, report, D1, true, 1, fam, [cpu])
 #define ZT_R12(EXPORT, report, fam) ZT_ROW(EXPORT, report, D12, true, 1, fam, [cpu])
 

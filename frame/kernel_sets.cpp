@@ -5,7 +5,7 @@
 #include "frame/kernel_sets.h"
 
 #include "kernels/common/sets.h"
-#include "kernels/explog/families.h"
+#include "kernels/plans.h"
 
 namespace zvl {
 

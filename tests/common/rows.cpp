@@ -6,7 +6,7 @@
 #include <type_traits>
 
 #include "frame/kernel_sets.h"
-#include "kernels/explog/families.h"
+#include "kernels/plans.h"
 #include "state/state.h"
 #include "tests/common/capture.h"
 

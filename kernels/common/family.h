@@ -104,44 +104,34 @@ __attribute__((always_inline)) inline void planned_entry(const All& all, const c
 
 }  // namespace
 
-// The three entries of a family of each shape in this unit.
-#define ZVL_ENTRY(fam, Family, K, tag, col, params, ...)                                      \
-    extern "C" void ZVL_HERE(fam, tag) params {                                                \
-        planned_entry<Family, col>(ZVL_ALL_KERNELS(K, fam), ZVL_HERE_NAME(fam, tag), __VA_ARGS__); \
+// The three entries of a family of each shape in this unit; `kind` is d
+// for a real family, z for a complex one.
+#define ZVL_ENTRY(kind, fam, Family, K, tag, col, params, ...)                          \
+    extern "C" void ZVL_HERE_OF(kind, fam, tag) params {                                 \
+        planned_entry<Family, col>(ZVL_ALL_OF(kind, K, fam), ZVL_HERE_NAME_OF(kind, fam, tag), \
+                                   __VA_ARGS__);                                         \
     }
-#define ZVL_ENTRIES(fam, Family, K, params, ...)                  \
-    ZVL_DECLARE_FAMILY(K, fam)                                    \
-    ZVL_ENTRY(fam, Family, K, HA, 0, params, __VA_ARGS__)         \
-    ZVL_ENTRY(fam, Family, K, 50, 1, params, __VA_ARGS__)         \
-    ZVL_ENTRY(fam, Family, K, 26, 2, params, __VA_ARGS__)
+#define ZVL_ENTRIES(kind, fam, Family, K, params, ...)           \
+    ZVL_DECLARE_KIND(kind, K, fam)                               \
+    ZVL_ENTRY(kind, fam, Family, K, HA, 0, params, __VA_ARGS__)  \
+    ZVL_ENTRY(kind, fam, Family, K, 50, 1, params, __VA_ARGS__)  \
+    ZVL_ENTRY(kind, fam, Family, K, 26, 2, params, __VA_ARGS__)
 
 #define ZVL_KERNELS_D1(fam, Family) \
-    ZVL_ENTRIES(fam, Family, KernelD1, (int32_t n, const double* a, double* r), n, a, r)
-#define ZVL_KERNELS_D2(fam, Family)                                                      \
-    ZVL_ENTRIES(fam, Family, KernelD2, (int32_t n, const double* a, const double* b, double* r), \
+    ZVL_ENTRIES(d, fam, Family, KernelD1, (int32_t n, const double* a, double* r), n, a, r)
+#define ZVL_KERNELS_D2(fam, Family)                                                          \
+    ZVL_ENTRIES(d, fam, Family, KernelD2, (int32_t n, const double* a, const double* b, double* r), \
                 n, a, b, r)
-#define ZVL_KERNELS_D12(fam, Family)                                                    \
-    ZVL_ENTRIES(fam, Family, KernelD12, (int32_t n, const double* a, double* r, double* r2), \
+#define ZVL_KERNELS_D12(fam, Family)                                                        \
+    ZVL_ENTRIES(d, fam, Family, KernelD12, (int32_t n, const double* a, double* r, double* r2), \
                 n, a, r, r2)
 #define ZVL_KERNELS_DX(fam, Family) \
-    ZVL_ENTRIES(fam, Family, KernelDx, (int32_t n, const double* a, double b, double* r), n, a, b, r)
-
-// Complex families: symbols with z before the family; nothing is reported,
-// so no name.
-#define ZVL_ZENTRY(fam, Family, K, tag, col, params, ...)                          \
-    extern "C" void ZVL_HERE_Z(fam, tag) params {                                  \
-        planned_entry<Family, col>(ZVL_ALL_ZKERNELS(K, fam), nullptr, __VA_ARGS__); \
-    }
-#define ZVL_ZENTRIES(fam, Family, K, params, ...)           \
-    ZVL_DECLARE_ZFAMILY(K, fam)                             \
-    ZVL_ZENTRY(fam, Family, K, HA, 0, params, __VA_ARGS__)  \
-    ZVL_ZENTRY(fam, Family, K, 50, 1, params, __VA_ARGS__)  \
-    ZVL_ZENTRY(fam, Family, K, 26, 2, params, __VA_ARGS__)
+    ZVL_ENTRIES(d, fam, Family, KernelDx, (int32_t n, const double* a, double b, double* r), n, a, b, r)
 #define ZVL_KERNELS_Z1(fam, Family) \
-    ZVL_ZENTRIES(fam, Family, KernelZ1, (int32_t n, const ZVLComplex16* a, ZVLComplex16* r), n, a, r)
-#define ZVL_KERNELS_Z2(fam, Family)                                                            \
-    ZVL_ZENTRIES(fam, Family, KernelZ2,                                                        \
-                 (int32_t n, const ZVLComplex16* a, const ZVLComplex16* b, ZVLComplex16* r), n, a, b, r)
+    ZVL_ENTRIES(z, fam, Family, KernelZ1, (int32_t n, const ZVLComplex16* a, ZVLComplex16* r), n, a, r)
+#define ZVL_KERNELS_Z2(fam, Family)                                                                  \
+    ZVL_ENTRIES(z, fam, Family, KernelZ2,                                                            \
+                (int32_t n, const ZVLComplex16* a, const ZVLComplex16* b, ZVLComplex16* r), n, a, b, r)
 #define ZVL_KERNELS_ZX(fam, Family) ZVL_KERNELS_Z2(fam, Family)
 
 // The rounding family: one entry, no accuracy tag and no name, as nothing

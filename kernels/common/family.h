@@ -35,7 +35,7 @@ struct PlannedFamily {
     static constexpr const zvl::Plan& plan = P;
 
     template <int Cpu, int Col>
-    static void run_arrays(int32_t n, const double* a, const double* b, double* r, double* r2,
+    __attribute__((always_inline)) static void run_arrays(int32_t n, const double* a, const double* b, double* r, double* r2,
                            const char* name) {
         constexpr zvl::Cell c = P.at(Cpu, Col);
         static_assert(!c.forwards(), "a forward has no kernel of its own");

@@ -48,9 +48,10 @@ struct PerVector {
 
 // Runs loop form `L` on wrapper X with blocks of W: the arrays are a, b (the
 // second input), r and r2 (the second output), null where the shape has
-// none; `f` is the family, an object when it carries data.
+// none; `f` is the family, an object when it carries data. Left to the
+// compiler to inline or not, as the kernel's entry keeps only the guard.
 template <int Cpu, zvl::Loop L, class X, int W, class F, class S>
-__attribute__((always_inline)) inline void run_loop(const F& f, int32_t n, const double* a,
+inline void run_loop(const F& f, int32_t n, const double* a,
                                                     const double* b, double* r, double* r2,
                                                     const char* name) {
     if constexpr (L == zvl::Loop::scratch) {

@@ -21,13 +21,13 @@ struct Bound {
 };
 
 // One entry per function of the library's table that the tools can measure.
-#define ZT_BIND_D1(EXPORT, report, id) \
+#define ZT_BIND_D1(EXPORT, report, id, fam) \
     {#EXPORT, Shape::D1, &zvl::kernels_##EXPORT, EXPORT, nullptr},
-#define ZT_BIND_D2(EXPORT, report, id) \
+#define ZT_BIND_D2(EXPORT, report, id, fam) \
     {#EXPORT, Shape::D2, &zvl::kernels_##EXPORT, nullptr, EXPORT},
-#define ZT_BIND_DX(EXPORT, report, id) \
+#define ZT_BIND_DX(EXPORT, report, id, fam) \
     {#EXPORT, Shape::DX, &zvl::kernels_##EXPORT, nullptr, EXPORT},
-#define ZT_BIND_R1(EXPORT, report) {#EXPORT, Shape::R1, &zvl::kernels_##EXPORT, EXPORT, nullptr},
+#define ZT_BIND_R1(EXPORT, report, fam) {#EXPORT, Shape::R1, &zvl::kernels_##EXPORT, EXPORT, nullptr},
 
 const Bound bound[] = {ZVL_FUNCTIONS(ZT_BIND_D1, ZT_BIND_D2, ZVL_IGNORE_ROW, ZT_BIND_DX,
                                      ZVL_IGNORE_ROW, ZVL_IGNORE_ROW, ZVL_IGNORE_ROW, ZT_BIND_R1,

@@ -15,8 +15,8 @@
 #include <cstring>
 #include <ctime>
 
+#include "base/cpu_type.h"
 #include "build_info.h"
-#include "frame/cpu_type.h"
 #include "zvl_version.h"
 #include "tools/report/report.h"
 #include "tools/report/timing.h"

@@ -12,9 +12,6 @@
 
 namespace {
 
-// Block width of the root kernels: two vectors.
-constexpr int kRootW = ZVL_CPU_INDEX == 5 ? 8 : 4;
-
 // Lanes outside [lo, hi]; a NaN is outside.
 template <class V>
 inline typename V::vd outside_range(typename V::vd x, double lo, double hi) {
@@ -61,13 +58,5 @@ template <int32_t (*Fn)(const double*, double*)>
 struct RootCallout {
     static int32_t callout(const double* x, double* y) { return Fn(x, y); }
 };
-
-// The kernels that depend on round to nearest without flushing: all but the
-// square root instruction's.
-template <int Cpu, class F>
-inline void guarded_root(int32_t n, const double* a, double* r, const char* name) {
-    MxcsrGuard<0> g;
-    scratch_1i<Cpu, V, kRootW, F>(n, a, r, name);
-}
 
 }  // namespace

@@ -39,27 +39,26 @@
 // Included by the explog units inside their own context (see unit.h).
 #pragma once
 
-#include "kernels/explog/root_common.h"
+#include "kernels/explog/roots/common.h"
 
 namespace {
 
 struct SqrtConst {
     // 2^-120 and 2^120: single precision holds x and its estimate normally
-    static constexpr double kEstLow = zvl::from_bits(0x3870000000000000);
-    static constexpr double kEstHigh = zvl::from_bits(0x4770000000000000);
+    static constexpr double est_low = zvl::from_bits(0x3870000000000000);
+    static constexpr double est_high = zvl::from_bits(0x4770000000000000);
     // 2^1022: above it 1/x is denormal
-    static constexpr double kRecipHigh = zvl::from_bits(0x7fd0000000000000);
-    // y0 = kSeed - bits(x) / 2 is within 3.43% of 1/sqrt(x) for normal x
-    static constexpr uint64_t kSeed = 0x5fe6ec8500000000;
+    static constexpr double recip_high = zvl::from_bits(0x7fd0000000000000);
+    // y0 = seed - bits(x) / 2 is within 3.43% of 1/sqrt(x) for normal x
+    static constexpr uint64_t seed = 0x5fe6ec8500000000;
     // The callout scales denormal x by 2^108 and the result back by 2^54,
     // and x above 2^1022 by 2^-108 and back by 2^-54.
-    static constexpr double kUp = zvl::from_bits(0x46b0000000000000);
-    static constexpr double kUpBack = zvl::from_bits(0x4350000000000000);
-    static constexpr double kDown = zvl::from_bits(0x3930000000000000);
-    static constexpr double kDownBack = zvl::from_bits(0x3c90000000000000);
+    static constexpr double up = zvl::from_bits(0x46b0000000000000);
+    static constexpr double up_back = zvl::from_bits(0x4350000000000000);
+    static constexpr double down = zvl::from_bits(0x3930000000000000);
+    static constexpr double down_back = zvl::from_bits(0x3c90000000000000);
 };
 
-#if ZVL_CPU_INDEX >= 2
 // The single-precision reciprocal square root estimate, widened.
 inline double rsqrt_estimate(double x) {
     const __m128 f = _mm_cvtsd_ss(_mm_setzero_ps(), _mm_set_sd(x));
@@ -69,12 +68,11 @@ inline __m128d rsqrt_estimate(__m128d x) { return _mm_cvtps_pd(_mm_rsqrt_ps(_mm_
 #ifdef __AVX__
 inline __m256d rsqrt_estimate(__m256d x) { return _mm256_cvtps_pd(_mm_rsqrt_ps(_mm256_cvtpd_ps(x))); }
 #endif
-#endif
 
 // The bit-pattern seed of cpu type 1.
-inline double rsqrt_seed(double x) { return zvl::from_bits(SqrtConst::kSeed - (zvl::bits(x) >> 1)); }
+inline double rsqrt_seed(double x) { return zvl::from_bits(SqrtConst::seed - (zvl::bits(x) >> 1)); }
 inline __m128d rsqrt_seed(__m128d x) {
-    const __m128i k = _mm_set1_epi64x(static_cast<long long>(SqrtConst::kSeed));
+    const __m128i k = _mm_set1_epi64x(static_cast<long long>(SqrtConst::seed));
     return _mm_castsi128_pd(_mm_sub_epi64(k, _mm_srli_epi64(_mm_castpd_si128(x), 1)));
 }
 
@@ -106,9 +104,9 @@ __attribute__((noinline)) int32_t inv_sqrt_callout(const double* xp, double* yp)
         return ZVL_STATUS_ERRDOM;
     }
     if (x < Fp64::min_normal)
-        *yp = inv_sqrt_ha<Scalar>(x * SqrtConst::kUp) * SqrtConst::kUpBack;
-    else if (x > SqrtConst::kRecipHigh)  // +inf included: 1/inf is +0
-        *yp = inv_sqrt_ha<Scalar>(x * SqrtConst::kDown) * SqrtConst::kDownBack;
+        *yp = inv_sqrt_ha<Scalar>(x * SqrtConst::up) * SqrtConst::up_back;
+    else if (x > SqrtConst::recip_high)  // +inf included: 1/inf is +0
+        *yp = inv_sqrt_ha<Scalar>(x * SqrtConst::down) * SqrtConst::down_back;
     else
         *yp = inv_sqrt_ha<Scalar>(x);
     return 0;
@@ -127,7 +125,6 @@ struct SqrtInstr : PerVector<SqrtInstr>, RootCallout<sqrt_callout> {
     }
 };
 
-#if ZVL_CPU_INDEX >= 2
 struct SqrtEst : PerVector<SqrtEst>, RootCallout<sqrt_callout> {
     template <class V>
     static typename V::vd eval(typename V::vd x) {
@@ -138,10 +135,9 @@ struct SqrtEst : PerVector<SqrtEst>, RootCallout<sqrt_callout> {
     }
     template <class V>
     static typename V::vd special(typename V::vd x) {
-        return outside_range<V>(x, SqrtConst::kEstLow, SqrtConst::kEstHigh);
+        return outside_range<V>(x, SqrtConst::est_low, SqrtConst::est_high);
     }
 };
-#endif
 
 // --- InvSqrt ----------------------------------------------------------------
 
@@ -152,7 +148,7 @@ struct InvSqrtHA : PerVector<InvSqrtHA>, RootCallout<inv_sqrt_callout> {
     }
     template <class V>
     static typename V::vd special(typename V::vd x) {
-        return outside_range<V>(x, Fp64::min_normal, SqrtConst::kRecipHigh);
+        return outside_range<V>(x, Fp64::min_normal, SqrtConst::recip_high);
     }
 };
 
@@ -162,7 +158,6 @@ inline typename V::vd rsqrt_residual(typename V::vd x, typename V::vd y) {
     return V::sub(V::splat(1.0), V::mul(V::mul(x, y), y));
 }
 
-#if ZVL_CPU_INDEX >= 2
 // LA: degree 3 after the estimate; EP: degree 1.
 template <bool LA>
 struct InvSqrtEst : PerVector<InvSqrtEst<LA>>, RootCallout<inv_sqrt_callout> {
@@ -178,15 +173,13 @@ struct InvSqrtEst : PerVector<InvSqrtEst<LA>>, RootCallout<inv_sqrt_callout> {
     }
     template <class V>
     static typename V::vd special(typename V::vd x) {
-        return outside_range<V>(x, SqrtConst::kEstLow, SqrtConst::kEstHigh);
+        return outside_range<V>(x, SqrtConst::est_low, SqrtConst::est_high);
     }
 };
-#else
-// EP at type 1: the bit-pattern seed and two steps. (Taken to LA accuracy
-// this costs more than the division and root of HA.)
-template <bool LA>
-struct InvSqrtEst : PerVector<InvSqrtEst<LA>>, RootCallout<inv_sqrt_callout> {
-    static_assert(!LA, "type 1 runs HA for LA");
+
+// EP at type 1, which has no estimate: the bit-pattern seed and two steps.
+// (Taken to LA accuracy this costs more than the division and root of HA.)
+struct InvSqrtSeed : PerVector<InvSqrtSeed>, RootCallout<inv_sqrt_callout> {
     template <class V>
     static typename V::vd eval(typename V::vd x) {
         const typename V::vd y0 = rsqrt_seed(x);
@@ -201,29 +194,5 @@ struct InvSqrtEst : PerVector<InvSqrtEst<LA>>, RootCallout<inv_sqrt_callout> {
         return outside_range<V>(x, Fp64::min_normal, Fp64::max_finite);
     }
 };
-#endif
-
-// --- The kernels by cpu type ------------------------------------------------
-
-template <int Cpu>
-inline void sqrt_instr(int32_t n, const double* a, double* r, const char* name) {
-    scratch_1i<Cpu, V, kRootW, SqrtInstr>(n, a, r, name);
-}
 
 }  // namespace
-
-ZVL_DEFINE_D1(Sqrt, HA, sqrt_instr<kCpu>)
-ZVL_DEFINE_D1(InvSqrt, HA, guarded_root<kCpu, InvSqrtHA>)
-#if ZVL_CPU_INDEX >= 1
-ZVL_DEFINE_D1(Sqrt, 50, sqrt_instr<kCpu>)
-ZVL_DEFINE_D1(InvSqrt, 26, guarded_root<kCpu, InvSqrtEst<false>>)
-#endif
-// Type 1 has no estimate: Sqrt EP is the instruction, InvSqrt LA the code
-// of HA.
-#if ZVL_CPU_INDEX >= 2
-ZVL_DEFINE_D1(Sqrt, 26, guarded_root<kCpu, SqrtEst>)
-ZVL_DEFINE_D1(InvSqrt, 50, guarded_root<kCpu, InvSqrtEst<true>>)
-#elif ZVL_CPU_INDEX == 1
-ZVL_DEFINE_D1(Sqrt, 26, sqrt_instr<kCpu>)
-ZVL_DEFINE_D1(InvSqrt, 50, guarded_root<kCpu, InvSqrtHA>)
-#endif

@@ -1,4 +1,4 @@
-#include "frame/cpuid.h"
+#include "base/cpuid.h"
 
 #include <cpuid.h>
 #include <cstring>

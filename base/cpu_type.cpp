@@ -6,7 +6,7 @@
 // 1 for the vendor's 64-bit baseline; 0 for any other vendor, whatever its
 // features. The override variable wins over detection when its first
 // character gives a value no greater than 5.
-#include "frame/cpu_type.h"
+#include "base/cpu_type.h"
 
 #include <atomic>
 

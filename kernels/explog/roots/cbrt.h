@@ -2,7 +2,7 @@
 //
 // All modes work on a = |x| and put the sign back, and none divides except
 // InvCbrt HA. The common start is an estimate u of a^(-1/3):
-//   seed  the high word of u is kSeed - hi(a) / 3, within 3.5% of a^(-1/3)
+//   seed  the high word of u is seed - hi(a) / 3, within 3.5% of a^(-1/3)
 //         for every normal a;
 //   step  f = 1 - a * u^3 (in [-0.107, 0.100]), u += u * f * P(f) with P
 //         the series of (1 - f)^(-1/3) to f^3: within 2^-19.
@@ -42,43 +42,43 @@
 // Included by the explog units inside their own context (see unit.h).
 #pragma once
 
-#include "kernels/explog/root_common.h"
+#include "kernels/explog/roots/common.h"
 
 namespace {
 
 struct CbrtConst {
-    // high word of the seed: kSeed - hi(a) / 3, tuned for the least largest
+    // high word of the seed: seed - hi(a) / 3, tuned for the least largest
     // relative error over a whole period of three binades
-    static constexpr uint32_t kSeed = 0x553ef100;
+    static constexpr uint32_t seed = 0x553ef100;
     // 0xaaaaaaab / 2^33 is 1/3 closely enough that hi * it, cut, is hi / 3
-    static constexpr uint32_t kThird = 0xaaaaaaab;
+    static constexpr uint32_t third = 0xaaaaaaab;
     // t keeps 17 significant bits: its cube is exact
-    static constexpr uint64_t kCut17 = 0xfffffff000000000;
+    static constexpr uint64_t cut17 = 0xfffffff000000000;
     // 2^1022: InvCbrt HA takes 1/a for a up to here
-    static constexpr double kRecipHigh = zvl::from_bits(0x7fd0000000000000);
+    static constexpr double recip_high = zvl::from_bits(0x7fd0000000000000);
     // The callouts' scalings: 2^162 and 2^-162 for a, 2^54 and 2^-54 for
     // its cube root.
-    static constexpr double kScale = zvl::from_bits(0x4a10000000000000);
-    static constexpr double kScaleInv = zvl::from_bits(0x35d0000000000000);
-    static constexpr double kRootScale = zvl::from_bits(0x4350000000000000);
-    static constexpr double kRootScaleInv = zvl::from_bits(0x3c90000000000000);
+    static constexpr double scale = zvl::from_bits(0x4a10000000000000);
+    static constexpr double scale_inv = zvl::from_bits(0x35d0000000000000);
+    static constexpr double root_scale = zvl::from_bits(0x4350000000000000);
+    static constexpr double root_scale_inv = zvl::from_bits(0x3c90000000000000);
 #ifdef __AVX__
-    // round(2^54 / 3) + kSeed: z = this - (2^52 + hi) / 3 = 2^52 + kSeed -
+    // round(2^54 / 3) + seed: z = this - (2^52 + hi) / 3 = 2^52 + seed -
     // hi / 3, rounded to an integer by the addition
-    static constexpr double kSeedShifted = 6004799503160661.0 + kSeed;
-    static constexpr double kThirdD = CbrtSeries::c1;
+    static constexpr double seed_shifted = 6004799503160661.0 + seed;
+    static constexpr double third_d = CbrtSeries::c1;
 #endif
 };
 
 // The seed of a^(-1/3) for a normal, positive a.
 inline double cbrt_seed(double a) {
-    const uint32_t q = CbrtConst::kSeed - zvl::high_word(a) / 3;
+    const uint32_t q = CbrtConst::seed - zvl::high_word(a) / 3;
     return zvl::from_bits(static_cast<uint64_t>(q) << 32);
 }
 inline __m128d cbrt_seed(__m128d a) {
     const __m128i h = _mm_srli_epi64(_mm_castpd_si128(a), 32);
-    const __m128i q = _mm_srli_epi64(_mm_mul_epu32(h, _mm_set1_epi32(static_cast<int>(CbrtConst::kThird))), 33);
-    const __m128i u = _mm_sub_epi64(_mm_set1_epi64x(CbrtConst::kSeed), q);
+    const __m128i q = _mm_srli_epi64(_mm_mul_epu32(h, _mm_set1_epi32(static_cast<int>(CbrtConst::third))), 33);
+    const __m128i u = _mm_sub_epi64(_mm_set1_epi64x(CbrtConst::seed), q);
     return _mm_castsi128_pd(_mm_slli_epi64(u, 32));
 }
 #ifdef __AVX__
@@ -89,8 +89,8 @@ inline __m128d cbrt_seed(__m128d a) {
 inline __m256d cbrt_seed(__m256d a) {
     const __m256 hh = _mm256_permute_ps(_mm256_castpd_ps(a), 0xf5);  // hi, hi
     const __m256 p = _mm256_blend_ps(hh, _mm256_castpd_ps(_mm256_set1_pd(Fp64::two52)), 0xaa);
-    const __m256d z = _mm256_sub_pd(_mm256_set1_pd(CbrtConst::kSeedShifted),
-                                    _mm256_mul_pd(_mm256_castps_pd(p), _mm256_set1_pd(CbrtConst::kThirdD)));
+    const __m256d z = _mm256_sub_pd(_mm256_set1_pd(CbrtConst::seed_shifted),
+                                    _mm256_mul_pd(_mm256_castps_pd(p), _mm256_set1_pd(CbrtConst::third_d)));
     const __m256 ll = _mm256_permute_ps(_mm256_castpd_ps(z), 0xa0);  // lo, lo
     return _mm256_castps_pd(_mm256_blend_ps(ll, _mm256_setzero_ps(), 0x55));
 }
@@ -113,7 +113,7 @@ struct CbrtSteps {
         const vd c = V::mul(V::mul(a, u), u);
         const vd f = V::sub(V::splat(1.0), V::mul(c, u));
         const vd u2 = refine_root<V>(u, f, series_sum<V>(f, CbrtSeries::c1, CbrtSeries::c2));
-        const vd t = V::and_(c, splat_bits<V>(CbrtConst::kCut17));
+        const vd t = V::and_(c, splat_bits<V>(CbrtConst::cut17));
         const vd d = V::sub(a, V::mul(V::mul(t, t), t));
         const vd w = V::mul(V::mul(V::mul(d, u2), u2), u2);
         return refine_root<V>(t, w, series_sum<V>(w, CbrtSeries::c1, CbrtSeries::c2, CbrtSeries::c3));
@@ -130,7 +130,7 @@ __attribute__((noinline)) int32_t cbrt_callout(const double* xp, double* yp) {
         *yp = x;
     } else {
         const double r = a < Fp64::min_normal
-                             ? CbrtSteps<Scalar>::exact(a * CbrtConst::kScale) * CbrtConst::kRootScaleInv
+                             ? CbrtSteps<Scalar>::exact(a * CbrtConst::scale) * CbrtConst::root_scale_inv
                              : CbrtSteps<Scalar>::exact(a);
         *yp = Scalar::or_(r, sign_of<Scalar>(x));
     }
@@ -152,9 +152,9 @@ __attribute__((noinline)) int32_t inv_cbrt_callout(const double* xp, double* yp)
     if (a > Fp64::max_finite)
         r = 0.0;
     else if (a < Fp64::min_normal)
-        r = CbrtSteps<Scalar>::exact(1.0 / (a * CbrtConst::kScale)) * CbrtConst::kRootScale;
-    else if (a > CbrtConst::kRecipHigh)
-        r = CbrtSteps<Scalar>::exact(1.0 / (a * CbrtConst::kScaleInv)) * CbrtConst::kRootScaleInv;
+        r = CbrtSteps<Scalar>::exact(1.0 / (a * CbrtConst::scale)) * CbrtConst::root_scale;
+    else if (a > CbrtConst::recip_high)
+        r = CbrtSteps<Scalar>::exact(1.0 / (a * CbrtConst::scale_inv)) * CbrtConst::root_scale_inv;
     else
         r = CbrtSteps<Scalar>::exact(1.0 / a);
     *yp = Scalar::or_(r, sign_of<Scalar>(x));
@@ -163,10 +163,10 @@ __attribute__((noinline)) int32_t inv_cbrt_callout(const double* xp, double* yp)
 
 // The largest a of the vector paths.
 struct UpToMax {
-    static constexpr double kHi = Fp64::max_finite;
+    static constexpr double hi = Fp64::max_finite;
 };
 struct UpToRecip {
-    static constexpr double kHi = CbrtConst::kRecipHigh;
+    static constexpr double hi = CbrtConst::recip_high;
 };
 
 // One mode of one function: Body(a) on a = |x|, the sign of x put back.
@@ -178,7 +178,7 @@ struct OddRoot : PerVector<OddRoot<Body, Range, Fn>>, RootCallout<Fn> {
     }
     template <class V>
     static typename V::vd special(typename V::vd x) {
-        return outside_range<V>(abs_of<V>(x), Fp64::min_normal, Range::kHi);
+        return outside_range<V>(abs_of<V>(x), Fp64::min_normal, Range::hi);
     }
 };
 
@@ -228,12 +228,3 @@ template <class Body, class Range = UpToMax>
 using InvCbrtKernel = OddRoot<Body, Range, inv_cbrt_callout>;
 
 }  // namespace
-
-ZVL_DEFINE_D1(Cbrt, HA, guarded_root<kCpu, CbrtKernel<CbrtBodyHA>>)
-ZVL_DEFINE_D1(InvCbrt, HA, guarded_root<kCpu, InvCbrtKernel<InvCbrtBodyHA, UpToRecip>>)
-#if ZVL_CPU_INDEX >= 1
-ZVL_DEFINE_D1(Cbrt, 50, guarded_root<kCpu, CbrtKernel<CbrtBody<true>>>)
-ZVL_DEFINE_D1(Cbrt, 26, guarded_root<kCpu, CbrtKernel<CbrtBody<false>>>)
-ZVL_DEFINE_D1(InvCbrt, 50, guarded_root<kCpu, InvCbrtKernel<InvCbrtBody<true>>>)
-ZVL_DEFINE_D1(InvCbrt, 26, guarded_root<kCpu, InvCbrtKernel<InvCbrtBody<false>>>)
-#endif

@@ -21,7 +21,7 @@
 #include <cstdint>
 #include <cstring>
 
-#include "kernels/common/bits.h"
+#include "base/bits.h"
 
 namespace {
 

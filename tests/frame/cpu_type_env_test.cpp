@@ -6,7 +6,7 @@
 #include <cstdlib>
 #include <string>
 
-#include "frame/cpu_type.h"
+#include "base/cpu_type.h"
 
 namespace {
 

@@ -4,7 +4,7 @@
 
 #include <cstring>
 
-#include "frame/cpu_type.h"
+#include "base/cpu_type.h"
 
 namespace {
 

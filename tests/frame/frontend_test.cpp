@@ -9,7 +9,7 @@
 #include <string>
 #include <vector>
 
-#include "frame/cpu_type.h"
+#include "base/cpu_type.h"
 #include "frame/frontend.h"
 #include "frame/kernel_sets.h"
 #include "state/state.h"

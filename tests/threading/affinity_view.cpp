@@ -3,7 +3,7 @@
 // process's cpu type. compare_affinity.cmake runs it pinned and unpinned.
 #include <cstdio>
 
-#include "frame/cpu_type.h"
+#include "base/cpu_type.h"
 #include "threading/settings.h"
 #include "threading/thresholds.h"
 #include "threading/threading.h"

@@ -12,7 +12,7 @@
 #include <cstring>
 #include <vector>
 
-#include "frame/cpu_type.h"
+#include "base/cpu_type.h"
 #include "state/state.h"
 #include "tests/common/rows.h"
 #include "threading/threading.h"

@@ -114,13 +114,13 @@ inline double pow_core(double x, double y, int32_t offset, double sign) {
         // k = -1021 on the result is normal and the exponent build below is
         // exact.)
         constexpr double B = from_bits(0x0708000000000000);      // 1.5 * 2^-911
-        constexpr double kDown = from_bits(0x3900000000000000);  // 2^-111
+        constexpr double down = from_bits(0x3900000000000000);  // 2^-111
         const double S = from_bits(static_cast<uint64_t>(k + 111 + 1023) << 52);
         const double s_hi = hi * S, s_lo = lo * S;
         const double v = s_hi + s_lo;
         const double H = (v + B) - B;
         const double rest = (s_hi - H) + s_lo;
-        return (H * kDown + rest * kDown) * sign;
+        return (H * down + rest * down) * sign;
     }
     const double m = hi + lo;
     return from_bits(bits(m) + (static_cast<uint64_t>(static_cast<int64_t>(k)) << 52)) * sign;

@@ -65,6 +65,20 @@ inline void trig_rows(typename V::vd s, uint32_t mask, uint32_t words, uint32_t*
     for (int l = 0; l < V::lanes; ++l) j[l] = (j[l] & mask) * words;
 }
 
+// s = x inv + the shifter, which holds the nearest integer N to x inv in
+// its low bits; N itself as a double.
+template <class V>
+inline typename V::vd trig_round(typename V::vd x, double inv, typename V::vd* N) {
+    const typename V::vd s = V::add(V::mul(x, V::splat(inv)), V::splat(Fp64::shifter));
+    *N = V::sub(s, V::splat(Fp64::shifter));
+    return s;
+}
+
+template <bool IsSin>
+inline int32_t sin_or_cos_callout(const double* x, double* y) {
+    return IsSin ? sin_callout(x, y) : cos_callout(x, y);
+}
+
 // Sin: x's own sign where x is zero (y is +0 there).
 template <class V>
 inline typename V::vd keep_zero_sign(typename V::vd x, typename V::vd y) {
@@ -98,8 +112,8 @@ struct TrigA : PerVector<TrigA<K>> {
     static typename V::vd eval(typename V::vd x) {
         using vd = typename V::vd;
         using T = TrigStep256;
-        const vd s = V::add(V::mul(x, V::splat(T::inv_step)), V::splat(Fp64::shifter));
-        const vd N = V::sub(s, V::splat(Fp64::shifter));
+        vd N;
+        const vd s = trig_round<V>(x, T::inv_step, &N);
         const vd t = V::sub(V::sub(x, V::mul(N, V::splat(T::P1a))), V::mul(N, V::splat(T::P1b)));
         const vd r = V::sub(t, V::mul(N, V::splat(T::P2)));
         const vd c = V::sub(V::sub(V::sub(t, r), V::mul(N, V::splat(T::P2))), V::mul(N, V::splat(T::P3)));
@@ -129,9 +143,7 @@ struct TrigA : PerVector<TrigA<K>> {
     static typename V::vd special(typename V::vd x) {
         return V::lt(V::splat(TrigConst::bound256), abs_of<V>(x));
     }
-    static int32_t callout(const double* x, double* y) {
-        return K::is_sin ? sin_callout(x, y) : cos_callout(x, y);
-    }
+    static int32_t callout(const double* x, double* y) { return sin_or_cos_callout<K::is_sin>(x, y); }
 };
 
 struct SinRows512 {
@@ -156,8 +168,8 @@ struct TrigB : PerVector<TrigB<K>> {
     static typename V::vd eval(typename V::vd x) {
         using vd = typename V::vd;
         using T = TrigStep32;
-        const vd s = V::add(V::mul(x, V::splat(T::inv_step)), V::splat(Fp64::shifter));
-        const vd N = V::sub(s, V::splat(Fp64::shifter));
+        vd N;
+        const vd s = trig_round<V>(x, T::inv_step, &N);
         const vd t = V::sub(x, V::mul(N, V::splat(T::P1)));
         const vd r = V::sub(t, V::mul(N, V::splat(T::P2)));
         const vd c = V::sub(V::sub(V::sub(t, r), V::mul(N, V::splat(T::P2))), V::mul(N, V::splat(T::P3)));
@@ -196,9 +208,7 @@ struct TrigB : PerVector<TrigB<K>> {
     static typename V::vd special(typename V::vd x) {
         return not_mask<V>(V::lt(abs_of<V>(x), V::splat(TrigConst::bound32)));
     }
-    static int32_t callout(const double* x, double* y) {
-        return K::is_sin ? sin_callout(x, y) : cos_callout(x, y);
-    }
+    static int32_t callout(const double* x, double* y) { return sin_or_cos_callout<K::is_sin>(x, y); }
 };
 
 struct SinRows64 {
@@ -237,15 +247,12 @@ struct TrigByPi : PerVector<TrigByPi<IsSin, P>> {
     static typename V::vd eval(typename V::vd x) {
         using vd = typename V::vd;
         using T = TrigConst;
-        const vd shifter = V::splat(Fp64::shifter);
         vd s, M;
         if constexpr (IsSin) {
-            s = V::add(V::mul(x, V::splat(T::inv_pi)), shifter);
-            M = V::sub(s, shifter);
+            s = trig_round<V>(x, T::inv_pi, &M);
         } else {
-            const vd y = V::add(x, V::splat(T::half_pi));
-            s = V::add(V::mul(y, V::splat(T::inv_pi)), shifter);
-            M = V::sub(V::sub(s, shifter), V::splat(0.5));
+            s = trig_round<V>(V::add(x, V::splat(T::half_pi)), T::inv_pi, &M);
+            M = V::sub(M, V::splat(0.5));
         }
         vd r = V::sub(x, V::mul(M, V::splat(T::pi1)));
         r = V::sub(r, V::mul(M, V::splat(T::pi2)));
@@ -268,7 +275,7 @@ struct TrigByPi : PerVector<TrigByPi<IsSin, P>> {
         if constexpr (IsSin) return V::lt(V::splat(TrigConst::bound_sin_pi), abs_of<V>(x));
         return V::lt(V::splat(TrigConst::bound_cos_pi), abs_of<V>(V::add(x, V::splat(TrigConst::half_pi))));
     }
-    static int32_t callout(const double* x, double* y) { return IsSin ? sin_callout(x, y) : cos_callout(x, y); }
+    static int32_t callout(const double* x, double* y) { return sin_or_cos_callout<IsSin>(x, y); }
 };
 
 // --- E: EP of cpu type 1, the short form ------------------------------------
@@ -279,8 +286,8 @@ struct TrigShort : PerVector<TrigShort<IsSin>> {
     static typename V::vd eval(typename V::vd x) {
         using vd = typename V::vd;
         using T = TrigStep32;
-        const vd s = V::add(V::mul(x, V::splat(T::inv_step)), V::splat(Fp64::shifter));
-        const vd N = V::sub(s, V::splat(Fp64::shifter));
+        vd N;
+        const vd s = trig_round<V>(x, T::inv_step, &N);
         // the three parts of pi/32 with no low word kept: the third keeps the
         // relative accuracy near the zeros
         const vd r = V::sub(V::sub(V::sub(x, V::mul(N, V::splat(T::P1))), V::mul(N, V::splat(T::P2))),

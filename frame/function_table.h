@@ -31,6 +31,8 @@
     D1(VDEXP, vdExp, 144, Exp)                              \
     D1(VDLN, vdLn, 162, Ln)                                 \
     D1(VDLOG10, vdLog10, 180, Log10)                        \
+    D1(VDCOS, vdCos, 198, Cos)                              \
+    D1(VDSIN, vdSin, 216, Sin)                              \
     R1(VDCEIL, vdCeil, Ceil)                                \
     R1(VDFLOOR, vdFloor, Floor)                             \
     R12(VDMODF, vdModf, Modf)                               \

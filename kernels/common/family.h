@@ -29,6 +29,18 @@ template <char L, class First, class... Rest>
 struct ByLetter<L, First, Rest...>
     : std::conditional_t<First::letter == L, First, ByLetter<L, Rest...>> {};
 
+// The name a variant reports under: the entry's, or the variant's own
+// `label` (the older cpu types' trigonometric callouts report under fixed
+// labels).
+template <class F, class = void>
+struct LabelOf {
+    static constexpr const char* get(const char* name) { return name; }
+};
+template <class F>
+struct LabelOf<F, std::void_t<decltype(F::label)>> {
+    static constexpr const char* get(const char*) { return F::label; }
+};
+
 // A family of plan P and shape S whose variants are Letter<letter, struct>.
 template <const zvl::Plan& P, class S, class... Letters>
 struct PlannedFamily {
@@ -41,7 +53,7 @@ struct PlannedFamily {
         static_assert(!c.forwards(), "a forward has no kernel of its own");
         using F = typename ByLetter<c.variant, Letters...>::type;
         [[maybe_unused]] GuardFor<c.guard> guard;
-        run_loop<Cpu, c.loop, WrapFor<c.wrap>, c.width, F, S>(F{}, n, a, b, r, r2, name);
+        run_loop<Cpu, c.loop, WrapFor<c.wrap>, c.width, F, S>(F{}, n, a, b, r, r2, LabelOf<F>::get(name));
     }
     // The entry shapes: one in, two in, two out.
     template <int Cpu, int Col>

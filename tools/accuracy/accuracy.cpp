@@ -255,12 +255,13 @@ double rel_error(double ulps, const Exact& e) {
 }
 
 Stats measure(const Callable& fn, const Samples& s, const std::vector<Exact>& exact, bool single,
-              std::vector<float>* per_sample) {
+              std::vector<float>* per_sample, const std::vector<bool>* skip) {
     Stats st;
     const size_t n = s.size();
     std::vector<double> r(n);
     if (per_sample) per_sample->assign(n, 0.0f);
     auto account = [&](size_t i, double got, bool one) {
+        if (skip && (*skip)[i]) return;
         const double u = ulp_error(got, exact[i]);
         const double rel = rel_error(u, exact[i]);
         if (st.count++ == 0 || u > st.max_ulp) {
@@ -305,15 +306,28 @@ Table measure_function(const Function& f, const SampleOptions& opt, unsigned cpu
         for (int m = 0; m < kModes; ++m) {
             if (!(modes >> m & 1)) continue;
             const Callable k = kernel(f, cpu, static_cast<Mode>(m));
+            std::vector<bool> skip;
+            if (f.row->departs) {
+                skip.resize(t.samples.size());
+                for (size_t i = 0; i < skip.size(); ++i) skip[i] = f.row->departs(cpu, m, t.samples.a[i]);
+            }
             t.stats[cpu][m] = measure(k, t.samples, t.exact, true,
-                                      keep_per_sample ? &t.per_sample[cpu][m] : nullptr);
+                                      keep_per_sample ? &t.per_sample[cpu][m] : nullptr,
+                                      f.row->departs ? &skip : nullptr);
             t.ran[cpu][m] = true;
         }
     }
     return t;
 }
 
-bool read_hardcases(const char* stem, std::vector<Pair>* out) {
+bool read_hardcases(const char* stems, std::vector<Pair>* out) {
+    const char* comma = std::strchr(stems, ',');
+    if (comma) {
+        const std::string first(stems, comma);
+        const bool ok = read_hardcases(first.c_str(), out);
+        return read_hardcases(comma + 1, out) && ok;
+    }
+    const char* stem = stems;
     const std::string path = data_path(std::string("ulp-hardcases/") + stem + ".txt");
     FILE* f = std::fopen(path.c_str(), "r");
     if (!f) return false;

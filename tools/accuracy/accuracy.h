@@ -33,6 +33,9 @@ struct SampleOptions {
     bool sweeps = true;               // special points with their neighbours
     bool hardcases = true;
     int neighbours = 8;  // doubles on each side of a special point
+    // The caller's rounding mode while the kernels run (<cfenv>'s FE_*);
+    // the errors are always measured against the exact value.
+    int rounding = 0;
 };
 
 struct Samples {
@@ -83,7 +86,7 @@ struct Stats {
 // measures both. per_sample, when given, gets the larger ulp error of the
 // two runs per sample.
 Stats measure(const Callable& fn, const Samples& s, const std::vector<Exact>& exact,
-              bool single = true, std::vector<float>* per_sample = nullptr);
+              bool single = true, std::vector<float>* per_sample = nullptr, int rounding = 0);
 
 // A function measured on one set of samples: every runnable cpu type (bit c
 // of `cpus`) and mode (bit m of `modes`; the rounding family has only HA).

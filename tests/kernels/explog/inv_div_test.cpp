@@ -9,10 +9,10 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
-#include <cstring>
 #include <random>
 
 #include "frame/kernel_sets.h"
+#include "tests/common/capture.h"
 #include "tests/common/rows.h"
 
 namespace zvl_test {
@@ -54,19 +54,13 @@ double quotient_ulps(double got, double n, double d) {
     return static_cast<double>(std::fabs(static_cast<long double>(got) - q) / ulp);
 }
 
-double from_hex(uint64_t b) {
-    double d;
-    std::memcpy(&d, &b, sizeof d);
-    return d;
-}
-
 // The type 5 mantissa product: every element within 4 ulp, placed where the
 // audit found its worst errors (one element of a block, or alone).
 TEST(MantissaProduct, WorstInputsWithinFourUlp) {
     if (!cpu_runs(5)) GTEST_SKIP() << "no AVX";
-    const double div_a = from_hex(0x461d1f6e9e79bf6a), div_b = from_hex(0x3a9dc08e9aace7d4);
-    const double alone_a = from_hex(0x43e9c1aef37bae3e), alone_b = from_hex(0x39c9d0a73c7acc0e);
-    const double inv_x = from_hex(0x3fb0575ff4144b23);
+    const double div_a = from_bits(0x461d1f6e9e79bf6a), div_b = from_bits(0x3a9dc08e9aace7d4);
+    const double alone_a = from_bits(0x43e9c1aef37bae3e), alone_b = from_bits(0x39c9d0a73c7acc0e);
+    const double inv_x = from_bits(0x3fb0575ff4144b23);
     for (int col : {zvl::kLA, zvl::kEP}) {
         const Kernel div = row("VDDIV").kernel(5, col), inv = row("VDINV").kernel(5, col);
         // element 11 of a block of 16, the others the ones the audit had
@@ -99,8 +93,8 @@ TEST(MantissaProduct, SweepWithinFourUlp) {
         for (int k = 0; k < rounds; ++k) {
             for (int i = 0; i < n; ++i) {
                 // exponents in [-200, 200]: quotients stay normal
-                a[i] = from_hex((gen() & 0x800fffffffffffff) | uint64_t(0x3ff - 200 + gen() % 401) << 52);
-                b[i] = from_hex((gen() & 0x800fffffffffffff) | uint64_t(0x3ff - 200 + gen() % 401) << 52);
+                a[i] = from_bits((gen() & 0x800fffffffffffff) | uint64_t(0x3ff - 200 + gen() % 401) << 52);
+                b[i] = from_bits((gen() & 0x800fffffffffffff) | uint64_t(0x3ff - 200 + gen() % 401) << 52);
             }
             div(n, a.data(), b.data(), r.data(), nullptr);
             inv(n, b.data(), nullptr, ri.data(), nullptr);

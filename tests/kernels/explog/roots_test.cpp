@@ -3,20 +3,14 @@
 // neighbours and whether it falls in a block, the remainder or a callout.
 #include <gtest/gtest.h>
 
-#include <cstring>
 #include <random>
 
 #include "frame/kernel_sets.h"
+#include "tests/common/capture.h"
 #include "tests/common/rows.h"
 
 namespace zvl_test {
 namespace {
-
-double from_hex(uint64_t b) {
-    double d;
-    std::memcpy(&d, &b, sizeof d);
-    return d;
-}
 
 // Random signs and exponents over the whole range, denormals, the smallest
 // normals and a few exact cubes and squares; some fall in blocks beside
@@ -24,8 +18,8 @@ double from_hex(uint64_t b) {
 std::vector<double> mixed_arguments(int n) {
     std::mt19937_64 gen(3);
     std::vector<double> x(n);
-    for (double& v : x) v = from_hex(gen() & 0xffefffffffffffff);
-    const double picks[] = {from_hex(0x0010000000000001), from_hex(0x0010000000000000), 8.0, 27.0, 0.25, 1e-310,
+    for (double& v : x) v = from_bits(gen() & 0xffefffffffffffff);
+    const double picks[] = {from_bits(0x0010000000000001), from_bits(0x0010000000000000), 8.0, 27.0, 0.25, 1e-310,
                             0.0, -0.0, 1.0, 3.0};
     for (int i = 0; i < n; i += 7) x[i] = picks[(i / 7) % 10];
     return x;

@@ -1,5 +1,6 @@
 #include "tools/accuracy/accuracy.h"
 
+#include <cfenv>
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
@@ -255,7 +256,7 @@ double rel_error(double ulps, const Exact& e) {
 }
 
 Stats measure(const Callable& fn, const Samples& s, const std::vector<Exact>& exact, bool single,
-              std::vector<float>* per_sample, const std::vector<bool>* skip) {
+              std::vector<float>* per_sample, const std::vector<bool>* skip, int rounding) {
     Stats st;
     const size_t n = s.size();
     std::vector<double> r(n);
@@ -281,14 +282,18 @@ Stats measure(const Callable& fn, const Samples& s, const std::vector<Exact>& ex
     const size_t chunk = size_t{1} << 30;
     for (size_t i = 0; i < n; i += chunk) {
         const size_t m = n - i < chunk ? n - i : chunk;
+        std::fesetround(rounding);
         fn(static_cast<int32_t>(m), s.a.data() + i, s.b.empty() ? nullptr : s.b.data() + i,
            r.data() + i);
+        std::fesetround(FE_TONEAREST);
     }
     for (size_t i = 0; i < n; ++i) account(i, r[i], false);
     if (single) {
         for (size_t i = 0; i < n; ++i) {
             double one;
+            std::fesetround(rounding);
             fn(1, &s.a[i], s.b.empty() ? nullptr : &s.b[i], &one);
+            std::fesetround(FE_TONEAREST);
             account(i, one, true);
         }
     }
@@ -313,7 +318,7 @@ Table measure_function(const Function& f, const SampleOptions& opt, unsigned cpu
             }
             t.stats[cpu][m] = measure(k, t.samples, t.exact, true,
                                       keep_per_sample ? &t.per_sample[cpu][m] : nullptr,
-                                      f.row->departs ? &skip : nullptr);
+                                      f.row->departs ? &skip : nullptr, opt.rounding);
             t.ran[cpu][m] = true;
         }
     }

@@ -33,6 +33,9 @@ struct SampleOptions {
     bool sweeps = true;               // special points with their neighbours
     bool hardcases = true;
     int neighbours = 8;  // doubles on each side of a special point
+    // The caller's rounding mode while the kernels run (<cfenv>'s FE_*);
+    // the errors are always measured against the exact value.
+    int rounding = 0;
 };
 
 struct Samples {
@@ -85,7 +88,7 @@ struct Stats {
 // measured.
 Stats measure(const Callable& fn, const Samples& s, const std::vector<Exact>& exact,
               bool single = true, std::vector<float>* per_sample = nullptr,
-              const std::vector<bool>* skip = nullptr);
+              const std::vector<bool>* skip = nullptr, int rounding = 0);
 
 // A function measured on one set of samples: every runnable cpu type (bit c
 // of `cpus`) and mode (bit m of `modes`; the rounding family has only HA).

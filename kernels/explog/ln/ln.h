@@ -122,7 +122,7 @@ struct LnA : PivotBKernel<LnA> {
         // or a multiple of m_hi's last bit, which b stays below. b is added
         // apart from the polynomial because near 1 it is a large part of
         // the result.
-        return two_part_sum<V>(s.n, ln2_hi, ln2_lo, T_hi, T_lo, a, b, V::mul(p, V::mul(r, r)));
+        return plus_zero<V>(two_part_sum<V>(s.n, ln2_hi, ln2_lo, T_hi, T_lo, a, b, V::mul(p, V::mul(r, r))));
     }
 };
 
@@ -152,7 +152,7 @@ struct LnOnePart : PivotBKernel<LnOnePart<Poly>> {
         const vd r = V::add(a, b);
         const vd p = Poly::template eval<V>(r);
         const vd q = V::add(V::mul(V::mul(p, r), r), r);
-        return V::add(V::mul(s.n, V::splat(ln2)), V::add(q, T));
+        return plus_zero<V>(V::add(V::mul(s.n, V::splat(ln2)), V::add(q, T)));
     }
 };
 
@@ -197,7 +197,7 @@ struct LnE : LnSpecial {
         const vd q = V::add(V::mul(V::mul(p, s.r), s.r), s.r);
         const vd kl =
             V::sub(V::mul(s.k, V::splat(LnB::ln2)), V::and_(s.tiny, V::splat(ln2_52)));
-        return V::add(V::add(kl, s.T), q);
+        return plus_zero<V>(V::add(V::add(kl, s.T), q));
     }
     // E takes denormals in line
     template <class V>

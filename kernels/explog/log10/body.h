@@ -97,7 +97,7 @@ struct Log10EP : Log10Special {
         q = V::mul(V::mul_add(q, s.r, V::splat(c1)), s.r);
         const vd kl =
             V::sub(V::mul(s.k, V::splat(log10_2)), V::and_(s.tiny, V::splat(log10_2_52)));
-        return V::add(V::add(kl, s.T), q);
+        return plus_zero<V>(V::add(V::add(kl, s.T), q));
     }
     // EP takes denormals in line
     template <class V>

@@ -57,7 +57,10 @@ inline typename V::vd pow_vector(typename V::vd x, const PowSplit<V>& y, uint32_
     pow_log2<V, WithLo>(x, 0, h, l);
     pow_mul<V>(y, h, l, Y_hi, Y_lo);
     pow_exp2<V, WithLo>(Y_hi, Y_lo, hi, lo, k);
-    const typename V::vd r = L::add_hi32(V::add(hi, lo), L::template slli<20>(k));
+    // x^1 is x itself: in the caller's rounding mode the stages would round
+    // their way to a neighbour, or past the largest double
+    const typename V::vd r = V::select(V::eq(y.y, V::splat(1.0)), x,
+                                       L::add_hi32(V::add(hi, lo), L::template slli<20>(k)));
     typename V::vd ok =
         V::and_(pow_x_ok<V>(x), V::lt(abs_of<V>(Y_hi), V::splat(PowC::block_limit)));
     if constexpr (YChecked) ok = V::and_(ok, pow_y_ok<V>(y.y));
@@ -98,8 +101,10 @@ inline typename V::vd pow_ep_vector(typename V::vd x, typename V::vd y, uint32_t
     const typename V::vd Y = V::mul(y, lnx);
     // Y is zero exactly for y = 0 and x = 1 (and where y ln x underflows),
     // where the result is 1 and not the table's scaled 1
-    const typename V::vd r = V::select(V::eq(Y, V::splat(0.0)), V::splat(1.0),
-                                       ExpC::pow2_2048<V>(V::mul(Y, V::splat(ExpC::L))));
+    // where the result is 1 and not the table's scaled 1; x^1 is x itself
+    const typename V::vd r = V::select(
+        V::eq(y, V::splat(1.0)), x,
+        V::select(V::eq(Y, V::splat(0.0)), V::splat(1.0), ExpC::pow2_2048<V>(V::mul(Y, V::splat(ExpC::L)))));
 
     typename V::vd ok =
         V::and_(pow_x_ok<V>(x), V::le(abs_of<V>(Y), V::splat(PowEP::bound)));

@@ -70,10 +70,19 @@ struct CbrtConst {
 #endif
 };
 
-// The seed of a^(-1/3) for a normal, positive a.
+// The seed of a^(-1/3) for a normal, positive a. At type 5 the vector seed
+// divides by three in floating point, and the scalar one does the same, so
+// that an element alone (the remainder, the callout) starts where it would
+// in a block and no result depends on its neighbours.
 inline double cbrt_seed(double a) {
+#ifdef __AVX__
+    const double p = zvl::from_bits(zvl::bits(Fp64::two52) | zvl::high_word(a));
+    const double z = CbrtConst::seed_shifted - p * CbrtConst::third_d;
+    return zvl::from_bits(zvl::bits(z) << 32);
+#else
     const uint32_t q = CbrtConst::seed - zvl::high_word(a) / 3;
     return zvl::from_bits(static_cast<uint64_t>(q) << 32);
+#endif
 }
 inline __m128d cbrt_seed(__m128d a) {
     const __m128i h = _mm_srli_epi64(_mm_castpd_si128(a), 32);

@@ -8,8 +8,9 @@
 //            C  EP: the estimate and a degree-1 step (types 2 to 5)
 //            D  EP at type 1, which has no estimate: the bit-pattern seed
 //   Cbrt, InvCbrt  A HA, B LA, C EP, from the same seed; E LA and F EP at
-//            type 5, whose seed divides by three in floating point and
-//            may differ in its last bits (HA's exact step hides that)
+//            type 5, whose seed divides by three in floating point (in the
+//            block and alone alike) and may differ from B's and C's in its
+//            last bits (HA's exact step hides that)
 //
 // Every kernel but the instruction's runs under the full MXCSR guard.
 #pragma once

@@ -159,7 +159,7 @@ struct Front {
     // kernel gets the address of a copy taken at the moment of the call.
     static void zx(const int* n, const ZVLComplex16* a, const ZVLComplex16* b, ZVLComplex16* r,
                    const FunctionInfo& f, Cells<KernelZx>& c, const KernelSet<KernelZx>& set) {
-        run<zel_zvl_service_threader_z_cz_2i_z_1o>(*n, f, c, set, {a, r}, a, CopyAtCall{b}, r);
+        run<zel_zvl_service_threader_z_cz_2i_z_1o>(*n, f, c, set, {a, r}, a, CopyAtCall{b, {}}, r);
     }
 };
 

@@ -31,6 +31,9 @@
     D1(VDEXP, vdExp, 144, Exp)                              \
     D1(VDLN, vdLn, 162, Ln)                                 \
     D1(VDLOG10, vdLog10, 180, Log10)                        \
+    D1(VDERF, vdErf, 450, Erf)                              \
+    D1(VDERFC, vdErfc, 468, Erfc)                           \
+    D1(VDERFINV, vdErfInv, 486, ErfInv)                     \
     R1(VDCEIL, vdCeil, Ceil)                                \
     R1(VDFLOOR, vdFloor, Floor)                             \
     R12(VDMODF, vdModf, Modf)                               \

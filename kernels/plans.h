@@ -4,3 +4,4 @@
 #pragma once
 
 #include "kernels/explog/families.h"
+#include "kernels/erf/families.h"

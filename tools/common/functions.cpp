@@ -19,10 +19,11 @@ namespace zvl_tools {
 
 // Each subsystem's rows.
 List<FunctionRow> rows_explog();
+List<FunctionRow> rows_erf();
 
 namespace {
 
-List<FunctionRow> (*const kSubsystems[])() = {rows_explog};
+List<FunctionRow> (*const kSubsystems[])() = {rows_explog, rows_erf};
 
 }  // namespace
 

@@ -10,6 +10,8 @@
 // table gains the function.
 #pragma once
 
+#include "kernels/common/plan.h"
+
 #include <mpfr.h>
 
 #include <cstddef>
@@ -162,6 +164,7 @@ struct Function {
     // array-and-scalar entry takes its scalar by pointer, so it has this type).
     void (*front1)(const int*, const double*, double*);
     void (*front2)(const int*, const double*, const double*, double*);
+    const zvl::Plan* plan;  // its family's: what each slot runs
 };
 
 // The library's functions that have a row, in function-table order.

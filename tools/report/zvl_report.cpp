@@ -14,6 +14,7 @@
 #include <cstdio>
 #include <cstring>
 #include <ctime>
+#include <string>
 
 #include "base/cpu_type.h"
 #include "build_info.h"
@@ -189,10 +190,36 @@ FunctionReport measure(const Function& f, const Options& o, const Budgets& budge
     return r;
 }
 
+// A slot as its family's plan has it: variant and block width, loop form
+// and guard, or the slot whose kernel it runs.
+std::string cell_text(const zvl::Plan& p, int cpu, int col) {
+    static const char* const loops[] = {"scratch", "restart", "pairs", "exact", "batch", "thin"};
+    static const char* const guards[] = {"", " mxcsr", " up", " down", " zero", " short", " x87/53", " x87/64", " x87/64+short"};
+    const zvl::Cell& c = p.at(cpu, col);
+    char text[48];
+    if (c.forwards()) {
+        const zvl::Where w = p.target(cpu, col);
+        std::snprintf(text, sizeof text, "runs %s%s%s", w.cpu == cpu ? "" : kCpuLabels[w.cpu],
+                      w.cpu == cpu || p.columns == 1 ? "" : " ", p.columns == 1 ? "" : kModeNames[w.col]);
+    } else {
+        std::snprintf(text, sizeof text, "%c%d %s%s", c.variant, c.width, loops[static_cast<int>(c.loop)],
+                      guards[static_cast<int>(c.guard)]);
+    }
+    return text;
+}
+
 void print_function(const FunctionReport& r) {
     const Function& f = *r.f;
     const int modes = has_modes(f) ? kModes : 1;
     std::printf("\n%s: %s\n", f.row->name, f.row->formula);
+    std::printf("  kernels by the family's plan  ");
+    for (int cpu = kCpuTypes - 1; cpu >= 0; --cpu) std::printf("%22s", kCpuLabels[cpu]);
+    std::printf("\n");
+    for (int m = 0; m < modes; ++m) {
+        std::printf("  %-4s %-24s", mode_label(f, m), "");
+        for (int cpu = kCpuTypes - 1; cpu >= 0; --cpu) std::printf("%22s", cell_text(*f.plan, cpu, m).c_str());
+        std::printf("\n");
+    }
     std::printf("  max error against MPFR        ");
     for (int cpu = kCpuTypes - 1; cpu >= 0; --cpu) std::printf("%10s", kCpuLabels[cpu]);
     std::printf("    budget\n");

@@ -1,8 +1,11 @@
 #!/usr/bin/env bash
 # All tests: installs what is missing, builds everything and runs the whole
 # suite through ctest, on Linux and then on Windows: the DLL cross-built with
-# MinGW-w64 and the same suite run under Wine. Long sweeps carry the ctest
-# label "long" and run only with ZVL_LONG=1.
+# MinGW-w64 and the same suite run under Wine. Then the tests whose outcome
+# could depend on the machine run again with other thread settings, and the
+# Linux suite once more built for the other case of the vendor check
+# (scripts/test_variations.sh; ZVL_VARIATIONS=0 leaves that out). Long
+# sweeps carry the ctest label "long" and run only with ZVL_LONG=1.
 set -euo pipefail
 cd "$(dirname "$0")"
 ZVL_WITH_WINDOWS=1 scripts/deps.sh
@@ -23,3 +26,5 @@ if [ -s build/windows/excluded-tests.txt ]; then
 fi
 ctest --preset windows "${args[@]}"
 echo "Windows build and tests under Wine: $((SECONDS - start)) s"
+
+[ "${ZVL_VARIATIONS:-1}" = 0 ] || scripts/test_variations.sh

@@ -59,7 +59,9 @@ uint32_t detect_cpu_type(CpuidFn id) {
     return 1;
 }
 
-uint32_t cpu_type() {
+uint32_t cpu_type() { return cpu_type(cpuid); }
+
+uint32_t cpu_type(CpuidFn id) {
     uint32_t t = g_cpu_type.load(std::memory_order_relaxed);
     if (t != 0xffffffffu) return t;
     char name[32];
@@ -70,7 +72,7 @@ uint32_t cpu_type() {
     const int32_t o = len < sizeof value ? cpu_override(value, len) : -1;
     g_cpu_type.store(static_cast<uint32_t>(o), std::memory_order_relaxed);
     if (o != -1) return static_cast<uint32_t>(o);
-    t = detect_cpu_type(cpuid);
+    t = detect_cpu_type(id);
     g_cpu_type.store(t, std::memory_order_relaxed);
     return t;
 }

@@ -12,6 +12,10 @@ namespace zvl {
 // override and leaves every kernel slot unbound.
 uint32_t cpu_type();
 
+// The same with `id` for the processor: the override, when it names a cpu
+// type, decides without a single cpuid.
+uint32_t cpu_type(CpuidFn id);
+
 // Detection alone, on the given processor.
 uint32_t detect_cpu_type(CpuidFn id);
 

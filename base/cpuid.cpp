@@ -24,4 +24,14 @@ bool vendor_matches(CpuidFn id) {
     return r.ebx == want[0] && r.edx == want[1] && r.ecx == want[2];
 }
 
+const char* build_cpu_vendor() { return ZVL_CPU_VENDOR; }
+
+void cpu_vendor(CpuidFn id, char out[13]) {
+    const CpuidRegs r = id(0, 0);
+    std::memcpy(out, &r.ebx, 4);
+    std::memcpy(out + 4, &r.edx, 4);
+    std::memcpy(out + 8, &r.ecx, 4);
+    out[12] = '\0';
+}
+
 }  // namespace zvl

@@ -19,4 +19,10 @@ CpuidRegs cpuid(uint32_t leaf, uint32_t subleaf);
 // identification (the build's ZVL_CPU_VENDOR).
 bool vendor_matches(CpuidFn id);
 
+// The vendor identification the library was built for, and the one of the
+// processor behind `id` (twelve characters and a NUL), for the tools that
+// say which kernel set a machine gets and why.
+const char* build_cpu_vendor();
+void cpu_vendor(CpuidFn id, char out[13]);
+
 }  // namespace zvl

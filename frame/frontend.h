@@ -53,13 +53,15 @@ inline bool arguments_ok(int32_t n, const FunctionInfo& f,
     return true;
 }
 
-// Step 5 and 6: true when n reaches the function's threshold. The HA slot
-// is asked whatever the accuracy mode; an answer of zero is asked again.
-inline bool goes_parallel(int32_t n, const FunctionInfo& f, std::atomic<int32_t>& cell) {
+// Step 5 and 6: true when n reaches the function's threshold, which `ask`
+// (the real or the complex threshold service) gives for the HA slot whatever
+// the accuracy mode; an answer of zero is asked again at the next call.
+using ThresholdService = int32_t (*)(int32_t slot, int32_t cpu);
+inline bool goes_parallel(int32_t n, const FunctionInfo& f, std::atomic<int32_t>& cell,
+                          ThresholdService ask) {
     int32_t t = cell.load(std::memory_order_relaxed);
     if (t == 0) {
-        const int32_t cpu = static_cast<int32_t>(cpu_type());
-        t = f.complex ? threshold_z(f.id, cpu) : threshold_d(f.id, cpu);
+        t = ask(f.id, static_cast<int32_t>(cpu_type()));
         cell.store(t, std::memory_order_relaxed);
     }
     return n >= t;
@@ -113,7 +115,7 @@ template <auto Driver, class K, class... Args>
 inline void run(int32_t n, const FunctionInfo& f, Cells<K>& c, const KernelSet<K>& set,
                 std::initializer_list<const void*> arrays, Args... args) {
     if (!arguments_ok(n, f, arrays)) return;
-    const bool par = goes_parallel(n, f, c.threshold);
+    const bool par = goes_parallel(n, f, c.threshold, f.complex ? threshold_z : threshold_d);
     const int col = select_column(c, set);
     const K k = c.slot[col].load(std::memory_order_relaxed);
     if (par)

@@ -5,11 +5,13 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <atomic>
 #include <cstdint>
 #include <string>
 #include <vector>
 
 #include "base/cpu_type.h"
+#include "frame/frontend.h"
 #include "frame/kernel_sets.h"
 #include "state/state.h"
 #include "tests/common/capture.h"
@@ -54,8 +56,8 @@ TEST_P(FrontEnd, ArgumentChecksInOrder) {
     const unsigned mode = ZVLGETMODE();
     // 1.5, or the row's largest ordinary argument below it (ErfInv's domain
     // ends at 1): a clean call
-    const double ordinary = std::min(1.5, r.traits->a_hi);
-    std::vector<double> a(4, ordinary), b(4, 1.5), y(4, kUntouched), z(4, kUntouched);
+    const double clean = std::min(1.5, r.traits->a_hi);
+    std::vector<double> a(4, clean), b(4, 1.5), y(4, kUntouched), z(4, kUntouched);
     // null_from: the first of the checked arrays given as null (`alone`: the
     // only one), -1 none.
     auto call = [&](int n, int null_from, bool alone) {
@@ -167,6 +169,27 @@ TEST(FrontEndPowx, ReadsTheScalarAtTheCall) {
         zvl::kernels_VDPOWX.k[cpu][zvl::kHA](n, a, v, want);
         for (int i = 0; i < 3; ++i) EXPECT_TRUE(same(got[i], want[i])) << v;
     }
+}
+
+// The threshold cell keeps the service's answer, except 0: a cell left at 0
+// asks again at each call, and meanwhile every n (n >= 0) is parallel.
+int g_asked = 0;
+int32_t g_answer = 0;
+int32_t answer(int32_t, int32_t) { return ++g_asked, g_answer; }
+
+TEST(FrontEndThreshold, AnAnswerOfZeroIsAskedAgain) {
+    const zvl::FunctionInfo f = {"vdTest", 6, 144, false};
+    std::atomic<int32_t> cell{0};
+    g_asked = 0;
+    g_answer = 0;
+    for (int call = 1; call <= 3; ++call) {
+        EXPECT_TRUE(zvl::goes_parallel(5, f, cell, answer));
+        EXPECT_EQ(g_asked, call);
+    }
+    g_answer = 1000;
+    EXPECT_FALSE(zvl::goes_parallel(999, f, cell, answer));
+    EXPECT_TRUE(zvl::goes_parallel(1000, f, cell, answer));
+    EXPECT_EQ(g_asked, 4) << "a non-zero answer is asked once";
 }
 
 }  // namespace

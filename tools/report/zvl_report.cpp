@@ -17,6 +17,7 @@
 #include <string>
 
 #include "base/cpu_type.h"
+#include "base/cpuid.h"
 #include "build_info.h"
 #include "zvl_version.h"
 #include "tools/report/report.h"
@@ -124,12 +125,50 @@ std::string today() {
     return buf;
 }
 
-int headline_cpu() {
-    const uint32_t c = zvl::cpu_type();
-    if (c <= 5 && cpu_runnable(static_cast<int>(c))) return static_cast<int>(c);
+int highest_runnable() {
     for (int cpu = kCpuTypes - 1; cpu > 0; --cpu)
         if (cpu_runnable(cpu)) return cpu;
     return 0;
+}
+
+// The kernel set the library gives this process and why: the vendor it was
+// built for, the processor's own, the cpu type chosen. The summary's cpu
+// type is the chosen one, or, when the vendors differ and so every call
+// runs the baseline, the one a build for this processor's vendor chooses.
+void describe_kernel_set(ReportContext* ctx) {
+    char own[13];
+    zvl::cpu_vendor(zvl::cpuid, own);
+    const char* built = zvl::build_cpu_vendor();
+    const uint32_t chosen = zvl::cpu_type();
+    char buf[512];
+    if (chosen > 5) {
+        std::snprintf(buf, sizeof buf,
+                      "library built for %s processors, this processor is %s; cpu type %d, "
+                      "forced by ZVL_CPU_TYPE, has no kernels",
+                      built, own, static_cast<int>(chosen));
+        ctx->headline_cpu = highest_runnable();
+    } else if (chosen != zvl::detect_cpu_type(zvl::cpuid)) {
+        std::snprintf(buf, sizeof buf,
+                      "library built for %s processors, this processor is %s; cpu type %u (%s), "
+                      "forced by ZVL_CPU_TYPE",
+                      built, own, chosen, kCpuLabels[chosen]);
+        ctx->headline_cpu = cpu_runnable(static_cast<int>(chosen)) ? static_cast<int>(chosen)
+                                                                   : highest_runnable();
+    } else if (!zvl::vendor_matches(zvl::cpuid)) {
+        ctx->headline_cpu = highest_runnable();
+        std::snprintf(buf, sizeof buf,
+                      "library built for %s processors, this processor is %s; cpu type 0 (ex): "
+                      "the vendors differ, so every call runs the baseline kernels. A build for "
+                      "this processor (cmake -DZVL_CPU_VENDOR=%s) runs cpu type %d (%s) here, "
+                      "the type the summary shows",
+                      built, own, own, ctx->headline_cpu, kCpuLabels[ctx->headline_cpu]);
+    } else {
+        std::snprintf(buf, sizeof buf,
+                      "library built for %s processors, this processor is %s; cpu type %u (%s)",
+                      built, own, chosen, kCpuLabels[chosen]);
+        ctx->headline_cpu = static_cast<int>(chosen);
+    }
+    ctx->kernel_set = buf;
 }
 
 std::string error_text(double v, bool relative) {
@@ -370,12 +409,13 @@ int main(int argc, char** argv) {
     ctx.machine = machine_model();
     ctx.features = feature_list();
     ctx.date = today();
-    ctx.headline_cpu = headline_cpu();
+    describe_kernel_set(&ctx);
     ctx.samples = o.samples;
     ctx.seed = o.seed;
     std::printf("zvl-report: zvl %s (%s), %s, on %s (%s), %s\n", ctx.version.c_str(),
                 ctx.commit.c_str(), ctx.compiler.c_str(), ctx.machine.c_str(),
                 ctx.features.c_str(), ctx.date.c_str());
+    std::printf("%s\n", ctx.kernel_set.c_str());
     std::printf(
         "accuracy: %zu random samples per function plus special points and hard cases, "
         "against MPFR at 192 bits\n",

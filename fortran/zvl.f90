@@ -276,6 +276,49 @@ module zvl
       real(c_double), intent(inout) :: r(*)
       integer(c_int), value :: ir
     end subroutine VDCOS_Idx
+    ! Error functions
+    subroutine VDERF(n, a, r) bind(C, name="VDERF")
+      import :: c_int, c_double
+      integer(c_int), intent(in) :: n
+      real(c_double), intent(in) :: a(*)
+      real(c_double), intent(inout) :: r(*)
+    end subroutine VDERF
+    subroutine VDERF_Idx(n, a, ia, r, ir) bind(C, name="VDERF_Idx")
+      import :: c_int, c_double
+      integer(c_int), intent(in) :: n
+      real(c_double), intent(in) :: a(*)
+      integer(c_int), value :: ia
+      real(c_double), intent(inout) :: r(*)
+      integer(c_int), value :: ir
+    end subroutine VDERF_Idx
+    subroutine VDERFC(n, a, r) bind(C, name="VDERFC")
+      import :: c_int, c_double
+      integer(c_int), intent(in) :: n
+      real(c_double), intent(in) :: a(*)
+      real(c_double), intent(inout) :: r(*)
+    end subroutine VDERFC
+    subroutine VDERFC_Idx(n, a, ia, r, ir) bind(C, name="VDERFC_Idx")
+      import :: c_int, c_double
+      integer(c_int), intent(in) :: n
+      real(c_double), intent(in) :: a(*)
+      integer(c_int), value :: ia
+      real(c_double), intent(inout) :: r(*)
+      integer(c_int), value :: ir
+    end subroutine VDERFC_Idx
+    subroutine VDERFINV(n, a, r) bind(C, name="VDERFINV")
+      import :: c_int, c_double
+      integer(c_int), intent(in) :: n
+      real(c_double), intent(in) :: a(*)
+      real(c_double), intent(inout) :: r(*)
+    end subroutine VDERFINV
+    subroutine VDERFINV_Idx(n, a, ia, r, ir) bind(C, name="VDERFINV_Idx")
+      import :: c_int, c_double
+      integer(c_int), intent(in) :: n
+      real(c_double), intent(in) :: a(*)
+      integer(c_int), value :: ia
+      real(c_double), intent(inout) :: r(*)
+      integer(c_int), value :: ir
+    end subroutine VDERFINV_Idx
     ! Rounding to integers
     subroutine VDCEIL(n, a, r) bind(C, name="VDCEIL")
       import :: c_int, c_double

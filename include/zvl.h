@@ -147,6 +147,11 @@ ZVL_API void ZEL_Set_Dynamic(int flag);
  *   VDSIN      sin(a), keeping the sign of a zero; as VDCOS. In EP mode on
  *              SSE3-only processors, |a| > 1e15, infinities and NaN give +0
  *              and no status
+ *   VDERF      erf(a); never reports
+ *   VDERFC     erfc(a), relative accuracy down to its subnormal tail;
+ *              ZVL_STATUS_UNDERFLOW for finite a above 27.226017111108362
+ *   VDERFINV   inverse of erf on (-1, 1); ZVL_STATUS_SING and +-inf at +-1,
+ *              ZVL_STATUS_ERRDOM and NaN beyond them and at +-inf
  */
 ZVL_API void VDINV(const int *n, const double *a, double *r);
 ZVL_API void VDINV_Idx(const int *n, const double *a, int ia, double *r, int ir);
@@ -168,6 +173,12 @@ ZVL_API void VDCOS(const int *n, const double *a, double *r);
 ZVL_API void VDCOS_Idx(const int *n, const double *a, int ia, double *r, int ir);
 ZVL_API void VDSIN(const int *n, const double *a, double *r);
 ZVL_API void VDSIN_Idx(const int *n, const double *a, int ia, double *r, int ir);
+ZVL_API void VDERF(const int *n, const double *a, double *r);
+ZVL_API void VDERF_Idx(const int *n, const double *a, int ia, double *r, int ir);
+ZVL_API void VDERFC(const int *n, const double *a, double *r);
+ZVL_API void VDERFC_Idx(const int *n, const double *a, int ia, double *r, int ir);
+ZVL_API void VDERFINV(const int *n, const double *a, double *r);
+ZVL_API void VDERFINV_Idx(const int *n, const double *a, int ia, double *r, int ir);
 
 /*
  * Real functions, two inputs, one output: r[i] = f(a[i], b[i]).

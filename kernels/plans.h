@@ -5,3 +5,4 @@
 
 #include "kernels/explog/families.h"
 #include "kernels/trig/families.h"
+#include "kernels/erf/families.h"

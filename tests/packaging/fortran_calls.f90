@@ -134,6 +134,33 @@ program fortran_calls
   call expect('VDCOS', y(1), 0.877582561890373d0)
   call same('VDCOS_Idx', y, yi(4:6))
 
+  ! VDERF: erf(a[i])
+  a = 0.5d0
+  ai = 0
+  ai(3:) = 0.5d0
+  call VDERF(n, a, y)
+  call VDERF_Idx(n, ai, 2, yi, 3)
+  call expect('VDERF', y(1), 0.5204998778130465d0)
+  call same('VDERF_Idx', y, yi(4:6))
+
+  ! VDERFC: erfc(a[i]) = 1 - erf(a[i])
+  a = 1.0d0
+  ai = 0
+  ai(3:) = 1.0d0
+  call VDERFC(n, a, y)
+  call VDERFC_Idx(n, ai, 2, yi, 3)
+  call expect('VDERFC', y(1), 0.15729920705028513d0)
+  call same('VDERFC_Idx', y, yi(4:6))
+
+  ! VDERFINV: erfinv(a[i]), the x with erf(x) = a[i]
+  a = 0.5d0
+  ai = 0
+  ai(3:) = 0.5d0
+  call VDERFINV(n, a, y)
+  call VDERFINV_Idx(n, ai, 2, yi, 3)
+  call expect('VDERFINV', y(1), 0.4769362762044699d0)
+  call same('VDERFINV_Idx', y, yi(4:6))
+
   ! VDCEIL: a[i] rounded towards +inf
   a = -2.5d0
   ai = 0

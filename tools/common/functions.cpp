@@ -20,10 +20,11 @@ namespace zvl_tools {
 // Each subsystem's rows.
 List<FunctionRow> rows_explog();
 List<FunctionRow> rows_trig();
+List<FunctionRow> rows_erf();
 
 namespace {
 
-List<FunctionRow> (*const kSubsystems[])() = {rows_explog, rows_trig};
+List<FunctionRow> (*const kSubsystems[])() = {rows_explog, rows_trig, rows_erf};
 
 }  // namespace
 

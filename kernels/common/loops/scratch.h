@@ -4,8 +4,11 @@
 // scalar callout, which returns 0 or a status. A reported element is stored
 // to r[i], handed to the error pipeline, and its result taken back from
 // r[i], since a callback may have replaced it. The remainder runs the block
-// formula one element at a time. Forms: Lanes, BlockMask, BlockAt.
+// formula one element at a time, after a pair of two lanes where the family
+// asks for it (PairTail). Forms: Lanes, BlockMask, BlockAt.
 #pragma once
+
+#include <type_traits>
 
 #include "kernels/common/loops/report.h"
 
@@ -57,11 +60,72 @@ inline uint32_t special_bits(const F& f, typename V::vd x, typename V::vd z) {
         return static_cast<uint32_t>(lane_bits<V>(f.template special<V>(x)));
 }
 
+// A family whose remainder runs a pair before the last element declares
+// `static constexpr bool pair_tail = true;`: after the blocks, two elements
+// left run as one block of two lanes.
+template <class F, class = void>
+struct PairTail : std::false_type {};
+template <class F>
+struct PairTail<F, std::void_t<decltype(F::pair_tail)>> : std::bool_constant<F::pair_tail> {};
+
+// One block of NV vectors from element `base`: its lanes, then the refused
+// ones through the callout, then the stores. xs to us are the scratch
+// groups, each of at least NV vectors.
+template <int Cpu, class V, int NV, class F, class S>
+__attribute__((always_inline)) inline void scratch_block(const F& f, int32_t base, const double* a,
+                                                         const double* b, double* r, double* r2,
+                                                         const char* name, double* xs, double* zs,
+                                                         double* ys, double* us) {
+    using vd = typename V::vd;
+    constexpr int NIn = S::in;
+    constexpr int NOut = S::out;
+    vd x[NV], z[NV], y[NV], u[NOut == 2 ? NV : 1];
+    uint32_t mask = 0;
+    for (int j = 0; j < NV; ++j) x[j] = V::load(a + base + j * V::lanes);
+    if constexpr (NIn == 2)
+        for (int j = 0; j < NV; ++j) z[j] = V::load(b + base + j * V::lanes);
+    if constexpr (has_form<F, forms::BlockAt>()) {
+        mask = f.template block_at<V, NV>(a + base, x, y);
+    } else if constexpr (has_form<F, forms::BlockMask>()) {
+        if constexpr (NIn == 2)
+            mask = f.template block<V, NV>(x, z, y);
+        else if constexpr (NOut == 2)
+            mask = f.template block<V, NV>(x, y, u);
+        else
+            mask = f.template block<V, NV>(x, y);
+    } else {
+        if constexpr (NIn == 2)
+            f.template block<V, NV>(x, z, y);
+        else if constexpr (NOut == 2)
+            f.template block<V, NV>(x, y, u);
+        else
+            f.template block<V, NV>(x, y);
+        for (int j = 0; j < NV; ++j)
+            mask |= special_bits<F, V, NIn>(f, x[j], z[j]) << (j * V::lanes);
+    }
+    if (__builtin_expect(mask != 0, 0)) {
+        for (int j = 0; j < NV; ++j) {
+            V::store(xs + j * V::lanes, x[j]);
+            if constexpr (NIn == 2) V::store(zs + j * V::lanes, z[j]);
+            V::store(ys + j * V::lanes, y[j]);
+            if constexpr (NOut == 2) V::store(us + j * V::lanes, u[j]);
+        }
+        special_lanes<Cpu, S, F>(f, mask, xs, zs, ys, us, base, a, b, r, r2, name);
+        for (int j = 0; j < NV; ++j) {
+            y[j] = V::load(ys + j * V::lanes);
+            if constexpr (NOut == 2) u[j] = V::load(us + j * V::lanes);
+        }
+    }
+    for (int j = 0; j < NV; ++j) {
+        V::store(r + base + j * V::lanes, y[j]);
+        if constexpr (NOut == 2) V::store(r2 + base + j * V::lanes, u[j]);
+    }
+}
+
 template <int Cpu, class V, int W, class F, class S>
 __attribute__((always_inline)) inline void scratch_loop(const F& f, int32_t n, const double* a,
                                                         const double* b, double* r, double* r2,
                                                         const char* name) {
-    using vd = typename V::vd;
     constexpr int NIn = S::in;
     constexpr int NOut = S::out;
     constexpr int NV = W / V::lanes;
@@ -75,48 +139,15 @@ __attribute__((always_inline)) inline void scratch_loop(const F& f, int32_t n, c
     alignas(64) double ys[W < 32 ? 32 : W];
     alignas(64) double us[NOut == 2 ? (W < 32 ? 32 : W) : 1];
     if (n <= 0) return;  // n & ~(W-1) would start the remainder below 0
-    const int32_t m = n & ~(W - 1);
-    for (int32_t base = 0; base < m; base += W) {
-        vd x[NV], z[NV], y[NV], u[NOut == 2 ? NV : 1];
-        uint32_t mask = 0;
-        for (int j = 0; j < NV; ++j) x[j] = V::load(a + base + j * V::lanes);
-        if constexpr (NIn == 2)
-            for (int j = 0; j < NV; ++j) z[j] = V::load(b + base + j * V::lanes);
-        if constexpr (has_form<F, forms::BlockAt>()) {
-            mask = f.template block_at<V, NV>(a + base, x, y);
-        } else if constexpr (has_form<F, forms::BlockMask>()) {
-            if constexpr (NIn == 2)
-                mask = f.template block<V, NV>(x, z, y);
-            else if constexpr (NOut == 2)
-                mask = f.template block<V, NV>(x, y, u);
-            else
-                mask = f.template block<V, NV>(x, y);
-        } else {
-            if constexpr (NIn == 2)
-                f.template block<V, NV>(x, z, y);
-            else if constexpr (NOut == 2)
-                f.template block<V, NV>(x, y, u);
-            else
-                f.template block<V, NV>(x, y);
-            for (int j = 0; j < NV; ++j)
-                mask |= special_bits<F, V, NIn>(f, x[j], z[j]) << (j * V::lanes);
-        }
-        if (__builtin_expect(mask != 0, 0)) {
-            for (int j = 0; j < NV; ++j) {
-                V::store(xs + j * V::lanes, x[j]);
-                if constexpr (NIn == 2) V::store(zs + j * V::lanes, z[j]);
-                V::store(ys + j * V::lanes, y[j]);
-                if constexpr (NOut == 2) V::store(us + j * V::lanes, u[j]);
-            }
-            special_lanes<Cpu, S, F>(f, mask, xs, zs, ys, us, base, a, b, r, r2, name);
-            for (int j = 0; j < NV; ++j) {
-                y[j] = V::load(ys + j * V::lanes);
-                if constexpr (NOut == 2) u[j] = V::load(us + j * V::lanes);
-            }
-        }
-        for (int j = 0; j < NV; ++j) {
-            V::store(r + base + j * V::lanes, y[j]);
-            if constexpr (NOut == 2) V::store(r2 + base + j * V::lanes, u[j]);
+    int32_t m = n & ~(W - 1);
+    for (int32_t base = 0; base < m; base += W)
+        scratch_block<Cpu, V, NV, F, S>(f, base, a, b, r, r2, name, xs, zs, ys, us);
+    if constexpr (PairTail<F>::value && W > 2) {
+        static_assert(V::lanes <= 2, "the pair is one or two vectors of the block's wrapper");
+        check_scratch_form<F, V, 2 / V::lanes, S>();
+        if (n - m >= 2) {
+            scratch_block<Cpu, V, 2 / V::lanes, F, S>(f, m, a, b, r, r2, name, xs, zs, ys, us);
+            m += 2;
         }
     }
     for (int32_t i = m; i < n; ++i) {

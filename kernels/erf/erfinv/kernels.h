@@ -1,0 +1,26 @@
+// ErfInv's kernels: each cell of its plan (plan.h) from the bodies of
+// erfinv.h. Special lanes go, lowest first, through the special routine;
+// a non-zero status is reported and the element taken back from r.
+//
+// Included by the erf units inside their own context (see unit.h).
+#pragma once
+
+#include "kernels/common/unit.h"
+#include "kernels/erf/erfinv/erfinv.h"
+#include "kernels/erf/erfinv/plan.h"
+
+namespace {
+
+// Blocks of four, then a pair, then one.
+template <class Body>
+struct ErfInvKernel : PerVector<Body>, Body {
+    static constexpr bool pair_tail = true;
+};
+
+using ErfInvFamily =
+    PlannedFamily<zvl::plans::ErfInv, D1Shape, Letter<'H', ErfInvKernel<ErfInvHA>>,
+                  Letter<'L', ErfInvKernel<ErfInvLA>>, Letter<'E', ErfInvKernel<ErfInvEP>>>;
+
+}  // namespace
+
+ZVL_KERNELS_D1(ErfInv, ErfInvFamily)

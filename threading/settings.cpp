@@ -172,6 +172,11 @@ int32_t decide_thread_count(int32_t domain) {
         v = omp_get_max_threads();
         explicit_count = false;
     }
+    // Never more than a team the runtime can start: its thread limit, and our
+    // ceiling, since far larger forks overflow the runtime's stack.
+    const int32_t limit = omp_get_thread_limit();
+    if (limit > 0 && v > limit) v = limit;
+    if (v > kMaxTeam) v = kMaxTeam;
     if (ZEL_Get_Dynamic() == 0) return v;
 
     // Dynamic mode: never more threads than physical cores, and under an

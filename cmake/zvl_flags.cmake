@@ -28,6 +28,20 @@ function(zvl_apply_cpu_flags sources)
   endforeach()
 endfunction()
 
+# Sanitizer builds (clang): every target, tests and tools included, with
+# the same -fsanitize list. A sanitized shared library leaves the runtime's
+# symbols to the program that loads it, so it cannot insist on resolving
+# every symbol at link time; and the C programs that load it link the C++
+# part of the sanitizer runtime, which its checks call.
+if(ZVL_SANITIZE)
+  add_compile_options(-fsanitize=${ZVL_SANITIZE} -fno-omit-frame-pointer -fno-sanitize-recover=all)
+  add_link_options(-fsanitize=${ZVL_SANITIZE}
+                   "$<$<LINK_LANGUAGE:C>:-fsanitize-link-c++-runtime;-lstdc++>")
+  set(ZVL_NO_UNDEFINED "")
+else()
+  set(ZVL_NO_UNDEFINED -Wl,--no-undefined)
+endif()
+
 if(WIN32)
   set(ZVL_PLATFORM_LIBS "")
 else()
@@ -63,7 +77,7 @@ function(zvl_set_exports target)
     set_target_properties(${target} PROPERTIES PREFIX "")
   else()
     target_link_options(${target} PRIVATE
-      -Wl,--version-script=${PROJECT_BINARY_DIR}/zvl.map -Wl,--no-undefined)
+      -Wl,--version-script=${PROJECT_BINARY_DIR}/zvl.map ${ZVL_NO_UNDEFINED})
     set_property(TARGET ${target} APPEND PROPERTY LINK_DEPENDS ${PROJECT_BINARY_DIR}/zvl.map)
   endif()
 endfunction()
@@ -73,6 +87,6 @@ function(zvl_export_all target)
     zvl_add_dll_entry(${target})
     target_link_options(${target} PRIVATE -Wl,--export-all-symbols)
   else()
-    target_link_options(${target} PRIVATE -Wl,--no-undefined)
+    target_link_options(${target} PRIVATE ${ZVL_NO_UNDEFINED})
   endif()
 endfunction()

@@ -32,6 +32,7 @@
 #include <vector>
 
 #include "frame/cpu_type.h"
+#include "tests/common/rows.h"
 #include "threading/settings.h"
 #include "threading/topology.h"
 
@@ -146,16 +147,6 @@ void check_in_process(const Case& c) {
         fail("ZVL_CPU_TYPE against its rule", c);
 }
 
-bool runs_here(int cpu) {
-    switch (cpu) {
-        case 5: return __builtin_cpu_supports("avx");
-        case 4: return __builtin_cpu_supports("sse4.2");
-        case 3: return __builtin_cpu_supports("sse4.1");
-        case 2: return __builtin_cpu_supports("ssse3");
-        default: return true;
-    }
-}
-
 // Whether the probe can run the case: not when the cpu type override is
 // fatal by design or names a type this processor lacks. The library reads
 // the override into 32 bytes; a longer value is no override.
@@ -165,7 +156,7 @@ bool probed(const Case& c) {
     // '/' gives -1, which reads as no override.
     const int32_t type = static_cast<int8_t>(c.value[kCpuType][0]) - '0';
     if (type < -1) return false;
-    return type < 0 || type > 5 || runs_here(type);
+    return type < 0 || type > 5 || zvl_test::cpu_runs(type);
 }
 
 // The environment of a process for the case: this one's, with the case's

@@ -52,7 +52,7 @@ endif()
 function(zvl_add_dll_entry target)
   target_sources(${target} PRIVATE ${ZVL_DLL_ENTRY})
   set_source_files_properties(${ZVL_DLL_ENTRY} TARGET_DIRECTORY ${target} PROPERTIES
-    INCLUDE_DIRECTORIES "${PROJECT_SOURCE_DIR};${PROJECT_SOURCE_DIR}/include"
+    INCLUDE_DIRECTORIES "${PROJECT_SOURCE_DIR};${ZVL_INCLUDE_DIRS}"
     COMPILE_DEFINITIONS ZVL_BUILDING_LIBRARY COMPILE_OPTIONS "${ZVL_COMMON_FLAGS}")
 endfunction()
 

@@ -13,9 +13,18 @@
  * ZVL_EP) and what happens on an exceptional element (ZVL_ERRMODE_*).
  * Bad arguments print a message on standard output and set the thread's
  * status to ZVL_STATUS_BADSIZE or ZVL_STATUS_BADMEM.
+ *
+ * What a caller observes: the result arrays; errno (EDOM, ERANGE) and the
+ * raised floating-point exception on the thread that computed the element,
+ * and a printed message, as the mode word asks. The status word and the
+ * error callback are internal to the library and have no exported entry.
+ * docs/reference.md lists every function's domain, special values,
+ * statuses and accuracy.
  */
 #ifndef ZVL_H
 #define ZVL_H
+
+#include "zvl_version.h" /* ZVL_VERSION_MAJOR, _MINOR, _PATCH */
 
 #ifdef __cplusplus
 extern "C" {
@@ -122,7 +131,19 @@ ZVL_API int ZEL_Get_Dynamic(void);
 /* Dynamic mode on for any nonzero flag, off for 0. */
 ZVL_API void ZEL_Set_Dynamic(int flag);
 
-/* Real functions, one input, one output: r[i] = f(a[i]). */
+/*
+ * Real functions, one input, one output: r[i] = f(a[i]), in the thread's
+ * accuracy mode; long arrays are split over threads.
+ *   VDINV      1/a; ZVL_STATUS_SING for a zero
+ *   VDSQRT     sqrt(a); ZVL_STATUS_ERRDOM below zero
+ *   VDINVSQRT  1/sqrt(a); SING for +-0, ERRDOM below zero
+ *   VDCBRT     cbrt(a), odd; never reports
+ *   VDINVCBRT  1/cbrt(a); SING for +-0
+ *   VDEXP      e^a; ZVL_STATUS_OVERFLOW above 709.78, ZVL_STATUS_UNDERFLOW for
+ *              subnormal and zero results
+ *   VDLN       ln(a); SING for +-0, ERRDOM below zero and for -inf
+ *   VDLOG10    log10(a); as VDLN; its LA mode runs HA
+ */
 ZVL_API void VDINV(const int *n, const double *a, double *r);
 ZVL_API void VDINV_Idx(const int *n, const double *a, int ia, double *r, int ir);
 ZVL_API void VDSQRT(const int *n, const double *a, double *r);
@@ -140,7 +161,12 @@ ZVL_API void VDLN_Idx(const int *n, const double *a, int ia, double *r, int ir);
 ZVL_API void VDLOG10(const int *n, const double *a, double *r);
 ZVL_API void VDLOG10_Idx(const int *n, const double *a, int ia, double *r, int ir);
 
-/* Real functions, two inputs, one output: r[i] = f(a[i], b[i]). */
+/*
+ * Real functions, two inputs, one output: r[i] = f(a[i], b[i]).
+ *   VDDIV  a/b; ZVL_STATUS_SING for a zero divisor
+ *   VDPOW  a^b; ZVL_STATUS_ERRDOM for a negative base with a non-integer
+ *          exponent and a zero base with a negative exponent; x^0 = 1^y = 1
+ */
 ZVL_API void VDDIV(const int *n, const double *a, const double *b, double *r);
 ZVL_API void VDDIV_Idx(const int *n, const double *a, int ia, const double *b, int ib,
                        double *r, int ir);
@@ -149,7 +175,9 @@ ZVL_API void VDPOW_Idx(const int *n, const double *a, int ia, const double *b, i
                        double *r, int ir);
 
 /* Real array and real scalar: r[i] = f(a[i], *b).  *b is read once per call
- * and never tested for null. */
+ * and never tested for null; a null r is reported as parameter 3.
+ *   VDPOWX  a^b as VDPOW; exponents 1, 2, 0.5, -1 give the correctly rounded
+ *           power in every mode */
 ZVL_API void VDPOWX(const int *n, const double *a, const double *b, double *r);
 ZVL_API void VDPOWX_Idx(const int *n, const double *a, int ia, const double *b, double *r,
                         int ir);

@@ -9,6 +9,8 @@ packages=(
   libmpfr-dev libgmp-dev                # accuracy oracle for tests and tools
   libbenchmark-dev libsleef-dev         # benchmarks and their peers
   libc-bin                              # gencat, for the catalogue tests
+  gfortran make                         # the Fortran module and the install tests
+  python3-numpy python3-pytest          # the Python package and its tests
 )
 # The Windows build: MinGW-w64 cross compiler (windmc, windres, objdump come
 # with it) and Wine to run its tests. test.sh always asks for them.

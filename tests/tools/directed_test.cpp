@@ -5,109 +5,33 @@
 // its neighbours as they would be alone. (That each front-end gives its
 // kernel's bits is the front-end test's, in tests/frame.)
 //
-// Line format, '#' starts a comment:
-//   a [b] result status [modes [cpus]]
-// Values are bit patterns (0x and 16 hex digits) or numbers as strtod reads
-// them (hex floats, inf, nan); a result "nan" accepts any NaN. Status is OK,
-// ERRDOM, SING, OVERFLOW or UNDERFLOW. Modes: all, or a comma list of HA, LA,
-// EP. Cpus: all, or a comma list of types and ranges such as 0-2.
+// (The line format: tools/accuracy/directed.h.)
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <cmath>
 #include <cstdio>
-#include <cstdlib>
-#include <cstring>
-#include <sstream>
 #include <string>
 #include <vector>
 
 #include "state/state.h"
 #include "tools/accuracy/accuracy.h"
+#include "tools/accuracy/directed.h"
 #include "tools/common/rng.h"
 
 namespace {
 
 using namespace zvl_tools;
 
-struct Case {
-    int line;
-    double a, b;
-    uint64_t result;
-    bool any_nan;
-    int status;
-    unsigned modes;  // bit per mode
-    unsigned cpus;   // bit per cpu type
-};
-
-bool parse_value(const std::string& t, double* x) {
-    if (t.size() == 18 && t[0] == '0' && (t[1] == 'x' || t[1] == 'X') &&
-        t.find_first_not_of("0123456789abcdefABCDEF", 2) == std::string::npos) {
-        *x = from_bits(std::strtoull(t.c_str() + 2, nullptr, 16));
-        return true;
-    }
-    char* end;
-    *x = std::strtod(t.c_str(), &end);
-    return end != t.c_str() && *end == '\0';
-}
-
-bool parse_status(const std::string& t, int* s) {
-    static const char* const names[] = {"OK", "ERRDOM", "SING", "OVERFLOW", "UNDERFLOW"};
-    for (int i = 0; i < 5; ++i)
-        if (t == names[i]) {
-            *s = i;
-            return true;
-        }
-    return false;
-}
-
-// "all", or a comma list of names (modes) or of cpu types and ranges such
-// as 0-2 (`names` null); the bits of the items go to *set.
-bool parse_set(const std::string& t, const char* const* names, int count, unsigned* set) {
-    *set = t == "all" ? (1u << count) - 1 : 0;
-    std::stringstream ss(t == "all" ? "" : t);
-    for (std::string item; std::getline(ss, item, ',');) {
-        int lo = -1, hi = -1;
-        for (int i = 0; names && i < count; ++i)
-            if (item == names[i]) lo = hi = i;
-        char dash = 0;
-        if (!names && std::sscanf(item.c_str(), "%d%c%d", &lo, &dash, &hi) < 3) hi = lo;
-        if (lo < 0 || hi >= count || lo > hi || (dash && dash != '-')) return false;
-        for (int i = lo; i <= hi; ++i) *set |= 1u << i;
-    }
-    return *set != 0;
-}
+using Case = DirectedCase;
 
 // Reads the file of `f`; false when there is none. Bad lines fail the test.
 bool read_cases(const Function& f, std::vector<Case>* out) {
-    const std::string path = data_path(std::string("directed/") + f.row->name + ".txt");
-    FILE* file = std::fopen(path.c_str(), "r");
-    if (!file) return false;
-    const bool two = arity(f.shape) == 2;
-    char buf[512];
-    int line = 0;
-    while (std::fgets(buf, sizeof buf, file)) {
-        ++line;
-        if (char* hash = std::strchr(buf, '#')) *hash = '\0';
-        std::stringstream ss(buf);
-        std::vector<std::string> tok;
-        for (std::string t; ss >> t;) tok.push_back(t);
-        if (tok.empty()) continue;
-        Case c = {line, 0, 0, 0, false, 0, 7, 0x3f};
-        const size_t need = two ? 4 : 3;
-        double result = 0;
-        bool ok = tok.size() >= need && tok.size() <= need + 2 && parse_value(tok[0], &c.a) &&
-                  (!two || parse_value(tok[1], &c.b)) && parse_value(tok[need - 2], &result) &&
-                  parse_status(tok[need - 1], &c.status) &&
-                  (tok.size() <= need || parse_set(tok[need], kModeNames, kModes, &c.modes)) &&
-                  (tok.size() <= need + 1 || parse_set(tok[need + 1], nullptr, kCpuTypes, &c.cpus));
-        EXPECT_TRUE(ok) << path << ":" << line << ": cannot read this line";
-        if (!ok) continue;
-        c.any_nan = tok[need - 2] == "nan" || tok[need - 2] == "-nan";
-        c.result = bits(result);
-        out->push_back(c);
-    }
-    std::fclose(file);
+    std::vector<int> bad;
+    if (!read_directed(f.row->name, arity(f.shape) == 2, out, &bad)) return false;
+    for (int line : bad)
+        ADD_FAILURE() << "directed/" << f.row->name << ".txt:" << line
+                      << ": cannot read this line";
     return true;
 }
 

@@ -95,20 +95,32 @@ std::vector<double> ticks(double lo, double hi, bool linear) {
     return t;
 }
 
-// One mode's error across the input range: the largest error per bin at the
-// headline cpu type (dots) and over all cpu types (grey line), the budget
-// dashed.
-std::string error_plot(const FunctionReport& r, int mode, int head) {
+// A legend line from (x, y): each mark (drawn about its origin) and its text.
+std::string legend(int x, int y, const std::vector<std::pair<std::string, std::string>>& items) {
+    std::string s;
+    for (const auto& [mark, text] : items) {
+        s += fmt("<g transform='translate(%d,%d)'>%s</g>", x, y, mark.c_str());
+        s += fmt("<text x='%d' y='%d' class='note'>%s</text>", x + 14, y + 3, esc(text).c_str());
+        x += 22 + static_cast<int>(text.size()) * 5;
+    }
+    return s;
+}
+
+// One mode's error across one argument's range: the largest error per bin
+// at the headline cpu type (dots) and over all cpu types (grey line), the
+// budget dashed.
+std::string error_plot(const FunctionReport& r, int mode, int head, PlotAxis axis) {
     const FunctionRow& row = *r.f->row;
     const Table& t = r.acc;
     const bool rel = relative(r, mode);
     const std::vector<double>& xs =
-        row.plot == PlotAxis::B && !t.samples.b.empty() ? t.samples.b : t.samples.a;
-    const int W = 330, H = 190, L = 52, R = 10, T = 22, B = 34;
+        axis == PlotAxis::B && !t.samples.b.empty() ? t.samples.b : t.samples.a;
+    const int W = 330, H = 206, L = 52, R = 16, T = 22, B = 50;
     std::string s =
         fmt("<svg xmlns='http://www.w3.org/2000/svg' width='%d' height='%d' class='plot'>", W, H);
     s += fmt("<text x='%d' y='14' class='title'>%s: error against %s</text>", L,
-             has_modes(*r.f) ? kModeNames[mode] : "kernel", row.plot == PlotAxis::B ? "b" : "x");
+             has_modes(*r.f) ? kModeNames[mode] : "kernel",
+             arity(r.f->shape) == 1 ? "x" : axis == PlotAxis::B ? "b" : "a");
 
     // The axis spans the random samples; points beyond it are left out. A
     // value scale too wide for doubles falls back to the bit-pattern scale.
@@ -192,8 +204,13 @@ std::string error_plot(const FunctionReport& r, int mode, int head) {
         last = x;
         s += fmt("<line x1='%.1f' x2='%.1f' y1='%.0f' y2='%.0f' class='tick'/>", x, x, T + ph,
                  T + ph + 4);
-        s += fmt("<text x='%.1f' y='%.0f' class='xlab'>%s</text>", x, T + ph + 15,
-                 tick_label(v).c_str());
+        // Labels at the ends align with the frame, so none runs off the picture.
+        const std::string label = tick_label(v);
+        const double half = 2.8 * static_cast<double>(label.size());
+        const char* anchor = x - half < 2 ? "start" : x + half > W - 2 ? "end" : "middle";
+        const double at = x - half < 2 ? x - 4 : x + half > W - 2 ? x + 4 : x;
+        s += fmt("<text x='%.1f' y='%.0f' class='xlab' style='text-anchor:%s'>%s</text>", at,
+                 T + ph + 15, anchor, label.c_str());
     }
     if (r.budget[mode]) {
         const double y = Y(r.budget[mode]->bound);
@@ -210,9 +227,14 @@ std::string error_plot(const FunctionReport& r, int mode, int head) {
         s += fmt("<circle cx='%.1f' cy='%.1f' r='1.8' fill='%s'/>",
                  X(lo + (k + 0.5) / bins * (hi - lo)), Y(head_max[k]), kModeColour[mode]);
     }
-    s +=
-        fmt("<text x='%d' y='%d' class='note'>%s%s</text>", L, H - 4,
-            rel ? "relative error" : "ulp", beyond ? "; some special results wrong (clipped)" : "");
+    s += legend(L, H - 22,
+                {{fmt("<circle cx='4' cy='0' r='2' fill='%s'/>", kModeColour[mode]),
+                  fmt("%s (%d)", kCpuLabels[head], head)},
+                 {"<line x1='0' x2='10' y1='0' y2='0' class='allcpu'/>", "all cpu types"},
+                 {"<line x1='0' x2='10' y1='0' y2='0' class='budget'/>", "budget"}});
+    s += fmt("<text x='%d' y='%d' class='note'>%s%s</text>", L, H - 6,
+             rel ? "relative error" : "error in ulp",
+             beyond ? "; infinite errors drawn at the top" : "");
     return s + "</svg>";
 }
 
@@ -235,17 +257,30 @@ std::string time_chart(const FunctionReport& r) {
     for (const PeerResult& p : r.peers)
         if (p.ran) bars.push_back({p.peer->label, {p.ns[0], p.ns[1]}, "#777"});
     double top = 0;
-    for (const Bar& b : bars) top = std::fmax(top, std::fmax(b.ns[0], b.ns[1]));
+    size_t longest = 0;
+    for (const Bar& b : bars) {
+        top = std::fmax(top, std::fmax(b.ns[0], b.ns[1]));
+        longest = std::max(longest, b.label.size());
+    }
     if (top <= 0) top = 1;
-    const int L = 150, R = 60, T = 24, row = 16, W = 620;
-    const int H = T + row * static_cast<int>(bars.size()) + 22;
+    // Room for the longest label on the left and a value pair on the right,
+    // at about 6 pixels a character of the 10-pixel font.
+    const int L = 12 + 6 * static_cast<int>(longest), R = 90, T = 24, row = 16, W = L + 470;
+    const int H = T + row * static_cast<int>(bars.size()) + 26;
     const double pw = W - L - R;
     std::string s =
         fmt("<svg xmlns='http://www.w3.org/2000/svg' width='%d' height='%d' class='plot'>", W, H);
-    s +=
-        fmt("<text x='%d' y='14' class='title'>ns per element: n = 1000 (dark), n = 1000000 "
-            "(light)</text>",
-            L);
+    s += fmt("<text x='%d' y='14' class='title'>ns per element</text>", L);
+    std::vector<std::pair<std::string, std::string>> key = {
+        {"<rect x='0' y='-3' width='10' height='6' fill='#555'/>", "n = 1000"},
+        {"<rect x='0' y='-3' width='10' height='6' fill='#555' opacity='0.45'/>", "n = 1000000"}};
+    if (has_modes(*r.f))
+        for (int m = 0; m < kModes; ++m)
+            key.push_back({fmt("<rect x='0' y='-3' width='10' height='6' fill='%s'/>",
+                               kModeColour[m]),
+                           kModeNames[m]});
+    key.push_back({"<rect x='0' y='-3' width='10' height='6' fill='#777'/>", "baseline and peers"});
+    s += legend(L, H - 10, key);
     for (size_t i = 0; i < bars.size(); ++i) {
         const Bar& b = bars[i];
         const double y = T + row * static_cast<double>(i);
@@ -274,8 +309,17 @@ std::string worst_text(const FunctionReport& r, int cpu, int mode) {
            esc(show(t.exact[i].rn));
 }
 
+// A summary cell: the kernel's time at size sz, shaded when slower than the
+// baseline.
+std::string time_cell(const FunctionReport& r, int cpu, int mode, int sz) {
+    if (!r.timed[cpu][mode]) return "<td>-</td>";
+    return fmt("<td class='%s'>%.2f</td>", slower_than_baseline(r, cpu, mode, sz) ? "slow" : "",
+               r.ns[cpu][mode][sz]);
+}
+
 const char* kStyle = R"(
-body{font-family:system-ui,sans-serif;margin:2em;max-width:1100px;color:#222}
+body{font-family:system-ui,sans-serif;margin:2em;max-width:1500px;color:#222}
+div.wide{overflow-x:auto}table.summary{font-size:.8em}table.summary td{white-space:nowrap}
 h1{font-size:1.5em}h2{font-size:1.2em;margin-top:2em;border-bottom:1px solid #ccc}
 table{border-collapse:collapse;margin:.6em 0;font-size:.9em}
 td,th{border:1px solid #ddd;padding:3px 8px;text-align:right}th{background:#f3f3f3}
@@ -285,6 +329,7 @@ td.l,th.l{text-align:left}.over{background:#fdd;font-weight:bold}.ok{color:#2e7d
 .ylab{text-anchor:end;fill:#444}.xlab{text-anchor:middle;fill:#444}.val{fill:#444}
 .budget{stroke:#c00;stroke-dasharray:4 3}.allcpu{fill:none;stroke:#bbb;stroke-width:1}
 .note{fill:#666}small{color:#666}ul.worst{font-size:.82em;font-family:monospace}
+td.slow,span.slow{background:#fff0c0}p.build{font-family:monospace;font-size:.9em}
 )";
 
 }  // namespace
@@ -297,24 +342,33 @@ bool write_html(const std::string& path, const std::vector<FunctionReport>& repo
     h += kStyle;
     h += "</style></head><body><h1>ZVL: accuracy and speed</h1>";
     const int head = ctx.headline_cpu;
+    h += fmt("<p class='build'>zvl %s, commit %s, built with %s; run on %s (%s), %s, in %.0f s.</p>",
+             esc(ctx.version).c_str(), esc(ctx.commit).c_str(), esc(ctx.compiler).c_str(),
+             esc(ctx.machine).c_str(), esc(ctx.features).c_str(), esc(ctx.date).c_str(),
+             ctx.seconds);
     h += fmt(
-        "<p>%s (%s); %s; the run took %.0f s.<br>Accuracy: largest error against MPFR "
-        "(192 bits) over %zu seeded random samples per function, sweeps around special "
-        "points and the hard-to-round cases, each kernel run on the whole array and element "
-        "by element. Errors are in ulps of the correctly rounded result (relative error for "
-        "budgets given so). Speed: median time per element of the calling thread, kernels "
-        "called directly; the headline cpu type is %d (%s), the one the library picks here.</p>",
-        esc(ctx.machine).c_str(), esc(ctx.features).c_str(), esc(ctx.date).c_str(), ctx.seconds,
+        "<p>Accuracy: largest error against MPFR (192 bits) over %zu seeded random samples per "
+        "function, sweeps around special points and the hard-to-round cases, each kernel run "
+        "on the whole array and element by element. Errors are in ulps of the correctly "
+        "rounded result (relative error for budgets given so). Speed: median time per element "
+        "of the calling thread, kernels called directly, at cpu type %d (%s), the one the "
+        "library picks here, and at cpu type 5 (e9, AVX). <span class='slow'>Shaded</span> "
+        "times are slower than the function's baseline loop.</p>",
         ctx.samples, head, kCpuLabels[head]);
 
-    h +=
-        "<h2>Summary</h2><table><tr><th class='l'>function</th><th>mode</th><th>max error, all cpu "
-        "types</th><th>at</th><th>budget</th>";
-    h +=
-        fmt("<th>ns/elem %s, n=1e3</th><th>n=1e6</th><th "
-            "class='l'>baseline</th><th>n=1e3</th><th>n=1e6</th>"
-            "<th>speed-up n=1e3</th><th>n=1e6</th></tr>",
-            kCpuLabels[head]);
+    h += "<h2>Summary</h2><div class='wide'><table class='summary'><tr>"
+         "<th class='l' rowspan='2'>function</th>"
+         "<th rowspan='2'>mode</th><th rowspan='2'>max error,<br>all cpu types</th>"
+         "<th rowspan='2'>at</th><th rowspan='2'>budget</th>";
+    h += fmt("<th colspan='2'>ns/elem %d %s</th><th colspan='2'>ns/elem 5 e9</th>"
+             "<th colspan='2' class='l'>baseline</th><th colspan='2'>speed-up, n=1e3</th>"
+             "<th colspan='2' class='l'>best peer at e9's set (AVX)</th>"
+             "<th colspan='2' class='l'>best peer, any set</th></tr><tr>",
+             head, kCpuLabels[head]);
+    h += "<th>n=1e3</th><th>n=1e6</th><th>n=1e3</th><th>n=1e6</th><th class='l'>loop</th>"
+         "<th>n=1e3</th>";
+    h += fmt("<th>%s</th><th>e9</th>", kCpuLabels[head]);
+    h += "<th class='l'>peer</th><th>n=1e3</th><th class='l'>peer</th><th>n=1e3</th></tr>";
     for (const FunctionReport& r : reports) {
         const int modes = has_modes(*r.f) ? kModes : 1;
         for (int m = 0; m < modes; ++m) {
@@ -325,22 +379,26 @@ bool write_html(const std::string& path, const std::vector<FunctionReport>& repo
             h += fmt("<td class='%s'>%s</td><td>%s</td><td>%s</td>", over ? "over" : "",
                      err_text(w.value, relative(r, m)).c_str(),
                      w.cpu >= 0 ? kCpuLabels[w.cpu] : "-", budget_text(r.budget[m]).c_str());
-            if (r.timed[head][m])
-                h += fmt("<td>%.2f</td><td>%.2f</td>", r.ns[head][m][0], r.ns[head][m][1]);
-            else
-                h += "<td>-</td><td>-</td>";
+            for (int cpu : {head, 5})
+                for (int sz = 0; sz < kSizes; ++sz)
+                    h += time_cell(r, cpu, m, sz);
             const PeerResult* base = r.peers.empty() ? nullptr : &r.peers[0];
             if (base && base->ran)
-                h += fmt(
-                    "<td class='l'>%s</td><td>%.2f</td><td>%.2f</td><td>%.2fx</td><td>%.2fx</td>",
-                    esc(base->peer->label).c_str(), base->ns[0], base->ns[1],
-                    speedup(r, head, m, 0), speedup(r, head, m, 1));
+                h += fmt("<td class='l'>%s</td><td>%.2f</td><td>%.2fx</td><td>%.2fx</td>",
+                         esc(base->peer->label).c_str(), base->ns[0], speedup(r, head, m, 0),
+                         speedup(r, 5, m, 0));
             else
-                h += "<td class='l'>-</td><td></td><td></td><td></td><td></td>";
+                h += "<td class='l'>-</td><td></td><td></td><td></td>";
+            for (Isa most : {Isa::Avx, Isa::Avx2Fma}) {
+                const PeerResult* p = best_peer(r, most);
+                h += p ? fmt("<td class='l'>%s</td><td>%.2f</td>", esc(p->peer->label).c_str(),
+                             p->ns[0])
+                       : std::string("<td class='l'>-</td><td></td>");
+            }
             h += "</tr>";
         }
     }
-    h += "</table>";
+    h += "</table></div>";
 
     for (const FunctionReport& r : reports) {
         const Function& f = *r.f;
@@ -379,7 +437,12 @@ bool write_html(const std::string& path, const std::vector<FunctionReport>& repo
                      worst_text(r, w.cpu, m) + "</li>";
         }
         h += "</ul><div>";
-        for (int m = 0; m < modes; ++m) h += error_plot(r, m, head);
+        // Two-argument functions: the error against each argument.
+        for (int m = 0; m < modes; ++m) {
+            h += error_plot(r, m, head, arity(f.shape) == 1 ? PlotAxis::A : f.row->plot);
+            if (arity(f.shape) == 2)
+                h += error_plot(r, m, head, f.row->plot == PlotAxis::A ? PlotAxis::B : PlotAxis::A);
+        }
         h += "</div>";
 
         h += "<table><tr><th class='l'>ns per element<br>n=1e3 / n=1e6</th>";
@@ -389,17 +452,21 @@ bool write_html(const std::string& path, const std::vector<FunctionReport>& repo
         for (int m = 0; m < modes; ++m) {
             h += fmt("<tr><td class='l'>%s</td>", mode_label(f, m));
             for (int cpu = kCpuTypes - 1; cpu >= 0; --cpu)
-                h += r.timed[cpu][m] ? fmt("<td>%.2f / %.2f</td>", r.ns[cpu][m][0], r.ns[cpu][m][1])
-                                     : std::string("<td>-</td>");
+                h += r.timed[cpu][m]
+                         ? fmt("<td class='%s'>%.2f / %.2f</td>",
+                               slower_than_baseline(r, cpu, m, 0) ? "slow" : "", r.ns[cpu][m][0],
+                               r.ns[cpu][m][1])
+                         : std::string("<td>-</td>");
             h += "</tr>";
         }
-        h += "</table><table><tr><th class='l'>peer</th><th>ns n=1e3</th><th>n=1e6</th><th>max "
-             "ulp</th></tr>";
+        h += "</table><table><tr><th class='l'>peer</th><th>ns n=1e3</th><th>n=1e6</th>"
+             "<th class='l'>largest error, its input, the peer's result</th></tr>";
         for (const PeerResult& p : r.peers) {
             if (p.ran)
-                h += fmt("<tr><td class='l'>%s</td><td>%.2f</td><td>%.2f</td><td>%s</td></tr>",
+                h += fmt("<tr><td class='l'>%s</td><td>%.2f</td><td>%.2f</td><td class='l'>%s</td>"
+                         "</tr>",
                          esc(p.peer->label).c_str(), p.ns[0], p.ns[1],
-                         err_text(p.accuracy.max_ulp, false).c_str());
+                         esc(worst_input(r.acc, p.accuracy)).c_str());
             else
                 h += fmt("<tr><td class='l'>%s</td><td colspan='3' class='l'>skipped: %s</td></tr>",
                          esc(p.peer->label).c_str(), esc(p.why ? p.why : "").c_str());

@@ -30,11 +30,15 @@ struct FunctionReport {
 };
 
 struct ReportContext {
+    std::string version;   // the library's, from zvl_version.h
+    std::string commit;    // git describe of the tree built
+    std::string compiler;
     std::string machine;   // processor model
     std::string features;  // what of SSE3..AVX2 it has
     std::string date;
     int headline_cpu;  // the cpu type the library picks here
     size_t samples;
+    uint64_t seed;
     double seconds;  // the whole run
 };
 
@@ -45,8 +49,22 @@ struct Worst {
 };
 Worst worst_over_cpus(const FunctionReport& r, int mode);
 
-// Speed-up of the headline kernel over the baseline at size s, or 0.
+// Speed-up of cpu type `cpu`'s kernel over the baseline at size s, or 0.
 double speedup(const FunctionReport& r, int cpu, int mode, int s);
+
+// Whether that kernel is slower than the baseline at size s.
+bool slower_than_baseline(const FunctionReport& r, int cpu, int mode, int s);
+
+// The instruction set a cpu type's kernels may use, as peers are labelled.
+Isa isa_of_cpu(int cpu);
+
+// The fastest peer that ran at n = 1000 (the baseline included) among those
+// needing at most `most` (every peer for Isa::Avx2Fma), or null.
+const PeerResult* best_peer(const FunctionReport& r, Isa most);
+
+// "inf ulp at 0x1p+0 (1), got nan" style text of a peer's or kernel's worst
+// sample in ulps.
+std::string worst_input(const Table& t, const Stats& s);
 
 bool write_html(const std::string& path, const std::vector<FunctionReport>& reports,
                 const ReportContext& ctx, std::string* error);

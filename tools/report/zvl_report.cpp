@@ -4,13 +4,20 @@
 // printed as tables and written as one self-contained HTML page.
 //
 //   zvl-report [--out page.html] [--samples N] [--seed S] [--quick]
+//              [--data accuracy.txt] [--no-timing]
+//
+// --data writes each function's largest errors per mode and cpu type, with
+// their inputs, for docs/reference.md (tools/bindings/generate.py reads
+// it); --no-timing measures accuracy only and writes no page.
 #include <chrono>
 #include <cmath>
 #include <cstdio>
 #include <cstring>
 #include <ctime>
 
+#include "build_info.h"
 #include "frame/cpu_type.h"
+#include "zvl_version.h"
 #include "tools/report/report.h"
 #include "tools/report/timing.h"
 #include "tools/ulp/options.h"
@@ -31,6 +38,34 @@ Worst worst_over_cpus(const FunctionReport& r, int mode) {
 double speedup(const FunctionReport& r, int cpu, int mode, int s) {
     if (r.peers.empty() || !r.peers[0].ran || !r.timed[cpu][mode]) return 0;
     return r.peers[0].ns[s] / r.ns[cpu][mode][s];
+}
+
+bool slower_than_baseline(const FunctionReport& r, int cpu, int mode, int s) {
+    const double up = speedup(r, cpu, mode, s);
+    return up > 0 && up < 1;
+}
+
+Isa isa_of_cpu(int cpu) {
+    return cpu == 5 ? Isa::Avx : cpu >= 3 ? Isa::Sse41 : Isa::Base;
+}
+
+const PeerResult* best_peer(const FunctionReport& r, Isa most) {
+    const PeerResult* best = nullptr;
+    for (const PeerResult& p : r.peers)
+        if (p.ran && p.ns[0] > 0 && p.peer->isa <= most && (!best || p.ns[0] < best->ns[0]))
+            best = &p;
+    return best;
+}
+
+std::string worst_input(const Table& t, const Stats& s) {
+    const size_t i = s.worst_ulp;
+    char buf[32];
+    std::snprintf(buf, sizeof buf, "%.3f", s.max_ulp);
+    std::string text = std::string(std::isinf(s.max_ulp) ? "inf" : buf) + " ulp";
+    if (i >= t.samples.size()) return text;
+    text += " at " + show(t.samples.a[i]);
+    if (!t.samples.b.empty()) text += ", " + show(t.samples.b[i]);
+    return text + ", got " + show(s.got_ulp);
 }
 
 }  // namespace zvl_tools
@@ -150,7 +185,7 @@ FunctionReport measure(const Function& f, const Options& o, const Budgets& budge
         }
         r.peers.push_back(pr);
     }
-    measure_times(r, o.quick);
+    if (o.timing) measure_times(r, o.quick);
     return r;
 }
 
@@ -196,38 +231,88 @@ void print_function(const FunctionReport& r) {
             std::printf("  %-29s (skipped: %s)\n", p.peer->label, p.why);
             continue;
         }
-        std::printf("  %-29s  %5.2f|%5.2f ns   max %s ulp\n", p.peer->label, p.ns[0], p.ns[1],
-                    error_text(p.accuracy.max_ulp, false).c_str());
+        std::printf("  %-29s  %5.2f|%5.2f ns   max %s\n", p.peer->label, p.ns[0], p.ns[1],
+                    worst_input(r.acc, p.accuracy).c_str());
     }
 }
 
 void print_summary(const std::vector<FunctionReport>& reports, int head) {
     std::printf(
-        "\nSummary: largest error over all cpu types; time per element at cpu type %d (%s),\n"
-        "n = 1000 and 1000000; speed-up over the baseline loop at the same n.\n\n",
+        "\nSummary: largest error over all cpu types; time per element at n = 1000 at cpu type\n"
+        "%d (%s, the library's choice here) and 5 (e9); '<' marks a kernel slower than the\n"
+        "baseline loop; the fastest peer at e9's instruction set (AVX) and at any.\n\n",
         head, kCpuLabels[head]);
-    std::printf("%-9s %-4s %12s %-5s %-14s %-4s %15s %15s %15s\n", "function", "mode", "max error",
-                "cpu", "budget", "", "ns/elem", "baseline ns", "speed-up");
+    std::printf("%-9s %-4s %10s %-3s %-10s %4s %8s %8s %9s  %-28s %s\n", "function", "mode",
+                "max error", "cpu", "budget", "", kCpuLabels[head], "e9", "baseline",
+                "best peer, AVX", "best peer, any");
     for (const FunctionReport& r : reports) {
         const int modes = has_modes(*r.f) ? kModes : 1;
         for (int m = 0; m < modes; ++m) {
             const Worst w = worst_over_cpus(r, m);
             const bool rel = r.budget[m] && r.budget[m]->relative;
             const bool ok = r.budget[m] && w.value <= r.budget[m]->bound;
-            char ns[40] = "-", base[40] = "-", up[40] = "-";
-            if (r.timed[head][m])
-                std::snprintf(ns, sizeof ns, "%6.2f %6.2f", r.ns[head][m][0], r.ns[head][m][1]);
-            if (!r.peers.empty() && r.peers[0].ran) {
-                std::snprintf(base, sizeof base, "%6.2f %6.2f", r.peers[0].ns[0], r.peers[0].ns[1]);
-                std::snprintf(up, sizeof up, "%5.2fx %5.2fx", speedup(r, head, m, 0),
-                              speedup(r, head, m, 1));
+            char ns[2][24], base[24] = "-", peer[2][48];
+            for (int k = 0; k < 2; ++k) {
+                const int cpu = k == 0 ? head : 5;
+                if (r.timed[cpu][m])
+                    std::snprintf(ns[k], sizeof ns[k], "%6.2f%s", r.ns[cpu][m][0],
+                                  slower_than_baseline(r, cpu, m, 0) ? "<" : " ");
+                else
+                    std::snprintf(ns[k], sizeof ns[k], "%7s", "-");
+                const PeerResult* p = best_peer(r, k == 0 ? Isa::Avx : Isa::Avx2Fma);
+                if (p)
+                    std::snprintf(peer[k], sizeof peer[k], "%s %.2f", p->peer->label, p->ns[0]);
+                else
+                    std::snprintf(peer[k], sizeof peer[k], "-");
             }
-            std::printf("%-9s %-4s %12s %-5s %-14s %-4s %15s %15s %15s\n", r.f->row->name,
+            if (!r.peers.empty() && r.peers[0].ran && r.peers[0].ns[0] > 0)
+                std::snprintf(base, sizeof base, "%.2f", r.peers[0].ns[0]);
+            std::printf("%-9s %-4s %10s %-3s %-10s %4s %8s %8s %9s  %-28s %s\n", r.f->row->name,
                         mode_label(*r.f, m), error_text(w.value, rel).c_str(),
                         w.cpu >= 0 ? kCpuLabels[w.cpu] : "-", budget_text(r.budget[m]).c_str(),
-                        r.budget[m] ? (ok ? "ok" : "OVER") : "", ns, base, up);
+                        r.budget[m] ? (ok ? "ok" : "OVER") : "", ns[0], ns[1], base, peer[0],
+                        peer[1]);
         }
     }
+}
+
+// The accuracy data of docs/data/accuracy.txt: a header naming the build
+// and the run, then per function, mode and cpu type measured the largest
+// error in ulps and relative, each with its input.
+bool write_data(const std::string& path, const std::vector<FunctionReport>& reports,
+                const ReportContext& ctx) {
+    FILE* f = std::fopen(path.c_str(), "w");
+    if (!f) return false;
+    std::fprintf(f,
+                 "# zvl-report --data: largest error against MPFR (192 bits) per function, mode "
+                 "and cpu type\n"
+                 "# zvl %s (%s), %s, on %s; %zu random samples per function (seed %llu) with "
+                 "sweeps and hard cases\n"
+                 "# function\tmode\tcpu\tmax ulp\tmax rel\tinput of max ulp\tinput of max "
+                 "rel\n",
+                 ctx.version.c_str(), ctx.commit.c_str(), ctx.compiler.c_str(), ctx.machine.c_str(),
+                 ctx.samples, static_cast<unsigned long long>(ctx.seed));
+    for (const FunctionReport& r : reports) {
+        const int modes = has_modes(*r.f) ? kModes : 1;
+        const Samples& sm = r.acc.samples;
+        auto input = [&](size_t i) {
+            char buf[64];
+            if (sm.b.empty())
+                std::snprintf(buf, sizeof buf, "%.17g", sm.a[i]);
+            else
+                std::snprintf(buf, sizeof buf, "%.17g, %.17g", sm.a[i], sm.b[i]);
+            return std::string(buf);
+        };
+        for (int m = 0; m < modes; ++m)
+            for (int cpu = kCpuTypes - 1; cpu >= 0; --cpu) {
+                if (!r.acc.ran[cpu][m]) continue;
+                const Stats& st = r.acc.stats[cpu][m];
+                std::fprintf(f, "%s\t%s\t%d\t%.6g\t%.6g\t%s\t%s\n", r.f->row->name,
+                             has_modes(*r.f) ? kModeNames[m] : "all", cpu, st.max_ulp, st.max_rel,
+                             input(st.worst_ulp).c_str(), input(st.worst_rel).c_str());
+            }
+    }
+    return std::fclose(f) == 0;
 }
 
 }  // namespace
@@ -240,7 +325,8 @@ int main(int argc, char** argv) {
     if (!parse_options(argc, argv, &o, &error, false)) {
         if (!error.empty()) std::fprintf(stderr, "zvl-report: %s\n", error.c_str());
         std::fprintf(stderr,
-                     "usage: zvl-report [--out page.html] [--samples N] [--seed S] [--quick]\n");
+                     "usage: zvl-report [--out page.html] [--samples N] [--seed S] [--quick]\n"
+                     "                  [--data accuracy.txt] [--no-timing]\n");
         return 2;
     }
     if (o.quick && o.samples > 5000) o.samples = 5000;
@@ -251,13 +337,18 @@ int main(int argc, char** argv) {
         std::fprintf(stderr, "zvl-report: %s\n", error.c_str());
 
     ReportContext ctx;
+    ctx.version = ZVL_VERSION_STRING;
+    ctx.commit = ZVL_BUILD_COMMIT;
+    ctx.compiler = "gcc " __VERSION__;
     ctx.machine = machine_model();
     ctx.features = feature_list();
     ctx.date = today();
     ctx.headline_cpu = headline_cpu();
     ctx.samples = o.samples;
-    std::printf("zvl-report on %s (%s), %s\n", ctx.machine.c_str(), ctx.features.c_str(),
-                ctx.date.c_str());
+    ctx.seed = o.seed;
+    std::printf("zvl-report: zvl %s (%s), %s, on %s (%s), %s\n", ctx.version.c_str(),
+                ctx.commit.c_str(), ctx.compiler.c_str(), ctx.machine.c_str(),
+                ctx.features.c_str(), ctx.date.c_str());
     std::printf(
         "accuracy: %zu random samples per function plus special points and hard cases, "
         "against MPFR at 192 bits\n",
@@ -273,6 +364,14 @@ int main(int argc, char** argv) {
         std::printf("\n%s: no measuring row, not measured\n", name);
     print_summary(reports, ctx.headline_cpu);
 
+    if (!o.data.empty()) {
+        if (!write_data(o.data, reports, ctx)) {
+            std::fprintf(stderr, "zvl-report: cannot write %s\n", o.data.c_str());
+            return 1;
+        }
+        std::printf("\naccuracy data written to %s\n", o.data.c_str());
+    }
+    if (!o.timing) return 0;
     ctx.seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
     if (!write_html(o.out, reports, ctx, &error)) {
         std::fprintf(stderr, "zvl-report: %s\n", error.c_str());

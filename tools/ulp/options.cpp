@@ -82,6 +82,10 @@ bool parse_options(int argc, char** argv, Options* o, std::string* error, bool p
             o->range = range_interval(lo, hi);
         } else if (!std::strcmp(a, "--out") && value(1)) {
             o->out = argv[++i];
+        } else if (!std::strcmp(a, "--data") && value(1)) {
+            o->data = argv[++i];
+        } else if (!std::strcmp(a, "--no-timing")) {
+            o->timing = false;
         } else if (!std::strcmp(a, "--no-hard")) {
             o->hardcases = false;
         } else if (!std::strcmp(a, "--no-sweeps")) {

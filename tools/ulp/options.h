@@ -22,6 +22,8 @@ struct Options {
     bool list = false;
     std::string out;     // zvl-report: output file
     bool quick = false;  // zvl-report: fewer samples and repeats
+    std::string data;    // zvl-report: accuracy data file (docs/data/accuracy.txt)
+    bool timing = true;  // zvl-report: false measures accuracy only, and writes no page
 };
 
 // Parses argv; `positional` says whether one function name is expected.

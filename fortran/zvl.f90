@@ -1,0 +1,353 @@
+! zvl.f90 - Fortran interfaces of the ZVL vector mathematics library.
+! Written by tools/bindings/generate.py from tools/bindings/functions.txt
+! and include/zvl.h; do not edit.
+!
+! use zvl gives every exported name with its C binding: the functions take
+! the count and arrays by reference (call VDEXP(n, a, r)); the _Idx forms
+! take each index by value, counting elements from 0, after its array
+! (call VDEXP_Idx(n, a, 10, r, 0) works on a(11:) into r(1:)). Mode and
+! status constants are those of zvl.h. Link with -lzvl.
+module zvl
+  use, intrinsic :: iso_c_binding, only: c_int, c_double, c_double_complex
+  implicit none
+
+  ! The version of the library these interfaces belong to.
+  integer(c_int), parameter :: ZVL_VERSION_MAJOR = 0
+  integer(c_int), parameter :: ZVL_VERSION_MINOR = 1
+  integer(c_int), parameter :: ZVL_VERSION_PATCH = 0
+
+  ! Mode word fields, statuses and thread domains (zvl.h).
+  integer(c_int), parameter :: ZVL_ACCURACY_MASK = 15
+  integer(c_int), parameter :: ZVL_LA = 1
+  integer(c_int), parameter :: ZVL_HA = 2
+  integer(c_int), parameter :: ZVL_EP = 3
+  integer(c_int), parameter :: ZVL_ERRMODE_MASK = 65280
+  integer(c_int), parameter :: ZVL_ERRMODE_IGNORE = 256
+  integer(c_int), parameter :: ZVL_ERRMODE_ERRNO = 512
+  integer(c_int), parameter :: ZVL_ERRMODE_STDOUT = 1024
+  integer(c_int), parameter :: ZVL_ERRMODE_EXCEPT = 2048
+  integer(c_int), parameter :: ZVL_ERRMODE_CALLBACK = 4096
+  integer(c_int), parameter :: ZVL_ERRMODE_DEFAULT = 6656
+  integer(c_int), parameter :: ZVL_FPMODE_MASK = 196608
+  integer(c_int), parameter :: ZVL_MODE_DEFAULT = 6658
+  integer(c_int), parameter :: ZVL_STATUS_BADMEM = -2
+  integer(c_int), parameter :: ZVL_STATUS_BADSIZE = -1
+  integer(c_int), parameter :: ZVL_STATUS_OK = 0
+  integer(c_int), parameter :: ZVL_STATUS_ERRDOM = 1
+  integer(c_int), parameter :: ZVL_STATUS_SING = 2
+  integer(c_int), parameter :: ZVL_STATUS_OVERFLOW = 3
+  integer(c_int), parameter :: ZVL_STATUS_UNDERFLOW = 4
+  integer(c_int), parameter :: ZEL_ALL = 0
+  integer(c_int), parameter :: ZEL_BLAS = 1
+  integer(c_int), parameter :: ZEL_FFT = 2
+  integer(c_int), parameter :: ZEL_ZVL = 3
+
+  interface
+    ! Mode word of the calling thread.
+    function ZVLGETMODE() bind(C, name="ZVLGETMODE")
+      import :: c_int
+      integer(c_int) :: ZVLGETMODE
+    end function ZVLGETMODE
+    function ZVLSETMODE(mode) bind(C, name="ZVLSETMODE")
+      import :: c_int
+      integer(c_int), intent(in) :: mode
+      integer(c_int) :: ZVLSETMODE
+    end function ZVLSETMODE
+    ! Thread controls, process-wide.
+    function ZEL_Get_Max_Threads() bind(C, name="ZEL_Get_Max_Threads")
+      import :: c_int
+      integer(c_int) :: ZEL_Get_Max_Threads
+    end function ZEL_Get_Max_Threads
+    subroutine ZEL_Set_Num_Threads(n) bind(C, name="ZEL_Set_Num_Threads")
+      import :: c_int
+      integer(c_int), value :: n
+    end subroutine ZEL_Set_Num_Threads
+    function ZEL_Domain_Get_Max_Threads(domain) bind(C, name="ZEL_Domain_Get_Max_Threads")
+      import :: c_int
+      integer(c_int), value :: domain
+      integer(c_int) :: ZEL_Domain_Get_Max_Threads
+    end function ZEL_Domain_Get_Max_Threads
+    function ZEL_Domain_Set_Num_Threads(n, domain) bind(C, name="ZEL_Domain_Set_Num_Threads")
+      import :: c_int
+      integer(c_int), value :: n
+      integer(c_int), value :: domain
+      integer(c_int) :: ZEL_Domain_Set_Num_Threads
+    end function ZEL_Domain_Set_Num_Threads
+    function ZEL_Get_Dynamic() bind(C, name="ZEL_Get_Dynamic")
+      import :: c_int
+      integer(c_int) :: ZEL_Get_Dynamic
+    end function ZEL_Get_Dynamic
+    subroutine ZEL_Set_Dynamic(flag) bind(C, name="ZEL_Set_Dynamic")
+      import :: c_int
+      integer(c_int), value :: flag
+    end subroutine ZEL_Set_Dynamic
+    ! Reciprocal and division
+    subroutine VDINV(n, a, r) bind(C, name="VDINV")
+      import :: c_int, c_double
+      integer(c_int), intent(in) :: n
+      real(c_double), intent(in) :: a(*)
+      real(c_double), intent(inout) :: r(*)
+    end subroutine VDINV
+    subroutine VDINV_Idx(n, a, ia, r, ir) bind(C, name="VDINV_Idx")
+      import :: c_int, c_double
+      integer(c_int), intent(in) :: n
+      real(c_double), intent(in) :: a(*)
+      integer(c_int), value :: ia
+      real(c_double), intent(inout) :: r(*)
+      integer(c_int), value :: ir
+    end subroutine VDINV_Idx
+    subroutine VDDIV(n, a, b, r) bind(C, name="VDDIV")
+      import :: c_int, c_double
+      integer(c_int), intent(in) :: n
+      real(c_double), intent(in) :: a(*)
+      real(c_double), intent(in) :: b(*)
+      real(c_double), intent(inout) :: r(*)
+    end subroutine VDDIV
+    subroutine VDDIV_Idx(n, a, ia, b, ib, r, ir) bind(C, name="VDDIV_Idx")
+      import :: c_int, c_double
+      integer(c_int), intent(in) :: n
+      real(c_double), intent(in) :: a(*)
+      integer(c_int), value :: ia
+      real(c_double), intent(in) :: b(*)
+      integer(c_int), value :: ib
+      real(c_double), intent(inout) :: r(*)
+      integer(c_int), value :: ir
+    end subroutine VDDIV_Idx
+    ! Roots
+    subroutine VDSQRT(n, a, r) bind(C, name="VDSQRT")
+      import :: c_int, c_double
+      integer(c_int), intent(in) :: n
+      real(c_double), intent(in) :: a(*)
+      real(c_double), intent(inout) :: r(*)
+    end subroutine VDSQRT
+    subroutine VDSQRT_Idx(n, a, ia, r, ir) bind(C, name="VDSQRT_Idx")
+      import :: c_int, c_double
+      integer(c_int), intent(in) :: n
+      real(c_double), intent(in) :: a(*)
+      integer(c_int), value :: ia
+      real(c_double), intent(inout) :: r(*)
+      integer(c_int), value :: ir
+    end subroutine VDSQRT_Idx
+    subroutine VDINVSQRT(n, a, r) bind(C, name="VDINVSQRT")
+      import :: c_int, c_double
+      integer(c_int), intent(in) :: n
+      real(c_double), intent(in) :: a(*)
+      real(c_double), intent(inout) :: r(*)
+    end subroutine VDINVSQRT
+    subroutine VDINVSQRT_Idx(n, a, ia, r, ir) bind(C, name="VDINVSQRT_Idx")
+      import :: c_int, c_double
+      integer(c_int), intent(in) :: n
+      real(c_double), intent(in) :: a(*)
+      integer(c_int), value :: ia
+      real(c_double), intent(inout) :: r(*)
+      integer(c_int), value :: ir
+    end subroutine VDINVSQRT_Idx
+    subroutine VDCBRT(n, a, r) bind(C, name="VDCBRT")
+      import :: c_int, c_double
+      integer(c_int), intent(in) :: n
+      real(c_double), intent(in) :: a(*)
+      real(c_double), intent(inout) :: r(*)
+    end subroutine VDCBRT
+    subroutine VDCBRT_Idx(n, a, ia, r, ir) bind(C, name="VDCBRT_Idx")
+      import :: c_int, c_double
+      integer(c_int), intent(in) :: n
+      real(c_double), intent(in) :: a(*)
+      integer(c_int), value :: ia
+      real(c_double), intent(inout) :: r(*)
+      integer(c_int), value :: ir
+    end subroutine VDCBRT_Idx
+    subroutine VDINVCBRT(n, a, r) bind(C, name="VDINVCBRT")
+      import :: c_int, c_double
+      integer(c_int), intent(in) :: n
+      real(c_double), intent(in) :: a(*)
+      real(c_double), intent(inout) :: r(*)
+    end subroutine VDINVCBRT
+    subroutine VDINVCBRT_Idx(n, a, ia, r, ir) bind(C, name="VDINVCBRT_Idx")
+      import :: c_int, c_double
+      integer(c_int), intent(in) :: n
+      real(c_double), intent(in) :: a(*)
+      integer(c_int), value :: ia
+      real(c_double), intent(inout) :: r(*)
+      integer(c_int), value :: ir
+    end subroutine VDINVCBRT_Idx
+    ! Exponential and logarithms
+    subroutine VDEXP(n, a, r) bind(C, name="VDEXP")
+      import :: c_int, c_double
+      integer(c_int), intent(in) :: n
+      real(c_double), intent(in) :: a(*)
+      real(c_double), intent(inout) :: r(*)
+    end subroutine VDEXP
+    subroutine VDEXP_Idx(n, a, ia, r, ir) bind(C, name="VDEXP_Idx")
+      import :: c_int, c_double
+      integer(c_int), intent(in) :: n
+      real(c_double), intent(in) :: a(*)
+      integer(c_int), value :: ia
+      real(c_double), intent(inout) :: r(*)
+      integer(c_int), value :: ir
+    end subroutine VDEXP_Idx
+    subroutine VDLN(n, a, r) bind(C, name="VDLN")
+      import :: c_int, c_double
+      integer(c_int), intent(in) :: n
+      real(c_double), intent(in) :: a(*)
+      real(c_double), intent(inout) :: r(*)
+    end subroutine VDLN
+    subroutine VDLN_Idx(n, a, ia, r, ir) bind(C, name="VDLN_Idx")
+      import :: c_int, c_double
+      integer(c_int), intent(in) :: n
+      real(c_double), intent(in) :: a(*)
+      integer(c_int), value :: ia
+      real(c_double), intent(inout) :: r(*)
+      integer(c_int), value :: ir
+    end subroutine VDLN_Idx
+    subroutine VDLOG10(n, a, r) bind(C, name="VDLOG10")
+      import :: c_int, c_double
+      integer(c_int), intent(in) :: n
+      real(c_double), intent(in) :: a(*)
+      real(c_double), intent(inout) :: r(*)
+    end subroutine VDLOG10
+    subroutine VDLOG10_Idx(n, a, ia, r, ir) bind(C, name="VDLOG10_Idx")
+      import :: c_int, c_double
+      integer(c_int), intent(in) :: n
+      real(c_double), intent(in) :: a(*)
+      integer(c_int), value :: ia
+      real(c_double), intent(inout) :: r(*)
+      integer(c_int), value :: ir
+    end subroutine VDLOG10_Idx
+    ! Power
+    subroutine VDPOW(n, a, b, r) bind(C, name="VDPOW")
+      import :: c_int, c_double
+      integer(c_int), intent(in) :: n
+      real(c_double), intent(in) :: a(*)
+      real(c_double), intent(in) :: b(*)
+      real(c_double), intent(inout) :: r(*)
+    end subroutine VDPOW
+    subroutine VDPOW_Idx(n, a, ia, b, ib, r, ir) bind(C, name="VDPOW_Idx")
+      import :: c_int, c_double
+      integer(c_int), intent(in) :: n
+      real(c_double), intent(in) :: a(*)
+      integer(c_int), value :: ia
+      real(c_double), intent(in) :: b(*)
+      integer(c_int), value :: ib
+      real(c_double), intent(inout) :: r(*)
+      integer(c_int), value :: ir
+    end subroutine VDPOW_Idx
+    subroutine VDPOWX(n, a, b, r) bind(C, name="VDPOWX")
+      import :: c_int, c_double
+      integer(c_int), intent(in) :: n
+      real(c_double), intent(in) :: a(*)
+      real(c_double), intent(in) :: b
+      real(c_double), intent(inout) :: r(*)
+    end subroutine VDPOWX
+    subroutine VDPOWX_Idx(n, a, ia, b, r, ir) bind(C, name="VDPOWX_Idx")
+      import :: c_int, c_double
+      integer(c_int), intent(in) :: n
+      real(c_double), intent(in) :: a(*)
+      integer(c_int), value :: ia
+      real(c_double), intent(in) :: b
+      real(c_double), intent(inout) :: r(*)
+      integer(c_int), value :: ir
+    end subroutine VDPOWX_Idx
+    ! Rounding to integers
+    subroutine VDCEIL(n, a, r) bind(C, name="VDCEIL")
+      import :: c_int, c_double
+      integer(c_int), intent(in) :: n
+      real(c_double), intent(in) :: a(*)
+      real(c_double), intent(inout) :: r(*)
+    end subroutine VDCEIL
+    subroutine VDCEIL_Idx(n, a, ia, r, ir) bind(C, name="VDCEIL_Idx")
+      import :: c_int, c_double
+      integer(c_int), intent(in) :: n
+      real(c_double), intent(in) :: a(*)
+      integer(c_int), value :: ia
+      real(c_double), intent(inout) :: r(*)
+      integer(c_int), value :: ir
+    end subroutine VDCEIL_Idx
+    subroutine VDFLOOR(n, a, r) bind(C, name="VDFLOOR")
+      import :: c_int, c_double
+      integer(c_int), intent(in) :: n
+      real(c_double), intent(in) :: a(*)
+      real(c_double), intent(inout) :: r(*)
+    end subroutine VDFLOOR
+    subroutine VDFLOOR_Idx(n, a, ia, r, ir) bind(C, name="VDFLOOR_Idx")
+      import :: c_int, c_double
+      integer(c_int), intent(in) :: n
+      real(c_double), intent(in) :: a(*)
+      integer(c_int), value :: ia
+      real(c_double), intent(inout) :: r(*)
+      integer(c_int), value :: ir
+    end subroutine VDFLOOR_Idx
+    subroutine VDTRUNC(n, a, r) bind(C, name="VDTRUNC")
+      import :: c_int, c_double
+      integer(c_int), intent(in) :: n
+      real(c_double), intent(in) :: a(*)
+      real(c_double), intent(inout) :: r(*)
+    end subroutine VDTRUNC
+    subroutine VDTRUNC_Idx(n, a, ia, r, ir) bind(C, name="VDTRUNC_Idx")
+      import :: c_int, c_double
+      integer(c_int), intent(in) :: n
+      real(c_double), intent(in) :: a(*)
+      integer(c_int), value :: ia
+      real(c_double), intent(inout) :: r(*)
+      integer(c_int), value :: ir
+    end subroutine VDTRUNC_Idx
+    subroutine VDROUND(n, a, r) bind(C, name="VDROUND")
+      import :: c_int, c_double
+      integer(c_int), intent(in) :: n
+      real(c_double), intent(in) :: a(*)
+      real(c_double), intent(inout) :: r(*)
+    end subroutine VDROUND
+    subroutine VDROUND_Idx(n, a, ia, r, ir) bind(C, name="VDROUND_Idx")
+      import :: c_int, c_double
+      integer(c_int), intent(in) :: n
+      real(c_double), intent(in) :: a(*)
+      integer(c_int), value :: ia
+      real(c_double), intent(inout) :: r(*)
+      integer(c_int), value :: ir
+    end subroutine VDROUND_Idx
+    subroutine VDRINT(n, a, r) bind(C, name="VDRINT")
+      import :: c_int, c_double
+      integer(c_int), intent(in) :: n
+      real(c_double), intent(in) :: a(*)
+      real(c_double), intent(inout) :: r(*)
+    end subroutine VDRINT
+    subroutine VDRINT_Idx(n, a, ia, r, ir) bind(C, name="VDRINT_Idx")
+      import :: c_int, c_double
+      integer(c_int), intent(in) :: n
+      real(c_double), intent(in) :: a(*)
+      integer(c_int), value :: ia
+      real(c_double), intent(inout) :: r(*)
+      integer(c_int), value :: ir
+    end subroutine VDRINT_Idx
+    subroutine VDNEARBYINT(n, a, r) bind(C, name="VDNEARBYINT")
+      import :: c_int, c_double
+      integer(c_int), intent(in) :: n
+      real(c_double), intent(in) :: a(*)
+      real(c_double), intent(inout) :: r(*)
+    end subroutine VDNEARBYINT
+    subroutine VDNEARBYINT_Idx(n, a, ia, r, ir) bind(C, name="VDNEARBYINT_Idx")
+      import :: c_int, c_double
+      integer(c_int), intent(in) :: n
+      real(c_double), intent(in) :: a(*)
+      integer(c_int), value :: ia
+      real(c_double), intent(inout) :: r(*)
+      integer(c_int), value :: ir
+    end subroutine VDNEARBYINT_Idx
+    subroutine VDMODF(n, a, y, z) bind(C, name="VDMODF")
+      import :: c_int, c_double
+      integer(c_int), intent(in) :: n
+      real(c_double), intent(in) :: a(*)
+      real(c_double), intent(inout) :: y(*)
+      real(c_double), intent(inout) :: z(*)
+    end subroutine VDMODF
+    subroutine VDMODF_Idx(n, a, ia, y, iy, z, iz) bind(C, name="VDMODF_Idx")
+      import :: c_int, c_double
+      integer(c_int), intent(in) :: n
+      real(c_double), intent(in) :: a(*)
+      integer(c_int), value :: ia
+      real(c_double), intent(inout) :: y(*)
+      integer(c_int), value :: iy
+      real(c_double), intent(inout) :: z(*)
+      integer(c_int), value :: iz
+    end subroutine VDMODF_Idx
+  end interface
+end module zvl

@@ -1,0 +1,164 @@
+// The building blocks of the extended-precision support set: access to the
+// x87 extended format (64-bit significand with an explicit leading bit,
+// 15-bit exponent biased by 16383), exact powers of two and scaling, and
+// the error-free transformations that carry a value as an unevaluated sum
+// hi + lo of two extended numbers.
+//
+// All of it is x87 arithmetic on long double and integer work on the bit
+// pattern: no double arithmetic, so that a unit compiled for AVX still
+// emits no VEX-coded instruction here. Every routine assumes the x87
+// control word holds round to nearest with the 64-bit significand (field
+// 0x0F00 equal to 0x0300), which the complex kernels set on entry.
+#pragma once
+
+#include <cstdint>
+#include <cstring>
+
+#include "kernels/complex/ext/constants.h"
+
+namespace {
+
+// hi + lo, |lo| at most about an ulp of hi unless a routine says otherwise.
+struct Pair {
+    long double hi, lo;
+};
+
+// The 64-bit significand (leading bit included) of x.
+inline uint64_t ext_sig(long double x) {
+    uint64_t m;
+    std::memcpy(&m, &x, sizeof m);
+    return m;
+}
+
+// The 16-bit sign and biased exponent of x.
+inline unsigned ext_sign_exp(long double x) {
+    uint16_t se;
+    std::memcpy(&se, reinterpret_cast<const unsigned char*>(&x) + 8, sizeof se);
+    return se;
+}
+
+// The biased exponent: 0 for zeros and subnormals, 0x7fff for infinities
+// and NaNs.
+inline int ext_exp_field(long double x) { return static_cast<int>(ext_sign_exp(x) & 0x7fff); }
+
+inline bool ext_sign(long double x) { return (ext_sign_exp(x) & 0x8000) != 0; }
+
+inline long double ext_make(uint64_t sig, unsigned sign_exp) {
+    long double x = 0;
+    std::memcpy(&x, &sig, sizeof sig);
+    const uint16_t se = static_cast<uint16_t>(sign_exp);
+    std::memcpy(reinterpret_cast<unsigned char*>(&x) + 8, &se, sizeof se);
+    return x;
+}
+
+// 2^k for k in [-16382, 16383], the normal range.
+inline long double pow2(int k) {
+    return ext_make(uint64_t{1} << 63, static_cast<unsigned>(k + 16383));
+}
+
+// x * 2^k for any k with x * 2^k in or near the format's range; one
+// rounding at most, at the second product when the result is subnormal.
+inline long double scale2(long double x, int k) {
+    if (k > 16383) {
+        x *= pow2(16383);
+        k -= 16383;
+        if (k > 16383) k = 16383;
+    } else if (k < -16382) {
+        x *= pow2(-16382);
+        k += 16382;
+        if (k < -16382) k = -16382;
+    }
+    return x * pow2(k);
+}
+
+// A value the optimiser cannot see through, so that a product meant to
+// overflow or underflow is made at run time and raises its flag.
+inline long double ext_opaque(long double v) {
+    __asm__("" : "+t"(v));
+    return v;
+}
+
+inline long double ext_abs(long double x) { return ext_sign(x) ? -x : x; }
+
+// -x when neg holds; for results, whose NaNs are never flipped by a sign.
+inline long double ext_neg_if(long double x, bool neg) { return neg ? -x : x; }
+
+// s + e = a + b exactly, for |a| >= |b| or a = 0 (Dekker).
+inline Pair fast_two_sum(long double a, long double b) {
+    const long double s = a + b;
+    return {s, b - (s - a)};
+}
+
+// s + e = a + b exactly, whatever the order of sizes (Knuth).
+inline Pair two_sum(long double a, long double b) {
+    const long double s = a + b;
+    const long double bb = s - a;
+    return {s, (a - (s - bb)) + (b - bb)};
+}
+
+// a = hi + lo with hi of at most 31 significant bits and lo of at most 32
+// (Dekker's split with 2^33 + 1), so that products of parts are exact.
+// Needs |a| below 2^16350.
+inline Pair split(long double a) {
+    const long double t = a * Ext::dekker;
+    const long double hi = t - (t - a);
+    return {hi, a - hi};
+}
+
+// p + e = a * b exactly, barring underflow and overflow (Dekker).
+inline Pair two_prod(long double a, long double b) {
+    const long double p = a * b;
+    const Pair x = split(a), y = split(b);
+    return {p, ((x.hi * y.hi - p) + x.hi * y.lo + x.lo * y.hi) + x.lo * y.lo};
+}
+
+// (a.hi + a.lo) / (b.hi + b.lo) as a pair, relative error about 2^-126.
+inline Pair div_pair(Pair a, Pair b) {
+    const long double q = a.hi / b.hi;
+    const Pair p = two_prod(q, b.hi);
+    // a.hi - p.hi is exact: q b.hi is within an ulp of a.hi
+    const long double r = ((a.hi - p.hi) - p.lo) + a.lo - q * b.lo;
+    return {q, r / b.hi};
+}
+
+// (a.hi + a.lo) (b.hi + b.lo) as a pair.
+inline Pair mul_pair(Pair a, Pair b) {
+    const Pair p = two_prod(a.hi, b.hi);
+    return {p.hi, p.lo + (a.hi * b.lo + a.lo * b.hi)};
+}
+
+// a + b as a pair, from the exact sum of the high parts.
+inline Pair add_pair(Pair a, Pair b) {
+    const Pair s = two_sum(a.hi, b.hi);
+    return {s.hi, s.lo + (a.lo + b.lo)};
+}
+
+// Horner's scheme over a coefficient array from c[First] on:
+// c[First] + z (c[First + 1] + z (...)).
+template <int First = 0, int N>
+inline long double horner(const long double (&c)[N], long double z) {
+    long double p = c[N - 1];
+    for (int i = N - 2; i >= First; --i) p = c[i] + z * p;
+    return p;
+}
+
+// One result of a routine with two (sincos, sinhcosh): I = 0 the first.
+template <void (*F)(long double, long double*, long double*), int I>
+inline long double one_of_two(long double x) {
+    long double r[2];
+    F(x, &r[0], &r[1]);
+    return r[I];
+}
+
+// Integer nearest x (|x| < 2^62), by adding and subtracting 3 * 2^62: the
+// sum's significand holds 0xC000000000000000 plus the integer.
+struct Rounded {
+    long double value;
+    int64_t n;
+};
+inline Rounded round_to_int(long double x) {
+    const long double t = x + Ext::shifter;
+    return {t - Ext::shifter, static_cast<int64_t>(ext_sig(t) - 0xC000000000000000u)};
+}
+
+}  // namespace

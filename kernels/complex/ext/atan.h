@@ -1,0 +1,150 @@
+// ext_atan, ext_atan2, ext_asin, ext_acos.
+//
+// One core: atan of a pair y in [0, 1]. With c = j/64 the nearest table
+// point, atan y = atan c + atan t, t = (y - c)/(1 + y c), |t| <= 2^-7; y - c
+// is exact, 1 + y c and the quotient are taken as pairs, and atan t comes
+// from its Taylor polynomial to t^9. atan2 of pairs divides the smaller
+// magnitude by the larger (a pair quotient) and folds with pi/2 - a and
+// pi - a as pairs; atan x is atan2(x, 1) without the
+// division for |x| <= 1. asin x = atan2(x, sqrt(1 - x^2)) and
+// acos x = atan2(sqrt(1 - x^2), x), with 1 - x^2 = (1 - x)(1 + x) as a pair
+// and its root from ext_sqrt corrected to a pair.
+//
+// Special values as C99 Annex F: atan2 of signed zeros gives +-0 or +-pi,
+// infinities give multiples of pi/4, a NaN argument gives x + y; atan(+-inf)
+// is +-pi/2; asin and acos of |x| > 1 give a NaN with invalid.
+#pragma once
+
+#include "kernels/complex/ext/sqrt.h"
+
+namespace {
+
+struct ExtAtan {
+    static constexpr Pair table[65] = {
+#include "kernels/complex/ext/table_atan.inc"
+    };
+    // 2^66: above it atan |x| = pi/2 - 1/|x| with 1/|x| below an ulp
+    static constexpr long double far = 0x1p66L;
+};
+
+// atan(y.hi + y.lo) for y.hi in [0, 1], as a pair.
+inline Pair atan_unit(Pair y) {
+    const Rounded j = round_to_int(y.hi * 64.0L);
+    const long double c = j.value * 0x1p-6L;
+    // 1 + y c as a pair, then t = (y - c)/(1 + y c), y.hi - c exact
+    const Pair yc = two_prod(y.hi, c);
+    const Pair d = fast_two_sum(1.0L, yc.hi);
+    const Pair t = div_pair({y.hi - c, y.lo}, {d.hi, d.lo + yc.lo + y.lo * c});
+    const long double z = t.hi * t.hi;
+    const Pair a = fast_two_sum(t.hi, t.lo + t.hi * z * horner(Ext::atan_poly, z));
+    const Pair& A = ExtAtan::table[j.n];
+    // atan c >= 2^-6 > |atan t| unless c = 0
+    const Pair s = fast_two_sum(A.hi, a.hi);
+    return {s.hi, s.lo + (A.lo + a.lo)};
+}
+
+// pi/2 - a and pi - a for a in [0, pi/2], the high parts by exact two-sums.
+inline Pair pio2_minus(Pair a) {
+    const Pair d = two_sum(Ext::pio2[0], -a.hi);
+    return {d.hi, d.lo + (Ext::pio2[1] - a.lo)};
+}
+inline Pair pi_minus(Pair a) {
+    const Pair d = two_sum(Ext::pi[0], -a.hi);
+    return {d.hi, d.lo + (Ext::pi[1] - a.lo)};
+}
+
+// The angle of the point (X, Y), Y >= 0 and X not both zero, in [0, pi],
+// for pairs of moderate size (their products neither overflow nor
+// underflow).
+inline Pair atan2_core(Pair Y, Pair X) {
+    const bool xneg = X.hi < 0;
+    const Pair ax = xneg ? Pair{-X.hi, -X.lo} : X;
+    Pair a = Y.hi <= ax.hi ? atan_unit(div_pair(Y, ax)) : pio2_minus(atan_unit(div_pair(ax, Y)));
+    if (xneg) a = pi_minus(a);
+    return a;
+}
+
+inline long double ext_atan(long double x) {
+    if (x != x) return x * x;
+    const long double ax = ext_abs(x);
+    if (!(ax < ExtAtan::far)) {
+        return ext_neg_if(Ext::pio2[0] + (Ext::pio2[1] - 1.0L / ax), x < 0);
+    }
+    if (ax < Ext::tiny33) return x;
+    Pair a;
+    if (ax <= 1.0L) {
+        a = atan_unit({ax, 0.0L});
+    } else {
+        // 1/ax as a pair: its residual 1 - ax y is exact
+        const long double y = 1.0L / ax;
+        const Pair p = two_prod(ax, y);
+        a = pio2_minus(atan_unit({y, ((1.0L - p.hi) - p.lo) * y}));
+    }
+    return ext_neg_if(a.hi + a.lo, x < 0);
+}
+
+inline long double ext_atan2(long double y, long double x) {
+    if (x != x || y != y) return x + y;
+    const bool yneg = ext_sign(y);
+    const int ey = ext_exp_field(y), ex = ext_exp_field(x);
+    Pair a;
+    if (y == 0) {
+        if (!ext_sign(x)) return y;
+        a = {Ext::pi[0], Ext::pi[1]};
+    } else if (ey == 0x7fff) {
+        if (ex != 0x7fff) {
+            a = {Ext::pio2[0], Ext::pio2[1]};
+        } else if (x > 0) {
+            a = {Ext::pio4[0], Ext::pio4[1]};
+        } else {
+            const Pair t = two_sum(Ext::pi[0], -Ext::pio4[0]);  // 3pi/4
+            a = {t.hi, t.lo + (Ext::pi[1] - Ext::pio4[1])};
+        }
+    } else if (x == 0) {
+        a = {Ext::pio2[0], Ext::pio2[1]};
+    } else if (ex == 0x7fff) {
+        if (x > 0) return ext_neg_if(0.0L, yneg);
+        a = {Ext::pi[0], Ext::pi[1]};
+    } else if (x > 0 && ey + 40 < ex) {
+        // |y/x| < 2^-39: atan q = q - q^3/3 rounds to q, and a division
+        // rounds q once even where it is subnormal
+        return y / x;
+    } else {
+        // scale both by the same power of two so that the larger is near 1
+        const int k = (ex > ey ? ex : ey) - 16383;
+        a = atan2_core({scale2(ext_abs(y), -k), 0.0L}, {scale2(x, -k), 0.0L});
+    }
+    return ext_neg_if(a.hi + a.lo, yneg);
+}
+
+// sqrt(1 - x^2) for |x| < 1 as a pair.
+inline Pair cos_of_asin(long double ax) {
+    const Pair d = two_sum(1.0L, -ax), s = two_sum(1.0L, ax);
+    return sqrt_pair(mul_pair(d, s));
+}
+
+inline long double ext_asin(long double x) {
+    if (x != x) return x * x;
+    const long double ax = ext_abs(x);
+    if (!(ax < 1.0L)) {
+        if (ax == 1.0L) return ext_neg_if(Ext::pio2[0] + Ext::pio2[1], x < 0);
+        return (x - x) / (x - x);  // NaN with invalid, infinities too
+    }
+    if (ax < Ext::tiny33) return x;
+    const Pair a = atan2_core({ax, 0.0L}, cos_of_asin(ax));
+    return ext_neg_if(a.hi + a.lo, x < 0);
+}
+
+inline long double ext_acos(long double x) {
+    if (x != x) return x * x;
+    const long double ax = ext_abs(x);
+    if (!(ax < 1.0L)) {
+        if (x == 1.0L) return 0.0L;
+        if (x == -1.0L) return Ext::pi[0] + Ext::pi[1];
+        return (x - x) / (x - x);
+    }
+    const Pair a = atan2_core(cos_of_asin(ax), {x, 0.0L});
+    return a.hi + a.lo;
+}
+
+}  // namespace

@@ -1,0 +1,284 @@
+// Erfc: r = erfc(a).
+//
+// erfc falls off like exp(-x^2), so a polynomial in x alone would lose all
+// relative accuracy in the tail. Every mode computes two factors of
+// erfc(|x|): E = exp(-x^2) from a table of 2^(j/128) and a short polynomial,
+// and G = g(|x|) = exp(x^2) erfc(|x|), which varies slowly, from a
+// degree-13 polynomial about the start of one of 28 intervals
+// (quarter-binades from 0.25 up to 28). For negative x the result is 2
+// minus their product.
+//
+//   HA  x^2 in two parts; G with its constant and linear terms in two parts
+//       and a two-sum; E times G from 26-bit splits; 2 minus it by a
+//       two-sum; from 26.54 on, where the result may be subnormal, the
+//       product is aligned so that it rounds once.
+//   LA  x^2 in two parts, everything else in plain arithmetic.
+//   EP  as LA with x^2 in one part and exp(r) by degree 3.
+//
+// Arguments below 2^-55 or from 27.2260284 up in magnitude are computed as
+// 0, so a block needs no branch for them and raises no spurious exception;
+// their results come from the selection: 1.0 for the small ones, 0.0 above,
+// 2.0 from -27.22601318359375 down, a quiet NaN for a NaN. Finite lanes
+// above the underflow bound 27.226017111108362 are the only special lanes:
+// the callout gives them the block's value (0.0 or the smallest subnormal)
+// and reports ZVL_STATUS_UNDERFLOW. Subnormal results below that bound, the
+// bound itself and +infinity report nothing.
+//
+// Largest errors the accuracy test finds against MPFR (1e6 samples), in
+// ulps of the result, subnormal tail included:
+//   HA  0.566 ulp at 19.754... (0x1.3c12bcb3ed972p+4)
+//   LA  2.12 ulp at 4.9199... (0x1.3adfff552ab54p+2)
+//   EP  relative 2^-38.7 at 23.048... (0x1.70c4e192576dp+4)
+//
+// Included inside an unnamed namespace context, as isa.h.
+#pragma once
+
+#include "kernels/common/isa.h"
+#include "kernels/common/lanes.h"
+#include "kernels/erf/double_word.h"
+#include "kernels/erf/erfc/data.h"
+#include "zvl.h"
+
+namespace {
+
+struct ErfcConstants {
+    // 184.66496523378731, 128/ln 2
+    static constexpr double L = zvl::from_bits(0x40671547652b82fe);
+    // -1.5 * 2^52: sq*L + S holds -N in its low bits, N = round(sq*L)
+    static constexpr double S = zvl::from_bits(0xc338000000000000);
+    // ln2/128 = ln2_hi + ln2_lo; ln2_hi has 21 significant bits, so N*ln2_hi
+    // is exact (N < 2^18 here) and N*ln2_hi - sq is exact where they meet
+    static constexpr double ln2_hi = zvl::from_bits(0x3f762e4300000000);  // 0.0054152123630046844
+    static constexpr double ln2_lo = zvl::from_bits(0xbdb05c610ca86c39);  // -1.4880111718420063e-11
+    // exp(r) - 1 = r + r^2 (e2 + r (e3 + r (e4 + r e5))) within 2^-60
+    // relative for |r| <= ln2/256 (the Taylor terms)
+    static constexpr double e2 = 0.5;
+    static constexpr double e3 = 1.0 / 6;
+    static constexpr double e4 = 1.0 / 24;
+    static constexpr double e5 = 1.0 / 120;
+    // 2^-55 (high word 0x3c800000): below it erfc(x) rounds to 1
+    static constexpr double tiny = zvl::from_bits(0x3c80000000000000);
+    // 27.226028442382812, the first value with high word above 0x403b39dc:
+    // from it the argument is computed as 0 and a positive x gets 0.0
+    static constexpr double zero_from = zvl::from_bits(0x403b39dd00000000);
+    // 26.543243408203125 (0x403a8b12): from it a positive x takes the scaled
+    // product, as the result may be subnormal
+    static constexpr double scaled_from = zvl::from_bits(0x403a8b1200000000);
+    // -27.22601318359375 (0xc03b39dc): from it down the result is 2.0
+    static constexpr double two_below = zvl::from_bits(0xc03b39dc00000000);
+    // 27.226017111108362: above it erfc(x) is below half the smallest
+    // subnormal, and the result underflows
+    static constexpr double underflow_above = zvl::from_bits(0x403b39dc41e48bfc);
+    static constexpr double up = zvl::from_bits(0x4c70000000000000);    // 2^200
+    static constexpr double down = zvl::from_bits(0x3370000000000000);  // 2^-200
+    // 2^-822 = 2^-1022 * 2^200: a scaled result below it is subnormal; added
+    // to it, the sum's last place is the subnormals' 2^-1074 scaled by 2^200
+    static constexpr double subnormal_base = zvl::from_bits(0x0c90000000000000);
+    static constexpr uint64_t quiet_bit = 0x0008000000000000;
+    static constexpr double inf = zvl::from_bits(Fp64::exp_mask);
+};
+
+// The row of the polynomial table for w, and y = w - the row's start. The
+// index rule: the high word AND 0x7ffc0000, from 0x3fcc0000 on (below it
+// entry 0), four entries a binade; offsets past the table fall back to
+// entry 0, as such arguments are replaced before use.
+template <class V>
+inline void erfc_row(typename V::vd w, typename V::vd* c, typename V::vd& y) {
+    using I = Lanes<V::lanes>;
+    using vi = typename I::vi;
+    vi i = I::sub(I::and_(I::hi32(w), I::splat(0x7ffc0000)), I::splat(0x3fcc0000));
+    i = I::and_(i, I::lt(I::splat(-1), i));
+    i = I::and_(i, I::lt(i, I::splat(0x6c0001)));
+    uint32_t j[V::lanes], k[V::lanes];
+    I::store(j, I::template srli<15>(i));  // the entry's first pair: 8 pairs an entry
+    I::store(k, I::template srli<17>(i));  // its start: 2 doubles an entry
+    for (int m = 0; m < 16; m += 2) V::gather_pairs(&zvl::kErfcTable[0][m], j, c[m], c[m + 1]);
+    y = V::sub(w, V::gather(&zvl::kErfcStarts[0][0], k));
+}
+
+// The row for w and Q(y) = c2 + c3 y + ... + c13 y^11 by Horner, the part
+// of g every mode evaluates in plain arithmetic.
+template <class V>
+inline typename V::vd erfc_high_terms(typename V::vd w, typename V::vd* c, typename V::vd& y) {
+    erfc_row<V>(w, c, y);
+    typename V::vd Q = c[15];
+    for (int k = 14; k >= 4; --k) Q = V::mul_add(Q, y, c[k]);
+    return Q;
+}
+
+// w^2 = sq + sl exactly: w's 26-bit part squares exactly, and the rest is
+// wl (wh + w).
+template <class V>
+inline void exact_square(typename V::vd w, typename V::vd& sq, typename V::vd& sl) {
+    const typename V::vd wh = split_hi<V>(w), wl = V::sub(w, wh);
+    sq = V::mul(wh, wh);
+    sl = V::mul(wl, V::add(wh, w));
+}
+
+// exp(-(sq + sl)) = 2^n * (T_hi + T_lo) * (1 + p), with the scale 2^(n + 200)
+// returned apart. -N = 128 n + j; r = N ln2/128 - sq - sl, |r| <= ln2/256.
+// Degree is 5 or 3.
+template <class V, int Degree>
+inline void erfc_exp(typename V::vd sq, typename V::vd sl, typename V::vd& T_hi,
+                     typename V::vd& T_lo, typename V::vd& p, typename V::vd& scale) {
+    using vd = typename V::vd;
+    using C = ErfcConstants;
+    const vd v = V::add(V::mul(sq, V::splat(C::L)), V::splat(C::S));
+    const vd f = V::sub(v, V::splat(C::S));
+    // -N = 128 n + j from v's low words; 2^(n + 200) by adding n to the
+    // exponent of 2^200 (n >= -1070 while w < 27.3)
+    using I = Lanes<V::lanes>;
+    const typename I::vi k = I::lo32(v);
+    uint32_t j[V::lanes];
+    I::store(j, I::and_(k, I::splat(127)));
+    scale = I::add_hi32(V::splat(C::up), I::template slli<20>(I::template srai<7>(k)));
+    V::gather_pairs(&zvl::kErfcExp[0][0], j, T_hi, T_lo);
+    const vd r = V::add(V::sub(V::mul(f, V::splat(C::ln2_hi)), sq),
+                        V::sub(V::mul(f, V::splat(C::ln2_lo)), sl));
+    vd q;
+    if constexpr (Degree == 5) {
+        q = V::mul_add(V::mul_add(V::mul_add(V::splat(C::e5), r, V::splat(C::e4)), r,
+                                  V::splat(C::e3)),
+                       r, V::splat(C::e2));
+    } else {
+        q = V::mul_add(V::splat(C::e3), r, V::splat(C::e2));
+    }
+    p = V::add(V::mul(V::mul(q, r), r), r);
+}
+
+// The computation argument: |x|, or 0 where |x| < 2^-55 or |x| >= zero_from
+// (NaN too).
+template <class V>
+inline typename V::vd erfc_arg(typename V::vd ax) {
+    using C = ErfcConstants;
+    return V::and_(ax, V::and_(V::le(V::splat(C::tiny), ax), V::lt(ax, V::splat(C::zero_from))));
+}
+
+// The selection, in order over the computed result r (the scaled product
+// for positive x from 26.54 already in): a NaN from x, 0.0 from zero_from
+// to +infinity, 2.0 from -27.22601318359375 to -infinity.
+template <class V>
+inline typename V::vd erfc_select(typename V::vd x, typename V::vd r) {
+    using C = ErfcConstants;
+    r = V::select(V::eq(x, x), r, V::or_(x, splat_bits<V>(C::quiet_bit)));
+    r = V::andnot(V::le(V::splat(C::zero_from), x), r);
+    return V::select(V::le(x, V::splat(C::two_below)), V::splat(2.0), r);
+}
+
+// 2 - (h + l)*2^-200 for negative x, with h + l the scaled product.
+template <class V>
+inline typename V::vd two_minus(typename V::vd h, typename V::vd l) {
+    using vd = typename V::vd;
+    const vd down = V::splat(ErfcConstants::down);
+    h = V::mul(h, down);
+    l = V::mul(l, down);
+    vd s, e;
+    fast_two_sum<V>(V::splat(2.0), V::sub(V::splat(0.0), h), s, e);
+    return V::add(s, V::sub(e, l));
+}
+
+// What the three modes share around their product: the special lanes and
+// the callout. F::eval<V>(x) is the block formula.
+template <class F>
+struct ErfcLanes {
+    // Finite and above the underflow bound (a NaN fails both compares).
+    template <class V>
+    static typename V::vd special(typename V::vd x) {
+        using C = ErfcConstants;
+        return V::and_(V::lt(V::splat(C::underflow_above), x), V::lt(x, V::splat(C::inf)));
+    }
+    // The element keeps the block's value; only the report is added.
+    static int32_t callout(const double* x, double* y) {
+        *y = F::template eval<Scalar>(*x);
+        return ZVL_STATUS_UNDERFLOW;
+    }
+};
+
+// --- HA ---------------------------------------------------------------------
+
+struct ErfcHA : ErfcLanes<ErfcHA> {
+    template <class V>
+    static typename V::vd eval(typename V::vd x) {
+        using vd = typename V::vd;
+        using C = ErfcConstants;
+        const vd w = erfc_arg<V>(abs_of<V>(x));
+        // G = g(w) = C + L y + y^2 Q(y), as gh + gl
+        vd c[16], y;
+        const vd Q = erfc_high_terms<V>(w, c, y);
+        vd s, e, ph, pl, gh, gl;
+        two_sum<V>(c[3], V::mul(Q, y), s, e);  // L_hi + Q y
+        e = V::add(e, c[2]);                     // + L_lo
+        two_prod<V>(s, y, ph, pl);               // (s + e) y
+        pl = V::add(pl, V::mul(e, y));
+        two_sum<V>(c[1], ph, gh, gl);  // + C_hi
+        gl = V::add(gl, V::add(pl, c[0]));
+        fast_two_sum<V>(gh, gl, gh, gl);
+        // E = exp(-w^2) as T_hi + (T_lo + T p)
+        vd sq, sl, T_hi, T_lo, p, scale;
+        exact_square<V>(w, sq, sl);
+        erfc_exp<V, 5>(sq, sl, T_hi, T_lo, p, scale);
+        const vd E_lo = V::add(T_lo, V::mul(V::add(T_hi, T_lo), p));
+        // E * G: T_hi has 26 bits, so T_hi * gh's 26-bit parts are exact
+        // (E_lo holds T p, up to 0.3% of E, so the sum is renormalised)
+        const vd ghh = split_hi<V>(gh), ghl = V::sub(gh, ghh);
+        vd P_hi, P_lo;
+        fast_two_sum<V>(V::mul(T_hi, ghh),
+                        V::add(V::mul(T_hi, ghl), V::add(V::mul(E_lo, gh), V::mul(T_hi, gl))),
+                        P_hi, P_lo);
+        // scaled by 2^(n + 200), exactly: Z = Zh + Zl = erfc(w) 2^200
+        const vd Zh = V::mul(P_hi, scale), Zl = V::mul(P_lo, scale);
+        const vd down = V::splat(C::down);
+        const vd pos = V::mul(V::add(Zh, Zl), down);
+        // A subnormal result: Zh + base lies in the binade whose last place
+        // is the subnormals' scaled by 2^200, so u + (w2 + Zl) below rounds
+        // once to that grid; the base's pattern subtracted from the sum's
+        // leaves the subnormal's (or 2^-1022's, when the sum reaches twice
+        // the base).
+        const vd base = V::splat(C::subnormal_base);
+        const vd u = split_hi<V>(V::add(Zh, base));
+        const vd w2 = V::sub(Zh, V::sub(u, base));
+        const vd sub = V::sub_i64(V::add(u, V::add(w2, Zl)), base);
+        const vd scaled = V::select(V::lt(Zh, base), sub, pos);
+        vd r = V::select(V::lt(x, V::splat(0.0)), two_minus<V>(Zh, Zl), pos);
+        r = V::select(V::le(V::splat(C::scaled_from), x), scaled, r);
+        return erfc_select<V>(x, r);
+    }
+};
+
+// --- LA and EP --------------------------------------------------------------
+
+// Plain arithmetic around the same reduction; LA keeps x^2 in two parts
+// (its rounding would cost up to 740 ulps near 27) and exp(r) to degree 5.
+template <bool LA>
+struct ErfcPlain : ErfcLanes<ErfcPlain<LA>> {
+    template <class V>
+    static typename V::vd eval(typename V::vd x) {
+        using vd = typename V::vd;
+        using C = ErfcConstants;
+        const vd w = erfc_arg<V>(abs_of<V>(x));
+        vd c[16], y;
+        const vd Q = erfc_high_terms<V>(w, c, y);
+        const vd G = V::add(c[1], V::add(c[0], V::mul(V::mul_add(Q, y, c[3]), y)));
+        vd sq, sl;
+        if constexpr (LA) {
+            exact_square<V>(w, sq, sl);
+        } else {
+            sq = V::mul(w, w);
+            sl = V::splat(0.0);
+        }
+        vd T_hi, T_lo, p, scale;
+        erfc_exp<V, LA ? 5 : 3>(sq, sl, T_hi, T_lo, p, scale);
+        // T_hi has 26 bits: T_lo counts in T p too
+        const vd E = V::add(T_hi, V::add(T_lo, V::mul(V::add(T_hi, T_lo), p)));
+        const vd Z = V::mul(V::mul(E, G), scale);
+        // one rounding into the subnormals, if that is where it lands
+        const vd pos = V::mul(Z, V::splat(C::down));
+        const vd r = V::select(V::lt(x, V::splat(0.0)), V::sub(V::splat(2.0), pos), pos);
+        return erfc_select<V>(x, r);
+    }
+};
+
+using ErfcLA = ErfcPlain<true>;
+using ErfcEP = ErfcPlain<false>;
+
+}  // namespace

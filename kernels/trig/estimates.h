@@ -1,0 +1,108 @@
+// The single-precision reciprocal and reciprocal square root estimates on
+// double lanes, and the quotients, reciprocals and roots refined from them:
+// the inverse trigonometric and hyperbolic kernels divide and take roots
+// this way rather than with the double division and root instructions.
+//
+// The estimates are the hardware's (relative error below 1.5 * 2^-12); their
+// exact bits differ between processor makers, so a result may differ in
+// its last bit between machines, never between the cpu types of one.
+//
+// Included by the per-cpu units only, inside an unnamed namespace, as isa.h.
+#pragma once
+
+#include <immintrin.h>
+
+#include "kernels/common/isa.h"
+#include "kernels/common/lanes.h"
+#include "kernels/trig/double_word.h"
+
+namespace {
+
+// The reciprocal estimate of each 32-bit lane taken as a float.
+inline int32_t rcp_words(int32_t w) {
+    const __m128 f = _mm_castsi128_ps(_mm_cvtsi32_si128(w));
+    return _mm_cvtsi128_si32(_mm_castps_si128(_mm_rcp_ss(f)));
+}
+inline __m128i rcp_words(__m128i w) { return _mm_castps_si128(_mm_rcp_ps(_mm_castsi128_ps(w))); }
+
+// The reciprocal square root estimate of doubles within the float range.
+inline double rsqrt_estimate(double x) {
+    const __m128 f = _mm_cvtsd_ss(_mm_setzero_ps(), _mm_set_sd(x));
+    return _mm_cvtsd_f64(_mm_cvtss_sd(_mm_setzero_pd(), _mm_rsqrt_ss(f)));
+}
+inline __m128d rsqrt_estimate(__m128d x) { return _mm_cvtps_pd(_mm_rsqrt_ps(_mm_cvtpd_ps(x))); }
+#ifdef __AVX__
+inline __m256d rsqrt_estimate(__m256d x) { return _mm256_cvtps_pd(_mm_rsqrt_ps(_mm256_cvtpd_ps(x))); }
+#endif
+
+// R ~ 1/q for positive normal q with q < 2^1021, built on the high word of q
+// so that any exponent works: the estimate of q's significand as a float in
+// [1, 2), its exponent replaced by q's negated one. R keeps 20 bits of the
+// estimate and a zero low word, so the product of R and q's high word (q
+// with its low word cleared) is exact.
+template <class V>
+inline typename V::vd recip_estimate(typename V::vd q) {
+    using L = Lanes<V::lanes>;
+    using vi = typename L::vi;
+    const vi w = L::hi32(q);
+    const vi f = L::add(L::and_(L::template slli<3>(w), L::splat(0x007fffff)), L::splat(0x3f800000));
+    const vi r = L::sub(L::template srli<3>(rcp_words(f)), L::splat(0x07f00000));
+    const vi e = L::sub(L::splat(0x7fe00000), L::and_(w, L::splat(static_cast<int32_t>(0xfff00000))));
+    return L::add_hi32(V::splat(0.0), L::add(r, e));
+}
+
+// num / q for positive normal q < 2^1021: with R the estimate and e = q R -
+// 1 (|e| < 2^-11.4, q's high word times R exact), 1/q = R (1 - e + e^2 -
+// ...) to Terms powers of e: a relative error of about 2^-11.4 (Terms + 1)
+// from the series. num's high word times R is exact too, so the quotient
+// is rounded once, at the end.
+template <class V, int Terms>
+inline typename V::vd divide_refined(typename V::vd num, typename V::vd q) {
+    using vd = typename V::vd;
+    const vd R = recip_estimate<V>(q);
+    const vd high = splat_bits<V>(0xffffffff00000000);
+    const vd qh = V::and_(q, high), nh = V::and_(num, high);
+    const vd e = V::add(V::sub(V::mul(qh, R), V::splat(1.0)), V::mul(V::sub(q, qh), R));
+    // 1/(1 + e) = 1 - e c with c = 1 - e (1 - e (1 - ...)), Terms - 1 deep
+    vd c = V::splat(1.0);
+    if constexpr (Terms > 1) {
+        c = V::sub(V::splat(1.0), e);
+        for (int k = 2; k < Terms; ++k) c = V::sub(V::splat(1.0), V::mul(e, c));
+    }
+    const vd a = V::mul(nh, R), b = V::mul(V::sub(num, nh), R);
+    return V::add(a, V::sub(b, V::mul(V::add(a, b), V::mul(e, c))));
+}
+
+// 1/q the same way.
+template <class V, int Terms>
+inline typename V::vd recip_refined(typename V::vd q) {
+    return divide_refined<V, Terms>(V::splat(1.0), q);
+}
+
+// 1/sqrt(z) for z within the float range, to about 2^-53 relative: the
+// estimate y0 refined by the binomial series of (1 - e)^(-1/2), e = 1 - z
+// y0^2 (exact but for the product's rounding; |e| < 2^-11.4), to e^5.
+template <class V>
+inline typename V::vd rsqrt_refined(typename V::vd z) {
+    using vd = typename V::vd;
+    const vd y0 = rsqrt_estimate(z);
+    const vd e = V::sub(V::splat(1.0), V::mul(z, V::mul(y0, y0)));
+    vd c = V::mul_add(V::splat(0.24609375), e, V::splat(0.2734375));
+    c = V::mul_add(c, e, V::splat(0.3125));
+    c = V::mul_add(c, e, V::splat(0.375));
+    c = V::mul_add(c, e, V::splat(0.5));
+    return V::add(y0, V::mul(y0, V::mul(e, c)));
+}
+
+// sqrt(z_hi + z_lo) = s_hi + s_lo, given y = rsqrt_refined(z_hi): s_hi = z_hi
+// y, and s_lo from the residual z - s_hi^2, exact by a two-product.
+template <class V>
+inline void sqrt_dw(typename V::vd z_hi, typename V::vd z_lo, typename V::vd y,
+                    typename V::vd& s_hi, typename V::vd& s_lo) {
+    typename V::vd p, pe;
+    s_hi = V::mul(z_hi, y);
+    two_prod<V>(s_hi, s_hi, p, pe);
+    s_lo = V::mul(V::add(V::sub(V::sub(z_hi, p), pe), z_lo), V::mul(y, V::splat(0.5)));
+}
+
+}  // namespace

@@ -1,0 +1,105 @@
+// Acosh: r = acosh(a) = log(a + sqrt(a^2 - 1)) for a >= 1, over the SIMD
+// wrappers, with the logarithm of log.h.
+//
+//   LA, EP  below 1.13001 sqrt(y) Q(y), y = x - 1 (exact), Q of degree 7
+//           and the square root instruction; above v = x + sqrt((x - 1)(x +
+//           1)), or v = x with ln 2 added from 1e154 on.
+//   HA      below 1.0625 sqrt(2y) (1 + y P(y)), P of degree 6, the root in
+//           two parts (the refined reciprocal square root estimate and the
+//           exact residual); above v in two parts, (x - 1)(x + 1) from
+//           two-sums and a two-product and its root likewise; from 2^28 on
+//           v = x with ln 2 added.
+// Largest errors found against MPFR (2.4 million arguments; see
+// tests/kernels/trig): LA and EP 2.58 ulp at 0x1.1fe28b1e85302p+0, HA 0.509
+// ulp at 0x1.07e6d2db54b91p+0.
+// Vector range 1 <= x < inf (one compare of the high word, which a
+// negative x fails as a signed number). The callout takes the rest: x < 1
+// gives the default NaN with ZVL_STATUS_ERRDOM, +inf gives +inf, NaN x + x.
+// acosh(1) = +0.
+//
+// Included inside the unnamed namespace of the per-cpu units (see isa.h).
+#pragma once
+
+#include "kernels/common/loops.h"
+#include "kernels/trig/estimates.h"
+#include "kernels/trig/inverse_hyperbolic/log.h"
+#include "kernels/trig/lane_tests.h"
+
+namespace {
+
+// Refused: the high word of x (its sign included) outside [0x3ff00000,
+// 0x7ff00000).
+template <class V>
+inline int acosh_refused(typename V::vd x) {
+    return outside<V>(Lanes<V::lanes>::hi32(x), 0x3ff00000, 0x7ff00000);
+}
+
+struct AcoshLA : PerVector<AcoshLA> {
+    static constexpr double near_below = 1.13001;
+    static constexpr double huge = zvl::from_bits(0x5fe7dddf6b095ff1);  // 1e154
+
+    template <class V>
+    static typename V::vd eval(typename V::vd x) {
+        using vd = typename V::vd;
+        // Each branch sees arguments of its own range (others take 2), so
+        // that neither overflows where the other is taken.
+        const vd is_near = V::lt(x, V::splat(near_below));
+        const vd big = V::le(V::splat(huge), x);
+        const vd y = V::and_(is_near, V::sub(x, V::splat(1.0)));
+        const vd near = V::mul(V::sqrt(y), horner<V>(zvl::AcoshPolyNearLA::c, y));
+        const vd xc = V::select(V::or_(is_near, big), V::splat(2.0), x);
+        const vd w = V::mul(V::sub(xc, V::splat(1.0)), V::add(xc, V::splat(1.0)));
+        const vd v = V::select(big, x, V::add(xc, V::sqrt(w)));
+        const vd far = log_la<V>(v, V::and_(big, V::splat(1.0)), V::splat(0.0));
+        return V::select(is_near, near, far);
+    }
+    template <class V>
+    static int special(typename V::vd x) {
+        return acosh_refused<V>(x);
+    }
+    static int32_t callout(const double* x, double* r) { return zvl::acosh_callout(x, r); }
+};
+
+struct AcoshHA : PerVector<AcoshHA> {
+    static constexpr double near_below = 1.0625;
+    static constexpr double big_from = zvl::from_bits(0x41b0000000000000);  // 2^28
+
+    template <class V>
+    static typename V::vd eval(typename V::vd x) {
+        using vd = typename V::vd;
+        const vd one = V::splat(1.0);
+        // Each branch sees arguments of its own range (others take 2 or 0),
+        // so that neither overflows where the other is taken.
+        const vd is_near = V::lt(x, V::splat(near_below));
+        // near 1: sqrt(2y) in two parts (a z of 0 takes the estimate of 1)
+        const vd y = V::and_(is_near, V::sub(x, one));
+        const vd y2 = V::add(y, y);
+        vd s, s_lo;
+        sqrt_dw<V>(y2, V::splat(0.0),
+                   rsqrt_refined<V>(V::select(V::eq(y2, V::splat(0.0)), one, y2)), s, s_lo);
+        const vd near = V::add(s, V::add(s_lo, V::mul(s, V::mul(y, horner<V>(
+                                                            zvl::AcoshPolyNearHA::c, y)))));
+        // above: w = (x - 1)(x + 1) in two parts, v = x + sqrt(w)
+        const vd big = V::le(V::splat(big_from), x);
+        const vd xc = V::select(V::or_(is_near, big), V::splat(2.0), x);
+        vd d, d_lo, u, u_lo, w, w_lo, r, r_lo, v, v_lo;
+        two_sum<V>(xc, V::splat(-1.0), d, d_lo);
+        two_sum<V>(xc, one, u, u_lo);
+        two_prod<V>(d, u, w, w_lo);
+        w_lo = V::add(w_lo, V::add(V::mul(d, u_lo), V::mul(d_lo, u)));
+        sqrt_dw<V>(w, w_lo, rsqrt_refined<V>(w), r, r_lo);
+        fast_two_sum<V>(xc, r, v, v_lo);  // x > sqrt(w)
+        v = V::select(big, x, v);
+        v_lo = V::andnot(big, V::add(v_lo, r_lo));
+        vd hi, lo;
+        log_ha<V>(v, v_lo, V::and_(big, one), hi, lo);
+        return V::select(is_near, near, V::add(hi, lo));
+    }
+    template <class V>
+    static int special(typename V::vd x) {
+        return acosh_refused<V>(x);
+    }
+    static int32_t callout(const double* x, double* r) { return zvl::acosh_callout(x, r); }
+};
+
+}  // namespace

@@ -1,0 +1,88 @@
+// Atanh: r = atanh(a) = log((1 + a) / (1 - a)) / 2 for |a| < 1, over the
+// SIMD wrappers, with the logarithm of log.h.
+//
+//   LA, EP  below 1/4 x + x^3 P(x^2), P of degree 11; above u = (1 + |x|) /
+//           (1 - |x|) by the division instruction, 1 + |x| and 1 - |x| as
+//           two-sums, and the quotient's error (its residual, exact by a
+//           two-product, and the sums' low parts, over 1 + |x|) added to
+//           log(u) as a correction.
+//   HA      below 2^-8 x + x^3 P(x^2), P of degree 3; above u in two parts,
+//           the quotient of the two-part sums (by the refined reciprocal
+//           estimate and the residual), and its logarithm in two parts.
+// Largest errors found against MPFR (2.4 million arguments; see
+// tests/kernels/trig): LA and EP 1.23 ulp at 0x1.1b63acdee6ddfp-1, HA 0.501
+// ulp at 0x1.095e462ac119cp-8.
+// Vector range |x| < 1. The callout takes the rest: +-1 give +-inf with
+// ZVL_STATUS_SING, |x| > 1 the default NaN with ZVL_STATUS_ERRDOM, NaN x + x.
+//
+// Included inside the unnamed namespace of the per-cpu units (see isa.h).
+#pragma once
+
+#include "kernels/common/loops.h"
+#include "kernels/trig/estimates.h"
+#include "kernels/trig/inverse_hyperbolic/log.h"
+#include "kernels/trig/lane_tests.h"
+
+namespace {
+
+// Refused: |x| >= 1 or NaN.
+template <class V>
+inline int atanh_refused(typename V::vd x) {
+    return outside<V>(abs_high<V>(x), 0, 0x3ff00000);
+}
+
+// 1 + a = n + n_lo and 1 - a = d + d_lo, exactly (a < 1).
+template <class V>
+inline void atanh_sums(typename V::vd a, typename V::vd& n, typename V::vd& n_lo,
+                       typename V::vd& d, typename V::vd& d_lo) {
+    fast_two_sum<V>(V::splat(1.0), a, n, n_lo);
+    fast_two_sum<V>(V::splat(1.0), V::xor_(a, splat_bits<V>(Fp64::sign_mask)), d, d_lo);
+}
+
+struct AtanhLA : PerVector<AtanhLA> {
+    template <class V>
+    static typename V::vd eval(typename V::vd x) {
+        using vd = typename V::vd;
+        const vd a = abs_of<V>(x);
+        const vd small = odd_series<V>(zvl::AtanhPolyLA::c, a);
+        vd n, n_lo, d, d_lo, p, p_lo;
+        atanh_sums<V>(a, n, n_lo, d, d_lo);
+        const vd u = V::div(n, d);
+        // (n + n_lo) / (d + d_lo) = u (1 + c), c = (n - u d + n_lo - u d_lo) / n
+        two_prod<V>(u, d, p, p_lo);
+        const vd res = V::add(V::sub(V::sub(n, p), p_lo), V::sub(n_lo, V::mul(u, d_lo)));
+        const vd c = V::mul(res, recip_estimate<V>(n));
+        const vd far = V::mul(log_la<V>(u, V::splat(0.0), c), V::splat(0.5));
+        return V::or_(V::select(V::lt(a, V::splat(0.25)), small, far), sign_of<V>(x));
+    }
+    template <class V>
+    static int special(typename V::vd x) {
+        return atanh_refused<V>(x);
+    }
+    static int32_t callout(const double* x, double* r) { return zvl::atanh_callout(x, r); }
+};
+
+struct AtanhHA : PerVector<AtanhHA> {
+    template <class V>
+    static typename V::vd eval(typename V::vd x) {
+        using vd = typename V::vd;
+        const vd a = abs_of<V>(x);
+        const vd small = odd_series<V>(zvl::AtanhPolySmallHA::c, a);
+        vd n, n_lo, d, d_lo, u, u_lo, hi, lo;
+        atanh_sums<V>(a, n, n_lo, d, d_lo);
+        // log(u) is as small as 2^-7, so u's error counts 2^7 times over:
+        // its low part wants 1/d within 2^-57 (the series to e^4)
+        divide_dw<V>(n, d, d_lo, recip_refined<V, 4>(d), u, u_lo);
+        u_lo = V::add(u_lo, V::mul(n_lo, recip_refined<V, 1>(d)));
+        log_ha<V>(u, u_lo, V::splat(0.0), hi, lo);
+        const vd far = V::mul(V::add(hi, lo), V::splat(0.5));
+        return V::or_(V::select(V::lt(a, V::splat(0x1p-8)), small, far), sign_of<V>(x));
+    }
+    template <class V>
+    static int special(typename V::vd x) {
+        return atanh_refused<V>(x);
+    }
+    static int32_t callout(const double* x, double* r) { return zvl::atanh_callout(x, r); }
+};
+
+}  // namespace

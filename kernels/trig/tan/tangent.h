@@ -1,0 +1,152 @@
+// The scalar tangent and the callout of Tan: exact scalar code for every
+// element the vector paths refuse, and for any double at all.
+//
+//   +-0             x itself
+//   infinity        x - x, a NaN, and ZVL_STATUS_ERRDOM (reported under "dTan_HA"
+//                   or "dTan_LA" by the index form)
+//   NaN             x - x, no status
+//   |x| < 2^-252    x, through (x 2^55 - x) 2^-55
+//   |x| >= 12800    TrigReduce gives the quadrant q and x - (q + 4k) pi/2 as
+//                   high + low; the high word stands in for x, the low word
+//                   joins both remainders below
+//
+// Then with N the nearest integer to v = x 32/pi, the row i = (N + 16q) mod 32
+// of TanTable32 belongs to B = i pi/32, one period over 32 rows, and x = B +
+// r + c (three parts of pi/32). Rows 0 to 8 and 24 to 31 hold the Taylor
+// expansion of tan at B. Around the pole at pi/2 (rows 9 to 23) no
+// polynomial can follow the tangent, so those rows hold the expansion of
+// its regular part, tan(x) + 1/y with y the distance to the pole, and the
+// pole term -1/y is added apart:
+//
+//   M = v rounded to a multiple of 16 (the nearest pole or zero); y + yl =
+//   x - M pi/32 in three parts; W = y cut to 35 bits, R = 1/W, R' = R cut to
+//   18 bits by the row's mask (0 outside the pole rows), so W R' is exact and
+//   e = 1 - W R' exactly; with f = (y + yl - W) R,
+//     1/(y + yl) = R' + R (e - f) up to about 2^-70 relatively,
+//   the short reciprocal R' exact and the correction, 2^-17 of it, weighted
+//   by the row's pole weight (0 outside the pole rows).
+//
+// The expansion: f(B) + f'(B) (r + c) with f(B) in two words and f'(B) as a
+// power of two plus the rest (r times the power is exact), then degrees 2 to
+// 15 in r, written as
+//   A = T7 r^4 + r^8 (T0 + T1 r + T2 r^2 + T4 r^3 + T6 r^4 + T8 r^5 + T10 r^6 + T12 r^7)
+//   B = T3 r^2 + T5 r^3 + T9 r^5 + T11 r^6 + T13 r^7
+// and the leading sum b = f'(B) r + f(B) - R' with its rounding error kept.
+//
+// Included by the per-cpu units inside their unnamed namespace (see
+// kernels/common/isa.h), with TrigReduce, so each cpu type has its own copy.
+#pragma once
+
+#include <cstdint>
+
+#include "kernels/common/bits.h"
+#include "kernels/trig/tan/data.h"
+#include "kernels/trig/trig_reduce/trig_reduce.h"
+#include "state/state.h"
+#include "zvl.h"
+
+namespace {
+
+struct TanScalar {
+    // 10.185916357881302, 32/pi
+    static constexpr double inv_step = zvl::from_bits(0x40245f306dc9c883);
+    // 108086391056891904 = 1.5 * 2^56: v + it rounds v to a multiple of 16
+    static constexpr double shifter16 = zvl::from_bits(0x4378000000000000);
+    // pi/32 = C1 + C2 + C3 for the remainder to the row; C1 has 35 significant
+    // bits, so C1 N is exact for |N| < 2^18 (|x| < 12800)
+    static constexpr double C1 = zvl::from_bits(0x3fb921fb54440000);  // 0.09817477042452083
+    static constexpr double C2 = zvl::from_bits(0x3d468c234c4c0000);  // 1.6020900947399724e-13
+    static constexpr double C3 = zvl::from_bits(0x3ae98a2e03707345);  // 6.601874416867142e-25
+    // pi/32 = D1 + D2 + D3 for the distance to the pole, D2 negative; D1 and
+    // D2 have 39 and 40 significant bits, exact times M (a multiple of 16,
+    // at most 13 significant bits)
+    static constexpr double D1 = zvl::from_bits(0x3fb921fb54444000);  // 0.0981747704247482
+    static constexpr double D2 = zvl::from_bits(0xbd32e7b967674000);  // -6.716466596861444e-14
+    static constexpr double D3 = zvl::from_bits(0x3aa8a2e03707344a);  // 3.9801982271943437e-26
+    // -D2 to full precision, for W, which keeps 35 bits anyway
+    static constexpr double D2w = zvl::from_bits(0x3d32e7b9676733af);  // 6.716466596857464e-14
+    static constexpr double two55 = zvl::from_bits(0x4360000000000000);
+    static constexpr double two_m55 = zvl::from_bits(0x3c80000000000000);
+    // From the top 16 bits 0x40c9 of |x|, |x| >= 12800, TrigReduce first.
+    static constexpr uint32_t reduce_from = 0x40c9;
+    static constexpr uint32_t tiny_field = 771;  // |x| < 2^-252: tan x rounds to x
+};
+
+// tan x for a finite x.
+inline double scalar_tangent(double x) {
+    using K = TanScalar;
+    using zvl::bits;
+    using zvl::from_bits;
+    const uint64_t ix = bits(x);
+    if ((static_cast<uint32_t>(ix >> 52) & 0x7ff) < K::tiny_field)
+        return x == 0.0 ? x : (x * K::two55 - x) * K::two_m55;
+    uint32_t q = 0;
+    double low = 0.0;
+    if ((static_cast<uint32_t>(ix >> 48) & 0x7fff) >= K::reduce_from) {
+        double hl[2];
+        q = static_cast<uint32_t>(TrigReduce(x, hl));
+        x = hl[0];
+        low = hl[1];
+    }
+    const double v = x * K::inv_step;
+    const double s = zvl::Fp64::shifter + v;
+    const double N = s - zvl::Fp64::shifter;
+    const double s16 = K::shifter16 + v;
+    const double M = s16 - K::shifter16;
+    const double* T = zvl::TanTable32 + 20 * ((zvl::low_word(s) + 16u * q) & 31u);
+
+    // x = B + r + c
+    const double t = x - K::C1 * N;
+    const double r = t - K::C2 * N;
+    const double c = ((((t - r) - K::C2 * N) - K::C3 * N) + low);
+
+    // y + yl = x - M pi/32, W its 35 leading bits, R = 1/W
+    const double p = x - K::D1 * M;
+    const double h = K::D2 * M;
+    const double y = p - h;
+    const double yl = ((((p - y) - h) - K::D3 * M) + low);
+    const double W = from_bits(bits(K::D2w * M + p) & ~uint64_t{0x3ffff});
+    const double R = 1.0 / W;
+    const double f = (yl + (y - W)) * R;
+    const double Rs = from_bits(bits(R) & bits(T[19]));
+
+    const double z = r * r;
+    const double z2 = z * z;
+    const double z3 = r * z2;
+    double A = ((T[1] * r + T[0]) + (T[4] * r + T[2]) * z) + T[6] * z2;
+    A = ((A + ((T[10] * r + T[8]) + T[12] * z) * z3) * z2 + T[7]) * z2;
+    const double Bp = (T[5] * r + T[3]) * z + z3 * ((T[11] * r + T[9]) + T[13] * z);
+    const double l = T[16] * r;
+    const double m = T[17] * r;
+    const double g = l + m;
+    const double d = ((m + (l - g)) + T[15]) + (T[16] + T[17]) * c;
+    const double S = (A + Bp) + d;
+
+    const double a = Rs - T[14];
+    const double b = g - a;
+    return b + ((S + (g - (a + b))) - (T[18] * R) * ((1.0 - W * Rs) - f));
+}
+
+// Pointer form: stores tan x, returns ZVL_STATUS_ERRDOM for an infinity.
+__attribute__((noinline, cold)) inline int32_t tan_callout(const double* xp, double* yp) {
+    const double x = *xp;
+    const uint64_t ix = zvl::bits(x);
+    if ((ix & zvl::Fp64::exp_mask) == zvl::Fp64::exp_mask) {
+        *yp = x - x;
+        return (ix & zvl::Fp64::mant_mask) == 0 ? ZVL_STATUS_ERRDOM : 0;
+    }
+    *yp = x == 0.0 ? x : scalar_tangent(x);
+    return 0;
+}
+
+// Index form: element i of a into r[i]; an infinity is reported under
+// `name` ("dTan_HA", or "dTan_LA" for the LA and EP kernels) by cpu type
+// Cpu's error pipeline, which may replace r[i].
+template <int Cpu>
+__attribute__((noinline, cold)) void tan_callout_at(int32_t i, const double* a, double* r,
+                                                    const char* name) {
+    const int32_t status = tan_callout(&a[i], &r[i]);
+    if (status != 0) zvl::Services<Cpu>::error_pipeline(status, i, a, a, r, r, name);
+}
+
+}  // namespace

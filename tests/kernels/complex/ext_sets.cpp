@@ -1,0 +1,12 @@
+#include "tests/kernels/complex/ext_set.h"
+
+extern const ExtSet ext_set_ex, ext_set_e7, ext_set_u8, ext_set_y8, ext_set_h8, ext_set_e9;
+
+const ExtSet* const ext_sets[6] = {&ext_set_ex, &ext_set_e7, &ext_set_u8,
+                                   &ext_set_y8, &ext_set_h8, &ext_set_e9};
+
+const char* const ext_unary_names[kExtUnaryCount] = {
+#define ZVL_EXT_NAME(name) #name,
+    ZVL_EXT_UNARY(ZVL_EXT_NAME)
+#undef ZVL_EXT_NAME
+};

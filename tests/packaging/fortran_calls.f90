@@ -1,0 +1,236 @@
+! Calls every function of the module zvl: its example (within a few ulp)
+! and its _Idx form, whose offsets go by value, on shifted copies.
+! Written by tools/bindings/generate.py; do not edit.
+program fortran_calls
+  use zvl
+  use, intrinsic :: iso_c_binding, only: c_int, c_double, c_double_complex
+  implicit none
+  integer(c_int), parameter :: n = 3
+  integer :: failures = 0
+  real(c_double) :: a(n), b(n), y(n), z(n), s, ai(n + 2), bi(n + 1), yi(n + 3), zi(n + 4)
+  complex(c_double_complex) :: ca(n), cb(n), cy(n), cs, cai(n + 2), cbi(n + 1), cyi(n + 3)
+
+  ! VDINV: 1 / a[i]
+  a = 4.0d0
+  ai = 0
+  ai(3:) = 4.0d0
+  call VDINV(n, a, y)
+  call VDINV_Idx(n, ai, 2, yi, 3)
+  call expect('VDINV', y(1), 0.25d0)
+  call same('VDINV_Idx', y, yi(4:6))
+
+  ! VDDIV: a[i] / b[i]
+  a = 3.0d0
+  ai = 0
+  ai(3:) = 3.0d0
+  b = 4.0d0
+  bi = 0
+  bi(2:) = 4.0d0
+  call VDDIV(n, a, b, y)
+  call VDDIV_Idx(n, ai, 2, bi, 1, yi, 3)
+  call expect('VDDIV', y(1), 0.75d0)
+  call same('VDDIV_Idx', y, yi(4:6))
+
+  ! VDSQRT: sqrt(a[i])
+  a = 2.25d0
+  ai = 0
+  ai(3:) = 2.25d0
+  call VDSQRT(n, a, y)
+  call VDSQRT_Idx(n, ai, 2, yi, 3)
+  call expect('VDSQRT', y(1), 1.5d0)
+  call same('VDSQRT_Idx', y, yi(4:6))
+
+  ! VDINVSQRT: 1 / sqrt(a[i])
+  a = 0.25d0
+  ai = 0
+  ai(3:) = 0.25d0
+  call VDINVSQRT(n, a, y)
+  call VDINVSQRT_Idx(n, ai, 2, yi, 3)
+  call expect('VDINVSQRT', y(1), 2.0d0)
+  call same('VDINVSQRT_Idx', y, yi(4:6))
+
+  ! VDCBRT: cbrt(a[i])
+  a = -27.0d0
+  ai = 0
+  ai(3:) = -27.0d0
+  call VDCBRT(n, a, y)
+  call VDCBRT_Idx(n, ai, 2, yi, 3)
+  call expect('VDCBRT', y(1), -3.0d0)
+  call same('VDCBRT_Idx', y, yi(4:6))
+
+  ! VDINVCBRT: 1 / cbrt(a[i])
+  a = 8.0d0
+  ai = 0
+  ai(3:) = 8.0d0
+  call VDINVCBRT(n, a, y)
+  call VDINVCBRT_Idx(n, ai, 2, yi, 3)
+  call expect('VDINVCBRT', y(1), 0.5d0)
+  call same('VDINVCBRT_Idx', y, yi(4:6))
+
+  ! VDEXP: e^a[i]
+  a = 1.0d0
+  ai = 0
+  ai(3:) = 1.0d0
+  call VDEXP(n, a, y)
+  call VDEXP_Idx(n, ai, 2, yi, 3)
+  call expect('VDEXP', y(1), 2.718281828459045d0)
+  call same('VDEXP_Idx', y, yi(4:6))
+
+  ! VDLN: ln(a[i])
+  a = 8.0d0
+  ai = 0
+  ai(3:) = 8.0d0
+  call VDLN(n, a, y)
+  call VDLN_Idx(n, ai, 2, yi, 3)
+  call expect('VDLN', y(1), 2.0794415416798357d0)
+  call same('VDLN_Idx', y, yi(4:6))
+
+  ! VDLOG10: log10(a[i])
+  a = 1000.0d0
+  ai = 0
+  ai(3:) = 1000.0d0
+  call VDLOG10(n, a, y)
+  call VDLOG10_Idx(n, ai, 2, yi, 3)
+  call expect('VDLOG10', y(1), 3.0d0)
+  call same('VDLOG10_Idx', y, yi(4:6))
+
+  ! VDPOW: a[i] ^ b[i]
+  a = 2.0d0
+  ai = 0
+  ai(3:) = 2.0d0
+  b = 10.0d0
+  bi = 0
+  bi(2:) = 10.0d0
+  call VDPOW(n, a, b, y)
+  call VDPOW_Idx(n, ai, 2, bi, 1, yi, 3)
+  call expect('VDPOW', y(1), 1024.0d0)
+  call same('VDPOW_Idx', y, yi(4:6))
+
+  ! VDPOWX: a[i] ^ b, one exponent read from *b
+  a = 3.0d0
+  ai = 0
+  ai(3:) = 3.0d0
+  s = 2.0d0
+  call VDPOWX(n, a, s, y)
+  call VDPOWX_Idx(n, ai, 2, s, yi, 3)
+  call expect('VDPOWX', y(1), 9.0d0)
+  call same('VDPOWX_Idx', y, yi(4:6))
+
+  ! VDCEIL: a[i] rounded towards +inf
+  a = -2.5d0
+  ai = 0
+  ai(3:) = -2.5d0
+  call VDCEIL(n, a, y)
+  call VDCEIL_Idx(n, ai, 2, yi, 3)
+  call expect('VDCEIL', y(1), -2.0d0)
+  call same('VDCEIL_Idx', y, yi(4:6))
+
+  ! VDFLOOR: a[i] rounded towards -inf
+  a = -2.5d0
+  ai = 0
+  ai(3:) = -2.5d0
+  call VDFLOOR(n, a, y)
+  call VDFLOOR_Idx(n, ai, 2, yi, 3)
+  call expect('VDFLOOR', y(1), -3.0d0)
+  call same('VDFLOOR_Idx', y, yi(4:6))
+
+  ! VDTRUNC: a[i] rounded towards zero
+  a = -2.75d0
+  ai = 0
+  ai(3:) = -2.75d0
+  call VDTRUNC(n, a, y)
+  call VDTRUNC_Idx(n, ai, 2, yi, 3)
+  call expect('VDTRUNC', y(1), -2.0d0)
+  call same('VDTRUNC_Idx', y, yi(4:6))
+
+  ! VDROUND: a[i] rounded to nearest, halves away from zero
+  a = 2.5d0
+  ai = 0
+  ai(3:) = 2.5d0
+  call VDROUND(n, a, y)
+  call VDROUND_Idx(n, ai, 2, yi, 3)
+  call expect('VDROUND', y(1), 3.0d0)
+  call same('VDROUND_Idx', y, yi(4:6))
+
+  ! VDRINT: a[i] rounded in the caller's rounding mode
+  a = 2.5d0
+  ai = 0
+  ai(3:) = 2.5d0
+  call VDRINT(n, a, y)
+  call VDRINT_Idx(n, ai, 2, yi, 3)
+  call expect('VDRINT', y(1), 2.0d0)
+  call same('VDRINT_Idx', y, yi(4:6))
+
+  ! VDNEARBYINT: a[i] rounded in the caller's rounding mode, without the inexact exception
+  a = 3.5d0
+  ai = 0
+  ai(3:) = 3.5d0
+  call VDNEARBYINT(n, a, y)
+  call VDNEARBYINT_Idx(n, ai, 2, yi, 3)
+  call expect('VDNEARBYINT', y(1), 4.0d0)
+  call same('VDNEARBYINT_Idx', y, yi(4:6))
+
+  ! VDMODF: y[i] = integer part of a[i] (towards zero), z[i] = a[i] - y[i]
+  a = -3.75d0
+  ai = 0
+  ai(3:) = -3.75d0
+  call VDMODF(n, a, y, z)
+  call VDMODF_Idx(n, ai, 2, yi, 3, zi, 4)
+  call expect('VDMODF', y(1), -3.0d0)
+  call same('VDMODF_Idx', y, yi(4:6))
+  call expect('VDMODF', z(1), -0.75d0)
+  call same('VDMODF_Idx', z, zi(5:7))
+
+  if (failures > 0) then
+    print '(i0, a)', failures, ' failures'
+    error stop 1
+  end if
+  print '(a)', 'every function called'
+
+contains
+
+  subroutine expect(what, got, want)
+    character(*), intent(in) :: what
+    class(*), intent(in) :: got, want
+    logical :: ok
+    select type (got)
+    type is (real(c_double))
+      select type (want)
+      type is (real(c_double))
+        ok = abs(got - want) <= 1d-13 * abs(want)
+      end select
+    type is (complex(c_double_complex))
+      select type (want)
+      type is (complex(c_double_complex))
+        ok = abs(got - want) <= 1d-13 * abs(want)
+      end select
+    end select
+    if (.not. ok) then
+      print '(2a)', what, ': wrong result'
+      failures = failures + 1
+    end if
+  end subroutine expect
+
+  subroutine same(what, plain, shifted)
+    character(*), intent(in) :: what
+    class(*), intent(in) :: plain(:), shifted(:)
+    logical :: ok
+    ok = .false.
+    select type (plain)
+    type is (real(c_double))
+      select type (shifted)
+      type is (real(c_double))
+        ok = all(plain == shifted)
+      end select
+    type is (complex(c_double_complex))
+      select type (shifted)
+      type is (complex(c_double_complex))
+        ok = all(plain == shifted)
+      end select
+    end select
+    if (.not. ok) then
+      print '(2a)', what, ': differs from the plain call'
+      failures = failures + 1
+    end if
+  end subroutine same
+end program fortran_calls

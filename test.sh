@@ -5,8 +5,11 @@
 # jobs (scripts/clang-checks.sh): a clang build, the suite under
 # AddressSanitizer and UndefinedBehaviorSanitizer, a short campaign of the
 # environment fuzz target, and the threading tests under ThreadSanitizer;
-# ZVL_CLANG=0 leaves them out. Long sweeps carry the ctest label "long" and
-# run only with ZVL_LONG=1.
+# ZVL_CLANG=0 leaves them out. Then the tests whose outcome could depend on
+# the machine run again with other thread settings, and the Linux suite
+# once more built for the other case of the vendor check
+# (scripts/test_variations.sh; ZVL_VARIATIONS=0 leaves that out). Long
+# sweeps carry the ctest label "long" and run only with ZVL_LONG=1.
 set -euo pipefail
 cd "$(dirname "$0")"
 ZVL_WITH_WINDOWS=1 ZVL_WITH_CLANG=1 scripts/deps.sh
@@ -33,3 +36,5 @@ if [ -s build/windows/excluded-tests.txt ]; then
 fi
 ctest --preset windows "${args[@]}"
 echo "Windows build and tests under Wine: $((SECONDS - start)) s"
+
+[ "${ZVL_VARIATIONS:-1}" = 0 ] || scripts/test_variations.sh

@@ -247,6 +247,35 @@ module zvl
       real(c_double), intent(inout) :: r(*)
       integer(c_int), value :: ir
     end subroutine VDPOWX_Idx
+    ! Trigonometric
+    subroutine VDSIN(n, a, r) bind(C, name="VDSIN")
+      import :: c_int, c_double
+      integer(c_int), intent(in) :: n
+      real(c_double), intent(in) :: a(*)
+      real(c_double), intent(inout) :: r(*)
+    end subroutine VDSIN
+    subroutine VDSIN_Idx(n, a, ia, r, ir) bind(C, name="VDSIN_Idx")
+      import :: c_int, c_double
+      integer(c_int), intent(in) :: n
+      real(c_double), intent(in) :: a(*)
+      integer(c_int), value :: ia
+      real(c_double), intent(inout) :: r(*)
+      integer(c_int), value :: ir
+    end subroutine VDSIN_Idx
+    subroutine VDCOS(n, a, r) bind(C, name="VDCOS")
+      import :: c_int, c_double
+      integer(c_int), intent(in) :: n
+      real(c_double), intent(in) :: a(*)
+      real(c_double), intent(inout) :: r(*)
+    end subroutine VDCOS
+    subroutine VDCOS_Idx(n, a, ia, r, ir) bind(C, name="VDCOS_Idx")
+      import :: c_int, c_double
+      integer(c_int), intent(in) :: n
+      real(c_double), intent(in) :: a(*)
+      integer(c_int), value :: ia
+      real(c_double), intent(inout) :: r(*)
+      integer(c_int), value :: ir
+    end subroutine VDCOS_Idx
     ! Rounding to integers
     subroutine VDCEIL(n, a, r) bind(C, name="VDCEIL")
       import :: c_int, c_double

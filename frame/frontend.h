@@ -8,7 +8,7 @@
 #include <cstdint>
 #include <initializer_list>
 
-#include "frame/cpu_type.h"
+#include "base/cpu_type.h"
 #include "kernels/common/kernel_types.h"
 #include "state/state.h"
 #include "threading/threading.h"
@@ -53,13 +53,15 @@ inline bool arguments_ok(int32_t n, const FunctionInfo& f,
     return true;
 }
 
-// Step 5 and 6: true when n reaches the function's threshold. The HA slot
-// is asked whatever the accuracy mode; an answer of zero is asked again.
-inline bool goes_parallel(int32_t n, const FunctionInfo& f, std::atomic<int32_t>& cell) {
+// Step 5 and 6: true when n reaches the function's threshold, which `ask`
+// (the real or the complex threshold service) gives for the HA slot whatever
+// the accuracy mode; an answer of zero is asked again at the next call.
+using ThresholdService = int32_t (*)(int32_t slot, int32_t cpu);
+inline bool goes_parallel(int32_t n, const FunctionInfo& f, std::atomic<int32_t>& cell,
+                          ThresholdService ask) {
     int32_t t = cell.load(std::memory_order_relaxed);
     if (t == 0) {
-        const int32_t cpu = static_cast<int32_t>(cpu_type());
-        t = f.complex ? threshold_z(f.id, cpu) : threshold_d(f.id, cpu);
+        t = ask(f.id, static_cast<int32_t>(cpu_type()));
         cell.store(t, std::memory_order_relaxed);
     }
     return n >= t;
@@ -96,6 +98,16 @@ template <class T>
 inline T at_call(ReadAtCall<T> s) {
     return *s.p;
 }
+// A complex scalar that the kernel takes by pointer: the address of a copy
+// made at the moment of the call.
+struct CopyAtCall {
+    const ZVLComplex16* p;
+    ZVLComplex16 copy;
+};
+inline const ZVLComplex16* at_call(CopyAtCall& s) {
+    s.copy = *s.p;
+    return &s.copy;
+}
 
 // The whole front-end for one shape: `args` are the kernel's arguments after
 // n, and Driver is the shape's parallel driver.
@@ -103,7 +115,7 @@ template <auto Driver, class K, class... Args>
 inline void run(int32_t n, const FunctionInfo& f, Cells<K>& c, const KernelSet<K>& set,
                 std::initializer_list<const void*> arrays, Args... args) {
     if (!arguments_ok(n, f, arrays)) return;
-    const bool par = goes_parallel(n, f, c.threshold);
+    const bool par = goes_parallel(n, f, c.threshold, f.complex ? threshold_z : threshold_d);
     const int col = select_column(c, set);
     const K k = c.slot[col].load(std::memory_order_relaxed);
     if (par)
@@ -112,16 +124,53 @@ inline void run(int32_t n, const FunctionInfo& f, Cells<K>& c, const KernelSet<K
         k(n, at_call(args)...);
 }
 
+// The front-end of each shape: its checked arrays in position order, its
+// parallel driver, and what the kernel gets after n. Each exported entry
+// (frontends.cpp) is one of these with its function's record, cells and
+// kernel set.
+struct Front {
+    static void d1(const int* n, const double* a, double* r, const FunctionInfo& f,
+                   Cells<KernelD1>& c, const KernelSet<KernelD1>& set) {
+        run<zel_zvl_service_threader_d_1i_1o>(*n, f, c, set, {a, r}, a, r);
+    }
+    static void d2(const int* n, const double* a, const double* b, double* r,
+                   const FunctionInfo& f, Cells<KernelD2>& c, const KernelSet<KernelD2>& set) {
+        run<zel_zvl_service_threader_d_2i_1o>(*n, f, c, set, {a, b, r}, a, b, r);
+    }
+    // One in, two out with accuracy modes and a threshold (SinCos; Modf is
+    // the rounding family's).
+    static void d12(const int* n, const double* a, double* y, double* z, const FunctionInfo& f,
+                    Cells<KernelD12>& c, const KernelSet<KernelD12>& set) {
+        run<zel_zvl_service_threader_d_1i_2o>(*n, f, c, set, {a, y, z}, a, y, z);
+    }
+    // Real array and real scalar: positions are n 1, a 2, r 3; b is never
+    // tested, and is read at the moment of the call, after the mode.
+    static void dx(const int* n, const double* a, const double* b, double* r,
+                   const FunctionInfo& f, Cells<KernelDx>& c, const KernelSet<KernelDx>& set) {
+        run<zel_zvl_service_threader_d_cd_2i_d_1o>(*n, f, c, set, {a, r}, a, ReadAtCall<double>{b}, r);
+    }
+    static void z1(const int* n, const ZVLComplex16* a, ZVLComplex16* r, const FunctionInfo& f,
+                   Cells<KernelZ1>& c, const KernelSet<KernelZ1>& set) {
+        run<zel_zvl_service_threader_z_1i_1o>(*n, f, c, set, {a, r}, a, r);
+    }
+    static void z2(const int* n, const ZVLComplex16* a, const ZVLComplex16* b, ZVLComplex16* r,
+                   const FunctionInfo& f, Cells<KernelZ2>& c, const KernelSet<KernelZ2>& set) {
+        run<zel_zvl_service_threader_z_2i_1o>(*n, f, c, set, {a, b, r}, a, b, r);
+    }
+    // Complex array and complex scalar: as the real one, b untested; the
+    // kernel gets the address of a copy taken at the moment of the call.
+    static void zx(const int* n, const ZVLComplex16* a, const ZVLComplex16* b, ZVLComplex16* r,
+                   const FunctionInfo& f, Cells<KernelZx>& c, const KernelSet<KernelZx>& set) {
+        run<zel_zvl_service_threader_z_cz_2i_z_1o>(*n, f, c, set, {a, r}, a, CopyAtCall{b, {}}, r);
+    }
+};
+
 // The rounding family: one slot, no threshold, no mode.
 template <class K>
 struct RoundingCells {
     std::atomic<K> slot;
 };
 
-template <class K>
-struct RoundingSet {
-    K k[6];
-};
 
 template <class K>
 inline K bind_rounding(RoundingCells<K>& c, const RoundingSet<K>& set) {

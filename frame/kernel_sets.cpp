@@ -1,56 +1,31 @@
-// Each function's kernels by cpu type and accuracy mode.
-//
-// The usual real row: at cpu type 0 one kernel serves all three modes (the
-// LA and EP slots run the HA kernel); at types 1 to 5 each mode has its own.
+// Each function's kernels by cpu type and accuracy mode, from its family's
+// plan: a slot of its own holds the cell's kernel, a forward the kernel of
+// the cell it names (the kernel symbols of forwards exist too, as entries
+// that call that kernel, but the sets skip them).
 #include "frame/kernel_sets.h"
 
-#define ZVL_ROW3(cpu, fam) {ZVL_KERNEL(cpu, fam, HA), ZVL_KERNEL(cpu, fam, 50), ZVL_KERNEL(cpu, fam, 26)}
-#define ZVL_ROW_HA_ONLY(cpu, fam) {ZVL_KERNEL(cpu, fam, HA), ZVL_KERNEL(cpu, fam, HA), ZVL_KERNEL(cpu, fam, HA)}
-#define ZVL_REAL_SET(fam)                                                          \
-    {{ZVL_ROW_HA_ONLY(ex, fam), ZVL_ROW3(e7, fam), ZVL_ROW3(u8, fam), ZVL_ROW3(y8, fam), \
-      ZVL_ROW3(h8, fam), ZVL_ROW3(e9, fam)}}
-
-// The rounding family: one kernel per cpu type; NearbyInt and Rint have one
-// kernel for types 3 and 4, the one of type 3.
-#define ZVL_ROUNDING_SET(fam)                                                        \
-    {{ZVL_ROUNDING_KERNEL(ex, fam), ZVL_ROUNDING_KERNEL(e7, fam), ZVL_ROUNDING_KERNEL(u8, fam), \
-      ZVL_ROUNDING_KERNEL(y8, fam), ZVL_ROUNDING_KERNEL(h8, fam), ZVL_ROUNDING_KERNEL(e9, fam)}}
-#define ZVL_ROUNDING_SET_34(fam)                                                     \
-    {{ZVL_ROUNDING_KERNEL(ex, fam), ZVL_ROUNDING_KERNEL(e7, fam), ZVL_ROUNDING_KERNEL(u8, fam), \
-      ZVL_ROUNDING_KERNEL(y8, fam), ZVL_ROUNDING_KERNEL(y8, fam), ZVL_ROUNDING_KERNEL(e9, fam)}}
+#include "kernels/common/sets.h"
+#include "kernels/plans.h"
 
 namespace zvl {
 
-const KernelSet<KernelD1> kernels_VDINV = ZVL_REAL_SET(Inv);
-const KernelSet<KernelD2> kernels_VDDIV = ZVL_REAL_SET(Div);
-const KernelSet<KernelD1> kernels_VDSQRT = ZVL_REAL_SET(Sqrt);
-const KernelSet<KernelD1> kernels_VDINVSQRT = ZVL_REAL_SET(InvSqrt);
-const KernelSet<KernelD1> kernels_VDCBRT = ZVL_REAL_SET(Cbrt);
-const KernelSet<KernelD1> kernels_VDINVCBRT = ZVL_REAL_SET(InvCbrt);
-const KernelSet<KernelD2> kernels_VDPOW = ZVL_REAL_SET(Pow);
-const KernelSet<KernelDx> kernels_VDPOWX = ZVL_REAL_SET(Powx);
-const KernelSet<KernelD1> kernels_VDEXP = ZVL_REAL_SET(Exp);
+#define ZVL_SET(K, EXPORT, fam) constexpr KernelSet<K> kernels_##EXPORT = resolve(plans::fam, ZVL_ALL_KERNELS(K, fam));
+#define ZVL_SET_D1(EXPORT, report, id, fam) ZVL_SET(KernelD1, EXPORT, fam)
+#define ZVL_SET_D2(EXPORT, report, id, fam) ZVL_SET(KernelD2, EXPORT, fam)
+#define ZVL_SET_D12(EXPORT, report, id, fam) ZVL_SET(KernelD12, EXPORT, fam)
+#define ZVL_SET_DX(EXPORT, report, id, fam) ZVL_SET(KernelDx, EXPORT, fam)
+// A complex family's plan is z<family> and its kernels carry z as well.
+#define ZVL_ZSET(K, EXPORT, fam) \
+    constexpr KernelSet<K> kernels_##EXPORT = resolve(plans::z##fam, ZVL_ALL_ZKERNELS(K, fam));
+#define ZVL_SET_Z1(EXPORT, report, id, fam) ZVL_ZSET(KernelZ1, EXPORT, fam)
+#define ZVL_SET_Z2(EXPORT, report, id, fam) ZVL_ZSET(KernelZ2, EXPORT, fam)
+#define ZVL_SET_ZX(EXPORT, report, id, fam) ZVL_ZSET(KernelZx, EXPORT, fam)
+#define ZVL_ROUNDING(K, EXPORT, fam) \
+    constexpr RoundingSet<K> kernels_##EXPORT = resolve(plans::fam, ZVL_ALL_ROUNDING(K, fam));
+#define ZVL_SET_R1(EXPORT, report, fam) ZVL_ROUNDING(KernelD1, EXPORT, fam)
+#define ZVL_SET_R12(EXPORT, report, fam) ZVL_ROUNDING(KernelD12, EXPORT, fam)
 
-const RoundingSet<KernelD1> kernels_VDCEIL = ZVL_ROUNDING_SET(Ceil);
-const RoundingSet<KernelD1> kernels_VDFLOOR = ZVL_ROUNDING_SET(Floor);
-const RoundingSet<KernelD12> kernels_VDMODF = ZVL_ROUNDING_SET(Modf);
-const RoundingSet<KernelD1> kernels_VDNEARBYINT = ZVL_ROUNDING_SET_34(NearbyInt);
-const RoundingSet<KernelD1> kernels_VDRINT = ZVL_ROUNDING_SET_34(Rint);
-const RoundingSet<KernelD1> kernels_VDROUND = ZVL_ROUNDING_SET(Round);
-const RoundingSet<KernelD1> kernels_VDTRUNC = ZVL_ROUNDING_SET(Trunc);
-
-// A row whose LA slot runs the HA kernel.
-#define ZVL_ROW_NO_LA(cpu, fam) \
-    {ZVL_KERNEL(cpu, fam, HA), ZVL_KERNEL(cpu, fam, HA), ZVL_KERNEL(cpu, fam, 26)}
-
-// Ln: at type 1 the LA slot runs HA as well.
-const KernelSet<KernelD1> kernels_VDLN = {
-    {ZVL_ROW_HA_ONLY(ex, Ln), ZVL_ROW_NO_LA(e7, Ln), ZVL_ROW3(u8, Ln), ZVL_ROW3(y8, Ln),
-     ZVL_ROW3(h8, Ln), ZVL_ROW3(e9, Ln)}};
-
-// Log10 has no LA kernel: the LA slot runs HA at every type.
-const KernelSet<KernelD1> kernels_VDLOG10 = {
-    {ZVL_ROW_HA_ONLY(ex, Log10), ZVL_ROW_NO_LA(e7, Log10), ZVL_ROW_NO_LA(u8, Log10),
-     ZVL_ROW_NO_LA(y8, Log10), ZVL_ROW_NO_LA(h8, Log10), ZVL_ROW_NO_LA(e9, Log10)}};
+ZVL_FUNCTIONS(ZVL_SET_D1, ZVL_SET_D2, ZVL_SET_D12, ZVL_SET_DX, ZVL_SET_Z1, ZVL_SET_Z2, ZVL_SET_ZX,
+              ZVL_SET_R1, ZVL_SET_R12)
 
 }  // namespace zvl

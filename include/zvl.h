@@ -143,6 +143,10 @@ ZVL_API void ZEL_Set_Dynamic(int flag);
  *              subnormal and zero results
  *   VDLN       ln(a); SING for +-0, ERRDOM below zero and for -inf
  *   VDLOG10    log10(a); as VDLN; its LA mode runs HA
+ *   VDCOS      cos(a); ZVL_STATUS_ERRDOM for +-inf, NaN for NaN silently
+ *   VDSIN      sin(a), keeping the sign of a zero; as VDCOS. In EP mode on
+ *              SSE3-only processors, |a| > 1e15, infinities and NaN give +0
+ *              and no status
  */
 ZVL_API void VDINV(const int *n, const double *a, double *r);
 ZVL_API void VDINV_Idx(const int *n, const double *a, int ia, double *r, int ir);
@@ -160,6 +164,10 @@ ZVL_API void VDLN(const int *n, const double *a, double *r);
 ZVL_API void VDLN_Idx(const int *n, const double *a, int ia, double *r, int ir);
 ZVL_API void VDLOG10(const int *n, const double *a, double *r);
 ZVL_API void VDLOG10_Idx(const int *n, const double *a, int ia, double *r, int ir);
+ZVL_API void VDCOS(const int *n, const double *a, double *r);
+ZVL_API void VDCOS_Idx(const int *n, const double *a, int ia, double *r, int ir);
+ZVL_API void VDSIN(const int *n, const double *a, double *r);
+ZVL_API void VDSIN_Idx(const int *n, const double *a, int ia, double *r, int ir);
 
 /*
  * Real functions, two inputs, one output: r[i] = f(a[i], b[i]).

@@ -3,7 +3,7 @@
 // first use; a cpu type outside 0..5 leaves the cell null.
 #include <atomic>
 
-#include "frame/cpu_type.h"
+#include "base/cpu_type.h"
 #include "state/state.h"
 
 namespace zvl {
@@ -48,9 +48,3 @@ ZVL_DISPATCHER(ZVLErrorCallback, clear_callback, (), ())
 ZVL_DISPATCHER(const void*, set_array_base, (const void* base), (base))
 
 }  // namespace zvl
-
-extern "C" ZVL_API unsigned int ZVLGETMODE(void) { return zvl::get_mode(); }
-
-extern "C" ZVL_API unsigned int ZVLSETMODE(const unsigned int* mode) {
-    return zvl::set_mode(*mode);
-}

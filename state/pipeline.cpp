@@ -9,7 +9,7 @@
 #include <cstddef>
 #include <cstring>
 
-#include "kernels/common/bits.h"
+#include "base/bits.h"
 #include "platform/os.h"
 #include "state/state.h"
 

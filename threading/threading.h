@@ -4,7 +4,7 @@
 
 #include <cstdint>
 
-#include "kernels/common/kernel_types.h"
+#include "base/kernel_shapes.h"
 
 namespace zvl {
 

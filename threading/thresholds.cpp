@@ -10,7 +10,7 @@
 #include <cstddef>
 #include <cstdint>
 
-#include "frame/cpu_type.h"
+#include "base/cpu_type.h"
 #include "threading/threading.h"
 #include "threading/thresholds.h"
 

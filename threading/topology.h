@@ -6,7 +6,7 @@
 
 #include <cstdint>
 
-#include "frame/cpuid.h"
+#include "base/cpuid.h"
 
 namespace zvl {
 

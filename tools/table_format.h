@@ -7,7 +7,7 @@
 #include <cstdint>
 #include <cstdio>
 
-#include "kernels/common/bits.h"
+#include "base/bits.h"
 
 namespace zvl_tables {
 

@@ -12,6 +12,8 @@
 
 #include <cstdint>
 
+#include "kernels/common/plan.h"
+
 namespace {
 
 inline uint32_t read_mxcsr() {
@@ -87,5 +89,43 @@ struct X87Guard {
     X87Guard(const X87Guard&) = delete;
     X87Guard& operator=(const X87Guard&) = delete;
 };
+
+// Both the x87 control word at the 64-bit significand and the short MXCSR
+// guard, installed in that order and undone in the same order, the x87 word
+// first: the frame of the complex vector kernels and of Tan HA.
+struct X87ShortGuard {
+    uint16_t saved_cw;
+    bool cw_changed;
+    uint32_t saved_csr;
+    bool csr_changed;
+    X87ShortGuard()
+        : saved_cw(read_x87_cw()), cw_changed((saved_cw & 0xf00u) != 0x300u) {
+        if (cw_changed) write_x87_cw(static_cast<uint16_t>((saved_cw & 0xf0ffu) | 0x300u));
+        saved_csr = read_mxcsr();
+        csr_changed = (saved_csr & 0xe000u) != 0;
+        if (csr_changed) write_mxcsr(saved_csr & 0xffff1fffu);
+    }
+    ~X87ShortGuard() {
+        if (cw_changed) write_x87_cw(saved_cw);
+        if (csr_changed) write_mxcsr(saved_csr);
+    }
+    X87ShortGuard(const X87ShortGuard&) = delete;
+    X87ShortGuard& operator=(const X87ShortGuard&) = delete;
+};
+
+// The guard a plan's cell names.
+template <zvl::Guard G>
+struct GuardForT;
+template <> struct GuardForT<zvl::Guard::none> { using type = NoGuard; };
+template <> struct GuardForT<zvl::Guard::mxcsr> { using type = MxcsrGuard<0>; };
+template <> struct GuardForT<zvl::Guard::mxcsr_up> { using type = MxcsrGuard<0x4000>; };
+template <> struct GuardForT<zvl::Guard::mxcsr_down> { using type = MxcsrGuard<0x2000>; };
+template <> struct GuardForT<zvl::Guard::mxcsr_zero> { using type = MxcsrGuard<0x6000>; };
+template <> struct GuardForT<zvl::Guard::mxcsr_short> { using type = MxcsrShortGuard; };
+template <> struct GuardForT<zvl::Guard::x87_53> { using type = X87Guard<0x200>; };
+template <> struct GuardForT<zvl::Guard::x87_64> { using type = X87Guard<0x300>; };
+template <> struct GuardForT<zvl::Guard::x87_64_short> { using type = X87ShortGuard; };
+template <zvl::Guard G>
+using GuardFor = typename GuardForT<G>::type;
 
 }  // namespace

@@ -21,7 +21,7 @@
 #include <cstdint>
 #include <cstring>
 
-#include "kernels/common/bits.h"
+#include "base/bits.h"
 
 namespace {
 
@@ -239,6 +239,14 @@ inline typename V::vd abs_of(typename V::vd x) {
 template <class V>
 inline typename V::vd sign_of(typename V::vd x) {
     return V::and_(x, splat_bits<V>(Fp64::sign_mask));
+}
+
+// y with a zero made +0. A sum of zeros of opposite signs is -0 when the
+// caller rounds downward, so a kernel that runs in the caller's mode and
+// whose exact zero is +0 (a logarithm of 1) sets the sign this way.
+template <class V>
+inline typename V::vd plus_zero(typename V::vd y) {
+    return V::andnot(V::and_(V::eq(y, V::splat(0.0)), splat_bits<V>(Fp64::sign_mask)), y);
 }
 
 // All ones in the lanes where the mask m is clear.

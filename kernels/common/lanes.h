@@ -15,7 +15,7 @@
 
 #include <cstdint>
 
-#include "kernels/common/bits.h"
+#include "base/bits.h"
 
 namespace {
 

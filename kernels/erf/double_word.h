@@ -1,34 +1,20 @@
-// Double-word steps over the SIMD wrappers of isa.h that the error
-// functions share: the 27-bit split and the two-sum in the order their
-// compensated paths use. Kept beside these families until the shared
-// double-word header of kernels/common has them.
+// Double-word steps the error functions add to kernels/common/double_word.h:
+// the 26-bit split by mask and Dekker's product from it.
 //
 // Included inside an unnamed namespace context, as isa.h.
 #pragma once
 
 #include "kernels/common/isa.h"
-#include "kernels/common/two_sum.h"
+#include "kernels/common/double_word.h"
 
 namespace {
 
 // 0xFFFFFFFFF8000000 clears the low 27 bits: the leading 26 significant
 // bits stay, so that the product of two such parts is exact, and of one with
 // a full 27-bit rest too.
-constexpr uint64_t kSplitMask = 0xfffffffff8000000;
-
 template <class V>
 inline typename V::vd split_hi(typename V::vd a) {
-    return V::and_(a, splat_bits<V>(kSplitMask));
-}
-
-// s + e == a + b exactly, whatever the magnitudes (Knuth's two-sum, with
-// b's share taken first).
-template <class V>
-inline void two_sum(typename V::vd a, typename V::vd b, typename V::vd& s, typename V::vd& e) {
-    s = V::add(a, b);
-    const typename V::vd d = V::sub(b, s);
-    const typename V::vd bb = V::add(s, d);
-    e = V::add(V::add(d, a), V::sub(b, bb));
+    return split<V, 26>(a).hi;
 }
 
 // p + q == a * b up to the product of the two 27-bit rests (below 2^-105

@@ -1,6 +1,6 @@
 #include "kernels/trig/domain.h"
 
-#include "kernels/common/bits.h"
+#include "base/bits.h"
 #include "kernels/common/fp_guard.h"
 #include "zvl.h"
 

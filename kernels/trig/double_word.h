@@ -9,7 +9,7 @@
 #pragma once
 
 #include "kernels/common/isa.h"
-#include "kernels/common/two_sum.h"
+#include "kernels/common/double_word.h"
 
 namespace {
 
@@ -27,15 +27,6 @@ constexpr uint64_t kHalfMask = 0xfffffffff8000000;
 template <class V>
 inline typename V::vd upper_half(typename V::vd x) {
     return V::and_(x, splat_bits<V>(kHalfMask));
-}
-
-// s + e == a + b exactly, whatever the sizes of a and b.
-template <class V>
-inline void two_sum(typename V::vd a, typename V::vd b, typename V::vd& s, typename V::vd& e) {
-    using vd = typename V::vd;
-    s = V::add(a, b);
-    const vd bb = V::sub(s, a);
-    e = V::add(V::sub(a, V::sub(s, bb)), V::sub(b, bb));
 }
 
 // p + e == a * b up to the rounding of the product of the low halves (a

@@ -2,7 +2,7 @@
 // nearest double to the rest, for the inverse trigonometric families.
 #pragma once
 
-#include "kernels/common/bits.h"
+#include "base/bits.h"
 
 namespace zvl {
 

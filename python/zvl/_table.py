@@ -17,6 +17,8 @@ FUNCTIONS = (
     ('log10', 'VDLOG10', 'D1', 'log10(a[i])', False, (1000.0,), (3.0,)),
     ('pow', 'VDPOW', 'D2', 'a[i] ^ b[i]', True, (2.0, 10.0), (1024.0,)),
     ('powx', 'VDPOWX', 'DX', 'a[i] ^ b, one exponent read from *b', True, (3.0, 2.0), (9.0,)),
+    ('sin', 'VDSIN', 'D1', 'sin(a[i])', False, (0.5,), (0.479425538604203,)),
+    ('cos', 'VDCOS', 'D1', 'cos(a[i])', False, (0.5,), (0.877582561890373,)),
     ('ceil', 'VDCEIL', 'R1', 'a[i] rounded towards +inf', False, (-2.5,), (-2.0,)),
     ('floor', 'VDFLOOR', 'R1', 'a[i] rounded towards -inf', False, (-2.5,), (-3.0,)),
     ('trunc', 'VDTRUNC', 'R1', 'a[i] rounded towards zero', False, (-2.75,), (-2.0,)),

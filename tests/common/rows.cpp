@@ -6,6 +6,7 @@
 #include <type_traits>
 
 #include "frame/kernel_sets.h"
+#include "kernels/plans.h"
 #include "state/state.h"
 #include "tests/common/capture.h"
 
@@ -24,12 +25,20 @@ bool cpu_runs(int cpu) {
     }
 }
 
+namespace {
+const ZVLComplex16* z(const double* p) { return reinterpret_cast<const ZVLComplex16*>(p); }
+ZVLComplex16* z(double* p) { return reinterpret_cast<ZVLComplex16*>(p); }
+}  // namespace
+
 void Kernel::operator()(int32_t n, const double* a, const double* b, double* r, double* r2) const {
     switch (shape) {
         case Shape::D1: return reinterpret_cast<zvl::KernelD1>(fn)(n, a, r);
         case Shape::D2: return reinterpret_cast<zvl::KernelD2>(fn)(n, a, b, r);
         case Shape::D12: return reinterpret_cast<zvl::KernelD12>(fn)(n, a, r, r2);
         case Shape::DX: return reinterpret_cast<zvl::KernelDx>(fn)(n, a, *b, r);
+        case Shape::Z1: return reinterpret_cast<zvl::KernelZ1>(fn)(n, z(a), z(r));
+        case Shape::Z2: return reinterpret_cast<zvl::KernelZ2>(fn)(n, z(a), z(b), z(r));
+        case Shape::ZX: return reinterpret_cast<zvl::KernelZx>(fn)(n, z(a), z(b), z(r));
     }
 }
 
@@ -38,52 +47,47 @@ namespace {
 constexpr double kNaN = __builtin_nan("");
 constexpr uint8_t kAll = 0x3f;
 
-// The rounding family: nothing reports; `shielded`, the cpu types whose
-// kernel gives the same whatever the caller's rounding.
 constexpr Traits rounding(const char* exported, uint8_t shielded) {
-    return {exported, 1e-3, 1e6, true, 0, 0, false, {kNaN, 0}, {}, 0, {kNaN, 0}, {1.0, 0}, {},
-            {shielded, 0, 0}, 0, {}};
+    return {.exported = exported, .a_lo = 1e-3, .a_hi = 1e6, .a_signed = true, .quiet = {kNaN, 0},
+            .quiet_standin = {1.0, 0}, .rounding_shielded = shielded};
 }
 
 constexpr int32_t kSing = ZVL_STATUS_SING, kDom = ZVL_STATUS_ERRDOM;
 
-// exported, |a| from, to, signed, |b| from, to, signed,
-//   reports, its stand-in, its status, quiet, its stand-in, subnormal result,
-//   shielded cpu types by column, LA runs HA at, variants by column
 const Traits kTraits[] = {
-    {"VDINV", 1e-3, 1e3, true, 0, 0, false,
-     {0.0, 0}, {1.0, 0}, kSing, {kNaN, 0}, {1.5, 0}, {0x1.8p1023, 0},
-     {0x06, 0x1e, 0x1e}, 0x01, {}},
-    {"VDDIV", 1e-3, 1e3, true, 1e-3, 1e3, true,
-     {3.0, 0.0}, {3.0, 1.0}, kSing, {3.0, kNaN}, {3.0, 1.5}, {1e-300, 3e20},
-     {0x06, 0x1e, 0x1e}, 0x01, {}},
-    {"VDSQRT", 1e-3, 1e3, false, 0, 0, false,
-     {-1.0, 0}, {1.0, 0}, kDom, {kNaN, 0}, {1.0, 0}, {},
-     {0x00, 0x00, 0x3c}, 0x01, {}},
-    {"VDINVSQRT", 1e-3, 1e3, false, 0, 0, false,
-     {0.0, 0}, {1.0, 0}, kSing, {kNaN, 0}, {1.0, 0}, {},
-     {kAll, kAll, kAll}, 0x01, {}},
-    {"VDCBRT", 1e-3, 1e3, true, 0, 0, false,
-     {kNaN, 0}, {}, 0, {kNaN, 0}, {1.0, 0}, {},
-     {kAll, kAll, kAll}, 0x01, {}},
-    {"VDINVCBRT", 1e-3, 1e3, true, 0, 0, false,
-     {0.0, 0}, {1.0, 0}, kSing, {kNaN, 0}, {1.0, 0}, {},
-     {kAll, kAll, kAll}, 0x01, {}},
-    {"VDPOW", 0.5, 2.0, false, 0.1, 10.0, true,
-     {-8.0, 1.0 / 3}, {8.0, 1.0 / 3}, kDom, {-2.0, 3.0}, {2.0, 3.0}, {2.0, -1030.0},
-     {0x23, 0x03, 0x01}, 0x01, {}},
-    {"VDPOWX", 0.5, 2.0, false, 1.5, 1.5, false,
-     {-8.0, 0}, {8.0, 0}, kDom, {kNaN, 0}, {2.0, 0}, {0x1p-700, 0},
-     {0x23, 0x03, 0x01}, 0x01, {}},
-    {"VDEXP", 1e-3, 700.0, true, 0, 0, false,
-     {1000.0, 0}, {1.0, 0}, ZVL_STATUS_OVERFLOW, {708.5, 0}, {1.0, 0}, {-710.0, 0},
-     {0x1f, 0x07, 0x0f}, 0x01, {"AAAAAA", "ADDBBB", "AEEECC"}},
-    {"VDLN", 1e-300, 1e300, false, 0, 0, false,
-     {0.0, 0}, {2.0, 0}, kSing, {1e-310, 0}, {2.0, 0}, {},
-     {0x1f, 0x03, 0x01}, 0x03, {"DDDDDA", "DDBBBB", "DEEECC"}},
-    {"VDLOG10", 1e-300, 1e300, false, 0, 0, false,
-     {0.0, 0}, {2.0, 0}, kSing, {1e-310, 0}, {2.0, 0}, {},
-     {kAll, kAll, 0x01}, kAll, {"HHHHHH", "HHHHHH", "HPPPPP"}},
+    {.exported = "VDINV", .a_lo = 1e-3, .a_hi = 1e3, .a_signed = true,
+     .reports = {0.0, 0}, .reports_standin = {1.0, 0}, .status = kSing,
+     .quiet = {kNaN, 0}, .quiet_standin = {1.5, 0}, .subnormal = {0x1.8p1023, 0}},
+    {.exported = "VDDIV", .a_lo = 1e-3, .a_hi = 1e3, .a_signed = true,
+     .b_lo = 1e-3, .b_hi = 1e3, .b_signed = true,
+     .reports = {3.0, 0.0}, .reports_standin = {3.0, 1.0}, .status = kSing,
+     .quiet = {3.0, kNaN}, .quiet_standin = {3.0, 1.5}, .subnormal = {1e-300, 3e20}},
+    {.exported = "VDSQRT", .a_lo = 1e-3, .a_hi = 1e3,
+     .reports = {-1.0, 0}, .reports_standin = {1.0, 0}, .status = kDom,
+     .quiet = {kNaN, 0}, .quiet_standin = {1.0, 0}},
+    {.exported = "VDINVSQRT", .a_lo = 1e-3, .a_hi = 1e3,
+     .reports = {0.0, 0}, .reports_standin = {1.0, 0}, .status = kSing,
+     .quiet = {kNaN, 0}, .quiet_standin = {1.0, 0}},
+    {.exported = "VDCBRT", .a_lo = 1e-3, .a_hi = 1e3, .a_signed = true,
+     .reports = {kNaN, 0}, .quiet = {kNaN, 0}, .quiet_standin = {1.0, 0}},
+    {.exported = "VDINVCBRT", .a_lo = 1e-3, .a_hi = 1e3, .a_signed = true,
+     .reports = {0.0, 0}, .reports_standin = {1.0, 0}, .status = kSing,
+     .quiet = {kNaN, 0}, .quiet_standin = {1.0, 0}},
+    {.exported = "VDPOW", .a_lo = 0.5, .a_hi = 2.0, .b_lo = 0.1, .b_hi = 10.0, .b_signed = true,
+     .reports = {-8.0, 1.0 / 3}, .reports_standin = {8.0, 1.0 / 3}, .status = kDom,
+     .quiet = {-2.0, 3.0}, .quiet_standin = {2.0, 3.0}, .subnormal = {2.0, -1030.0}},
+    {.exported = "VDPOWX", .a_lo = 0.5, .a_hi = 2.0, .b_lo = 1.5, .b_hi = 1.5,
+     .reports = {-8.0, 0}, .reports_standin = {8.0, 0}, .status = kDom,
+     .quiet = {kNaN, 0}, .quiet_standin = {2.0, 0}, .subnormal = {0x1p-700, 0}},
+    {.exported = "VDEXP", .a_lo = 1e-3, .a_hi = 700.0, .a_signed = true,
+     .reports = {1000.0, 0}, .reports_standin = {1.0, 0}, .status = ZVL_STATUS_OVERFLOW,
+     .quiet = {708.5, 0}, .quiet_standin = {1.0, 0}, .subnormal = {-710.0, 0}},
+    {.exported = "VDLN", .a_lo = 1e-300, .a_hi = 1e300,
+     .reports = {0.0, 0}, .reports_standin = {2.0, 0}, .status = kSing,
+     .quiet = {1e-310, 0}, .quiet_standin = {2.0, 0}},
+    {.exported = "VDLOG10", .a_lo = 1e-300, .a_hi = 1e300,
+     .reports = {0.0, 0}, .reports_standin = {2.0, 0}, .status = kSing,
+     .quiet = {1e-310, 0}, .quiet_standin = {2.0, 0}},
     rounding("VDCEIL", kAll),
     rounding("VDFLOOR", kAll),
     rounding("VDMODF", kAll),
@@ -93,8 +97,7 @@ const Traits kTraits[] = {
     rounding("VDRINT", 0),
 };
 
-const Traits kDefault = {nullptr, 0.5, 2.0, false, 0.5, 2.0, false, {kNaN, 0}, {}, 0,
-                         {kNaN, 1.0}, {1.0, 1.0}, {}, {}, 0x01, {}};
+const Traits kDefault = {};
 
 const Traits* traits_of(const char* exported) {
     for (const Traits& t : kTraits)
@@ -132,29 +135,35 @@ void entry_idx(const int* n, const double* a, int ia, const double* b, int ib, d
         F(n, a, ia, b, ib, r, ir);
 }
 
-#define ZT_ROW(EXPORT, report, SHAPE, rounding, slot)                  \
-    {#EXPORT, #report, Shape::SHAPE, rounding,                          \
+#define ZT_ROW(EXPORT, report, SHAPE, rounding, elem, fam, slot)         \
+    {#EXPORT, #report, Shape::SHAPE, rounding, elem, &zvl::plans::fam,   \
      [](int cpu, [[maybe_unused]] int col) {                            \
          return make(zvl::kernels_##EXPORT.k slot, Shape::SHAPE);       \
      },                                                                 \
      entry<EXPORT>, entry_idx<EXPORT##_Idx>, traits_of(#EXPORT)},
-#define ZT_D1(EXPORT, report, id) ZT_ROW(EXPORT, report, D1, false, [cpu][col])
-#define ZT_D2(EXPORT, report, id) ZT_ROW(EXPORT, report, D2, false, [cpu][col])
-#define ZT_D12(EXPORT, report, id) ZT_ROW(EXPORT, report, D12, false, [cpu][col])
-#define ZT_DX(EXPORT, report, id) ZT_ROW(EXPORT, report, DX, false, [cpu][col])
-#define ZT_R1(EXPORT, report) ZT_ROW(EXPORT, report, D1, true, [cpu])
-#define ZT_R12(EXPORT, report) ZT_ROW(EXPORT, report, D12, true, [cpu])
+#define ZT_D1(EXPORT, report, id, fam) ZT_ROW(EXPORT, report, D1, false, 1, fam, [cpu][col])
+#define ZT_D2(EXPORT, report, id, fam) ZT_ROW(EXPORT, report, D2, false, 1, fam, [cpu][col])
+#define ZT_D12(EXPORT, report, id, fam) ZT_ROW(EXPORT, report, D12, false, 1, fam, [cpu][col])
+#define ZT_DX(EXPORT, report, id, fam) ZT_ROW(EXPORT, report, DX, false, 1, fam, [cpu][col])
+#define ZT_Z1(EXPORT, report, id, fam) ZT_ROW(EXPORT, report, Z1, false, 2, z##fam, [cpu][col])
+#define ZT_Z2(EXPORT, report, id, fam) ZT_ROW(EXPORT, report, Z2, false, 2, z##fam, [cpu][col])
+#define ZT_ZX(EXPORT, report, id, fam) ZT_ROW(EXPORT, report, ZX, false, 2, z##fam, [cpu][col])
+#define ZT_R1(EXPORT, report, fam) ZT_ROW(EXPORT, report, D1, true, 1, fam, [cpu])
+#define ZT_R12(EXPORT, report, fam) ZT_ROW(EXPORT, report, D12, true, 1, fam, [cpu])
 
 }  // namespace
 
-int Row::arrays() const { return shape == Shape::D1 || shape == Shape::DX ? 2 : 3; }
+int Row::arrays() const {
+    return shape == Shape::D1 || shape == Shape::DX || shape == Shape::Z1 || shape == Shape::ZX ? 2 : 3;
+}
 bool Row::has_report() const { return !std::isnan(traits->reports.a); }
+bool Row::shielded(int cpu, int col) const {
+    return rounding ? (traits->rounding_shielded >> cpu & 1) != 0 : cell(cpu, col).shielded();
+}
 
-// The complex shapes have no rows yet.
 const std::vector<Row>& rows() {
-    static const std::vector<Row> all = {ZVL_FUNCTIONS(ZT_D1, ZT_D2, ZT_D12, ZT_DX, ZVL_IGNORE_ROW,
-                                                       ZVL_IGNORE_ROW, ZVL_IGNORE_ROW, ZT_R1,
-                                                       ZT_R12)};
+    static const std::vector<Row> all = {
+        ZVL_FUNCTIONS(ZT_D1, ZT_D2, ZT_D12, ZT_DX, ZT_Z1, ZT_Z2, ZT_ZX, ZT_R1, ZT_R12)};
     return all;
 }
 
@@ -165,20 +174,22 @@ const Row& row(const char* exported) {
 }
 
 bool runs_ha(const Row& r, int cpu, int col) {
-    return col == zvl::kHA || cpu == 0 || (col == zvl::kLA && (r.traits->la_runs_ha >> cpu & 1));
+    const zvl::Where w = r.plan->target(cpu, col);
+    return w.cpu == cpu && w.col == zvl::kHA;
 }
 
 std::string Slot::name() const {
-    return std::string("zel_zvl_core_") + kCpuLabels[cpu] + "_zvl_d" + (row->report + 2) + "_" +
-           kTags[runs_ha(*row, cpu, col) ? 0 : col];
+    const zvl::Where w = row->plan->target(cpu, col);
+    return std::string("zel_zvl_core_") + kCpuLabels[w.cpu] + "_zvl_d" + (row->report + 2) + "_" +
+           kTags[w.col];
 }
 
 std::vector<Slot> distinct_slots() {
     std::vector<Slot> v;
     for (const Row& r : rows())
         for (int cpu = 0; cpu < kCpuTypes; ++cpu)
-            for (int col = 0; col < (r.rounding ? 1 : 3); ++col)
-                if (col == 0 || !runs_ha(r, cpu, col)) v.push_back({&r, cpu, col});
+            for (int col = 0; col < r.plan->columns; ++col)
+                if (!r.plan->at(cpu, col).forwards()) v.push_back({&r, cpu, col});
     return v;
 }
 
@@ -189,7 +200,7 @@ std::string slot_label(const Slot& s) {
 
 void Args::set(int i, Element e, Shape s) {
     a[static_cast<size_t>(i)] = e.a;
-    if (s == Shape::D2) b[static_cast<size_t>(i)] = e.b;
+    if (s == Shape::D2 || s == Shape::Z2) b[static_cast<size_t>(i)] = e.b;
 }
 
 Args ordinary(const Row& r, int n, uint64_t seed) {
@@ -202,11 +213,12 @@ Args ordinary(const Row& r, int n, uint64_t seed) {
         const double v = lo * std::pow(hi / lo, u);
         return sign && (h >> 10 & 1) ? -v : v;
     };
-    for (int i = 0; i < n; ++i) {
+    for (int i = 0; i < n * r.elem_doubles; ++i) {
         x.a.push_back(draw(t.a_lo, t.a_hi, t.a_signed));
-        if (r.shape == Shape::D2) x.b.push_back(draw(t.b_lo, t.b_hi, t.b_signed));
+        if (r.shape == Shape::D2 || r.shape == Shape::Z2) x.b.push_back(draw(t.b_lo, t.b_hi, t.b_signed));
     }
     if (r.shape == Shape::DX) x.b.push_back(t.b_lo);
+    if (r.shape == Shape::ZX) x.b.insert(x.b.end(), {t.b_lo, 0.0});
     return x;
 }
 

@@ -11,11 +11,13 @@
 #include <string>
 #include <vector>
 
+#include "kernels/common/plan.h"
 #include "zvl.h"
 
 namespace zvl_test {
 
-enum class Shape { D1, D2, D12, DX };  // as the table's rows; rounding rows are D1 or D12
+// As the table's rows; rounding rows are D1 or D12.
+enum class Shape { D1, D2, D12, DX, Z1, Z2, ZX };
 
 constexpr int kCpuTypes = 6;
 extern const char* const kCpuLabels[kCpuTypes];  // "ex" .. "e9"
@@ -24,8 +26,9 @@ extern const char* const kTags[3];               // "HA", "50", "26": column HA,
 // Whether this processor runs cpu type `cpu`'s kernels.
 bool cpu_runs(int cpu);
 
-// Any kernel in one calling form: b is the second array (D2) or points to
-// the scalar (DX); r2 is the second output (D12). Others are ignored.
+// Any kernel in one calling form: b is the second array (D2, Z2) or points
+// to the scalar (DX, ZX); r2 is the second output (D12). Others are
+// ignored. The arrays of the complex shapes hold pairs of doubles.
 struct Kernel {
     Shape shape;
     void (*fn)();
@@ -36,29 +39,27 @@ struct Element {
     double a, b;
 };
 
-// What the tests know of a row.
+// What the tests know of a row beyond the table and the plan. Written with
+// designated initializers; a field left out takes the default below.
 struct Traits {
-    const char* exported;
-    double a_lo, a_hi;  // ordinary first arguments: magnitudes spread over [a_lo, a_hi]
-    bool a_signed;      // ... of either sign
-    double b_lo, b_hi;  // ordinary second arguments; the array-and-scalar shape uses b_lo
-    bool b_signed;
+    const char* exported = nullptr;
+    double a_lo = 0.5, a_hi = 2.0;  // ordinary first arguments: magnitudes spread over [a_lo, a_hi]
+    bool a_signed = false;          // ... of either sign
+    double b_lo = 0.5, b_hi = 2.0;  // ordinary second arguments; the scalar shapes use b_lo
+    bool b_signed = false;
     // An element that reports (a NaN in `reports.a`: none), one that leaves
     // the vector path without a report, and for each an ordinary element
     // that stands in for it; the type 5 Inv and Div kernels share work among
     // the mantissas of a block, so a stand-in there has the mantissa of the
     // element it replaces.
-    Element reports, reports_standin;
-    int32_t status;  // the reporting element's
-    Element quiet, quiet_standin;
-    Element subnormal;  // an element with a subnormal result (a == 0: none)
-    // Per column, the cpu types (a bit each) whose kernel computes as in
-    // round-to-nearest without flushing, whatever the caller's modes.
-    uint8_t shielded[3];
-    uint8_t la_runs_ha;  // cpu types whose LA slot runs the HA kernel (EP: type 0 only)
-    // Per column, a letter per cpu type, or null: slots with the same letter
-    // run one algorithm and give the same bits.
-    const char* variants[3];
+    Element reports = {__builtin_nan(""), 0}, reports_standin = {};
+    int32_t status = 0;  // the reporting element's
+    Element quiet = {__builtin_nan(""), 1.0}, quiet_standin = {1.0, 1.0};
+    Element subnormal = {};  // an element with a subnormal result (a == 0: none)
+    // The rounding family: the cpu types (a bit each) whose kernel gives the
+    // same whatever the caller's rounding. (A moded function's slots say so
+    // by their plan's guards.)
+    uint8_t rounding_shielded = 0;
 };
 
 struct Row {
@@ -66,6 +67,8 @@ struct Row {
     const char* report;    // vdInv, the name of parameter errors
     Shape shape;
     bool rounding;  // one kernel per cpu type, no modes
+    int elem_doubles;  // 1 for a real element, 2 for a complex one
+    const zvl::Plan* plan;
     Kernel (*kernel)(int cpu, int col);
     void (*entry)(const int* n, const double* a, const double* b, double* r, double* r2);
     void (*entry_idx)(const int* n, const double* a, int ia, const double* b, int ib, double* r,
@@ -74,6 +77,11 @@ struct Row {
 
     int arrays() const;  // pointers the entry checks: 2 or 3
     bool has_report() const;
+    // The slot's own kernel cell, forwards followed.
+    const zvl::Cell& cell(int cpu, int col) const { return plan->kernel_at(cpu, col); }
+    // Computes as in round to nearest without flushing, whatever the
+    // caller's modes.
+    bool shielded(int cpu, int col) const;
 };
 
 const std::vector<Row>& rows();
@@ -89,13 +97,14 @@ struct Slot {
     std::string name() const;  // the name it reports under
 };
 
-bool runs_ha(const Row& r, int cpu, int col);  // by design, see Traits::la_runs_ha
+bool runs_ha(const Row& r, int cpu, int col);  // the slot forwards to its cpu type's HA kernel
 std::vector<Slot> distinct_slots();
 std::string slot_label(const Slot& s);  // vdInv_e7_50
 inline void PrintTo(const Slot& s, std::ostream* os) { *os << slot_label(s); }
 
-// Arguments of a call on n elements: b holds n elements for D2, the scalar
-// for DX, and is empty otherwise.
+// Arguments of a call on n elements: b holds n elements for D2 and Z2, the
+// scalar for DX and ZX, and is empty otherwise; a complex element is two
+// doubles.
 struct Args {
     std::vector<double> a, b;
     const double* bp() const { return b.empty() ? nullptr : b.data(); }

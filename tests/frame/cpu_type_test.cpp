@@ -4,7 +4,7 @@
 
 #include <cstring>
 
-#include "frame/cpu_type.h"
+#include "base/cpu_type.h"
 
 namespace {
 
@@ -49,7 +49,7 @@ const DetectRow kDetectRows[] = {
 TEST(CpuType, Detection) {
     for (const DetectRow& row : kDetectRows) {
         SCOPED_TRACE(row.what);
-        set_vendor(row.our_vendor ? ZVL_CPU_VENDOR : "OtherVendor!");
+        set_vendor(row.our_vendor ? zvl::build_cpu_vendor() : "OtherVendor!");
         g_ecx1 = row.ecx;
         EXPECT_EQ(zvl::detect_cpu_type(fake_cpuid), row.type);
     }
@@ -59,11 +59,11 @@ TEST(CpuType, Detection) {
 TEST(CpuType, VendorNeedsAllThreeRegisters) {
     g_ecx1 = kAll;
     for (int reg = 0; reg < 3; ++reg) {
-        set_vendor(ZVL_CPU_VENDOR);
+        set_vendor(zvl::build_cpu_vendor());
         g_vendor[reg] ^= 0x20;
         EXPECT_EQ(zvl::detect_cpu_type(fake_cpuid), 0u) << "register " << reg;
     }
-    set_vendor(ZVL_CPU_VENDOR);
+    set_vendor(zvl::build_cpu_vendor());
     std::swap(g_vendor[1], g_vendor[2]);
     EXPECT_EQ(zvl::detect_cpu_type(fake_cpuid), 0u) << "EDX and ECX swapped";
 }

@@ -4,11 +4,13 @@
 // is bound by some process. The parallel path is the threading tests'.
 #include <gtest/gtest.h>
 
+#include <atomic>
 #include <cstdint>
 #include <string>
 #include <vector>
 
-#include "frame/cpu_type.h"
+#include "base/cpu_type.h"
+#include "frame/frontend.h"
 #include "frame/kernel_sets.h"
 #include "state/state.h"
 #include "tests/common/capture.h"
@@ -163,6 +165,27 @@ TEST(FrontEndPowx, ReadsTheScalarAtTheCall) {
         zvl::kernels_VDPOWX.k[cpu][zvl::kHA](n, a, v, want);
         for (int i = 0; i < 3; ++i) EXPECT_TRUE(same(got[i], want[i])) << v;
     }
+}
+
+// The threshold cell keeps the service's answer, except 0: a cell left at 0
+// asks again at each call, and meanwhile every n (n >= 0) is parallel.
+int g_asked = 0;
+int32_t g_answer = 0;
+int32_t answer(int32_t, int32_t) { return ++g_asked, g_answer; }
+
+TEST(FrontEndThreshold, AnAnswerOfZeroIsAskedAgain) {
+    const zvl::FunctionInfo f = {"vdTest", 6, 144, false};
+    std::atomic<int32_t> cell{0};
+    g_asked = 0;
+    g_answer = 0;
+    for (int call = 1; call <= 3; ++call) {
+        EXPECT_TRUE(zvl::goes_parallel(5, f, cell, answer));
+        EXPECT_EQ(g_asked, call);
+    }
+    g_answer = 1000;
+    EXPECT_FALSE(zvl::goes_parallel(999, f, cell, answer));
+    EXPECT_TRUE(zvl::goes_parallel(1000, f, cell, answer));
+    EXPECT_EQ(g_asked, 4) << "a non-zero answer is asked once";
 }
 
 }  // namespace

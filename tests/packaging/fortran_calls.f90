@@ -116,6 +116,24 @@ program fortran_calls
   call expect('VDPOWX', y(1), 9.0d0)
   call same('VDPOWX_Idx', y, yi(4:6))
 
+  ! VDSIN: sin(a[i])
+  a = 0.5d0
+  ai = 0
+  ai(3:) = 0.5d0
+  call VDSIN(n, a, y)
+  call VDSIN_Idx(n, ai, 2, yi, 3)
+  call expect('VDSIN', y(1), 0.479425538604203d0)
+  call same('VDSIN_Idx', y, yi(4:6))
+
+  ! VDCOS: cos(a[i])
+  a = 0.5d0
+  ai = 0
+  ai(3:) = 0.5d0
+  call VDCOS(n, a, y)
+  call VDCOS_Idx(n, ai, 2, yi, 3)
+  call expect('VDCOS', y(1), 0.877582561890373d0)
+  call same('VDCOS_Idx', y, yi(4:6))
+
   ! VDCEIL: a[i] rounded towards +inf
   a = -2.5d0
   ai = 0

@@ -1,7 +1,9 @@
 # cmake -DLINUX_PROGRAM=... -DWINDOWS_PROGRAM=... -DWINE=<wine-run.sh> -P compare_digests.cmake
 # results_digest of the Linux build and of the Windows build print the same
-# lines on every cpu type: the same bits, statuses, errno values and flags
-# for every function and mode.
+# lines on every cpu type: for every function and mode, the same bits,
+# status, errno value and flags of the call on one thread, and the same
+# statuses reported by its elements. Each program checks its calls on the
+# environment's threads itself.
 if(NOT EXISTS "${LINUX_PROGRAM}")
   message("no Linux build to compare with: ${LINUX_PROGRAM} is missing")
   return()

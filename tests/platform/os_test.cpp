@@ -1,6 +1,10 @@
 // The platform layer against the operating system, library case: the
 // library's code lies in a loaded library.
 #include <gtest/gtest.h>
+#ifndef _WIN32
+#include <pthread.h>
+#include <sched.h>
+#endif
 
 #include <cstdlib>
 #include <cstring>
@@ -92,6 +96,37 @@ TEST(OsAffinity, TheThreadCanBeMovedAndRestored) {
     EXPECT_NE(os::set_thread_affinity(process), 0u);
     EXPECT_TRUE(os::set_process_affinity(process));
 }
+
+#ifndef _WIN32
+// A thread pinned from outside (as an OpenMP runtime that binds pins the
+// main thread) goes back to its own processor after a walk, not to the
+// process's mask: moves act on the calling thread, and a move onto the
+// process mask takes it home.
+TEST(OsAffinity, APinnedThreadIsMovedBackToItsOwnMask) {
+    uint64_t process = 0, system = 0;
+    ASSERT_TRUE(os::get_process_affinity(&process, &system));
+    if ((process & (process - 1)) == 0) GTEST_SKIP() << "one processor";
+    const int highest = 63 - __builtin_clzll(process);
+    cpu_set_t before, pinned, now;
+    ASSERT_EQ(pthread_getaffinity_np(pthread_self(), sizeof before, &before), 0);
+    CPU_ZERO(&pinned);
+    CPU_SET(highest, &pinned);
+    ASSERT_EQ(pthread_setaffinity_np(pthread_self(), sizeof pinned, &pinned), 0);
+    for (int i = 0; i < 64; ++i)
+        if (process >> i & 1) {
+            EXPECT_NE(os::set_thread_affinity(uint64_t{1} << i), 0u);
+            EXPECT_TRUE(os::set_process_affinity(uint64_t{1} << i));
+        }
+    EXPECT_NE(os::set_thread_affinity(process), 0u);
+    ASSERT_EQ(pthread_getaffinity_np(pthread_self(), sizeof now, &now), 0);
+    EXPECT_TRUE(CPU_EQUAL(&now, &pinned));
+    // The process mask is the process's, not this thread's.
+    uint64_t still = 0;
+    ASSERT_TRUE(os::get_process_affinity(&still, &system));
+    EXPECT_EQ(still, process);
+    pthread_setaffinity_np(pthread_self(), sizeof before, &before);
+}
+#endif
 
 TEST(OsTerminate, EndsTheProcessWithTheCode) {
     EXPECT_EXIT(os::terminate(1), testing::ExitedWithCode(1), "");

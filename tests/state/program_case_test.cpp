@@ -7,7 +7,7 @@
 #include <cmath>
 #include <thread>
 
-#include "frame/cpu_type.h"
+#include "base/cpu_type.h"
 #include "platform/os.h"
 #include "state/state.h"
 #include "zvl.h"

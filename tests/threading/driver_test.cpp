@@ -11,7 +11,7 @@
 #include <type_traits>
 #include <vector>
 
-#include "frame/cpu_type.h"
+#include "base/cpu_type.h"
 #include "frame/kernel_sets.h"
 #include "state/state.h"
 #include "tests/threading/settings_reset.h"

@@ -53,7 +53,7 @@ inline zvl::CpuidRegs sim_cpuid(uint32_t leaf, uint32_t) {
     switch (leaf) {
         case 0: {
             r.eax = m.max_leaf;
-            const char* id = m.vendor ? ZVL_CPU_VENDOR : "OtherVendorX";
+            const char* id = m.vendor ? zvl::build_cpu_vendor() : "OtherVendorX";
             std::memcpy(&r.ebx, id, 4);
             std::memcpy(&r.edx, id + 4, 4);
             std::memcpy(&r.ecx, id + 8, 4);

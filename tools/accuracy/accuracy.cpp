@@ -1,5 +1,6 @@
 #include "tools/accuracy/accuracy.h"
 
+#include <cfenv>
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
@@ -255,12 +256,13 @@ double rel_error(double ulps, const Exact& e) {
 }
 
 Stats measure(const Callable& fn, const Samples& s, const std::vector<Exact>& exact, bool single,
-              std::vector<float>* per_sample) {
+              std::vector<float>* per_sample, const std::vector<bool>* skip, int rounding) {
     Stats st;
     const size_t n = s.size();
     std::vector<double> r(n);
     if (per_sample) per_sample->assign(n, 0.0f);
     auto account = [&](size_t i, double got, bool one) {
+        if (skip && (*skip)[i]) return;
         const double u = ulp_error(got, exact[i]);
         const double rel = rel_error(u, exact[i]);
         if (st.count++ == 0 || u > st.max_ulp) {
@@ -280,14 +282,18 @@ Stats measure(const Callable& fn, const Samples& s, const std::vector<Exact>& ex
     const size_t chunk = size_t{1} << 30;
     for (size_t i = 0; i < n; i += chunk) {
         const size_t m = n - i < chunk ? n - i : chunk;
+        std::fesetround(rounding);
         fn(static_cast<int32_t>(m), s.a.data() + i, s.b.empty() ? nullptr : s.b.data() + i,
            r.data() + i);
+        std::fesetround(FE_TONEAREST);
     }
     for (size_t i = 0; i < n; ++i) account(i, r[i], false);
     if (single) {
         for (size_t i = 0; i < n; ++i) {
             double one;
+            std::fesetround(rounding);
             fn(1, &s.a[i], s.b.empty() ? nullptr : &s.b[i], &one);
+            std::fesetround(FE_TONEAREST);
             account(i, one, true);
         }
     }
@@ -305,15 +311,28 @@ Table measure_function(const Function& f, const SampleOptions& opt, unsigned cpu
         for (int m = 0; m < kModes; ++m) {
             if (!(modes >> m & 1)) continue;
             const Callable k = kernel(f, cpu, static_cast<Mode>(m));
+            std::vector<bool> skip;
+            if (f.row->departs) {
+                skip.resize(t.samples.size());
+                for (size_t i = 0; i < skip.size(); ++i) skip[i] = f.row->departs(cpu, m, t.samples.a[i]);
+            }
             t.stats[cpu][m] = measure(k, t.samples, t.exact, true,
-                                      keep_per_sample ? &t.per_sample[cpu][m] : nullptr);
+                                      keep_per_sample ? &t.per_sample[cpu][m] : nullptr,
+                                      f.row->departs ? &skip : nullptr, opt.rounding);
             t.ran[cpu][m] = true;
         }
     }
     return t;
 }
 
-bool read_hardcases(const char* stem, std::vector<Pair>* out) {
+bool read_hardcases(const char* stems, std::vector<Pair>* out) {
+    const char* comma = std::strchr(stems, ',');
+    if (comma) {
+        const std::string first(stems, comma);
+        const bool ok = read_hardcases(first.c_str(), out);
+        return read_hardcases(comma + 1, out) && ok;
+    }
+    const char* stem = stems;
     const std::string path = data_path(std::string("ulp-hardcases/") + stem + ".txt");
     FILE* f = std::fopen(path.c_str(), "r");
     if (!f) return false;

@@ -33,6 +33,9 @@ struct SampleOptions {
     bool sweeps = true;               // special points with their neighbours
     bool hardcases = true;
     int neighbours = 8;  // doubles on each side of a special point
+    // The caller's rounding mode while the kernels run (<cfenv>'s FE_*);
+    // the errors are always measured against the exact value.
+    int rounding = 0;
 };
 
 struct Samples {
@@ -81,9 +84,11 @@ struct Stats {
 // Runs `fn` over all samples as one array (block paths) and, when `single`,
 // once more element by element (the paths for short remainders), and
 // measures both. per_sample, when given, gets the larger ulp error of the
-// two runs per sample.
+// two runs per sample. Samples whose entry in `skip` is set are run but not
+// measured.
 Stats measure(const Callable& fn, const Samples& s, const std::vector<Exact>& exact,
-              bool single = true, std::vector<float>* per_sample = nullptr);
+              bool single = true, std::vector<float>* per_sample = nullptr,
+              const std::vector<bool>* skip = nullptr, int rounding = 0);
 
 // A function measured on one set of samples: every runnable cpu type (bit c
 // of `cpus`) and mode (bit m of `modes`; the rounding family has only HA).
@@ -101,8 +106,9 @@ Table measure_function(const Function& f, const SampleOptions& opt, unsigned cpu
 
 // Hard-to-round cases of tests/data/ulp-hardcases/<stem>.txt: one value or one
 // pair "x,y" per line (hexadecimal floats), '#' comments; a line "# symmetric"
-// adds -x for each x. Returns false when the file cannot be read.
-bool read_hardcases(const char* stem, std::vector<Pair>* out);
+// adds -x for each x. `stems` may name several files, "sin,near_pi2".
+// Returns false when a file cannot be read.
+bool read_hardcases(const char* stems, std::vector<Pair>* out);
 
 // The data directory (tests/data of the source tree, or $ZVL_DATA_DIR).
 std::string data_path(const std::string& relative);

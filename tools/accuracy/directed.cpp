@@ -5,7 +5,7 @@
 #include <cstring>
 #include <sstream>
 
-#include "kernels/common/bits.h"
+#include "base/bits.h"
 #include "tools/accuracy/accuracy.h"
 
 namespace zvl_tools {

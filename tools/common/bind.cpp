@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "frame/kernel_sets.h"
+#include "kernels/plans.h"
 #include "tools/common/functions.h"
 
 namespace zvl_tools {
@@ -18,16 +19,18 @@ struct Bound {
     const void* set;
     Front1 front1;
     Front2 front2;
+    const zvl::Plan* plan;
 };
 
 // One entry per function of the library's table that the tools can measure.
-#define ZT_BIND_D1(EXPORT, report, id) \
-    {#EXPORT, Shape::D1, &zvl::kernels_##EXPORT, EXPORT, nullptr},
-#define ZT_BIND_D2(EXPORT, report, id) \
-    {#EXPORT, Shape::D2, &zvl::kernels_##EXPORT, nullptr, EXPORT},
-#define ZT_BIND_DX(EXPORT, report, id) \
-    {#EXPORT, Shape::DX, &zvl::kernels_##EXPORT, nullptr, EXPORT},
-#define ZT_BIND_R1(EXPORT, report) {#EXPORT, Shape::R1, &zvl::kernels_##EXPORT, EXPORT, nullptr},
+#define ZT_BIND_D1(EXPORT, report, id, fam) \
+    {#EXPORT, Shape::D1, &zvl::kernels_##EXPORT, EXPORT, nullptr, &zvl::plans::fam},
+#define ZT_BIND_D2(EXPORT, report, id, fam) \
+    {#EXPORT, Shape::D2, &zvl::kernels_##EXPORT, nullptr, EXPORT, &zvl::plans::fam},
+#define ZT_BIND_DX(EXPORT, report, id, fam) \
+    {#EXPORT, Shape::DX, &zvl::kernels_##EXPORT, nullptr, EXPORT, &zvl::plans::fam},
+#define ZT_BIND_R1(EXPORT, report, fam) \
+    {#EXPORT, Shape::R1, &zvl::kernels_##EXPORT, EXPORT, nullptr, &zvl::plans::fam},
 
 const Bound bound[] = {ZVL_FUNCTIONS(ZT_BIND_D1, ZT_BIND_D2, ZVL_IGNORE_ROW, ZT_BIND_DX,
                                      ZVL_IGNORE_ROW, ZVL_IGNORE_ROW, ZVL_IGNORE_ROW, ZT_BIND_R1,
@@ -46,7 +49,7 @@ const Joined& joined() {
             for (const FunctionRow& r : rows())
                 if (std::strcmp(r.exported, b.exported) == 0 && r.shape == b.shape) row = &r;
             if (row)
-                out.live.push_back({row, b.exported, b.shape, b.set, b.front1, b.front2});
+                out.live.push_back({row, b.exported, b.shape, b.set, b.front1, b.front2, b.plan});
             else
                 out.orphans.push_back(b.exported);
         }

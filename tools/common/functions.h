@@ -10,6 +10,8 @@
 // table gains the function.
 #pragma once
 
+#include "kernels/common/plan.h"
+
 #include <mpfr.h>
 
 #include <cstddef>
@@ -137,7 +139,7 @@ struct FunctionRow {
     List<double> special_b = {};
     List<Pair> special_pairs = {};    // exact pairs, no sweep
     bool mirror = false;              // sweep -p as well as p
-    const char* hardcases = nullptr;  // stem of a file in tests/data/ulp-hardcases
+    const char* hardcases = nullptr;  // stems of files in tests/data/ulp-hardcases, comma-separated
     // Ordinary arguments for timing, and one value every kernel takes on its
     // fast path (the neighbour of directed cases).
     Interval timing_a = {};
@@ -150,6 +152,10 @@ struct FunctionRow {
     // loop where the operation is one instruction.
     Peer baseline = {};
     List<Peer> peers = {};
+    // Arguments where a cell's result departs from the function by design
+    // (the silent zeros of the short form of Sin and Cos EP at cpu type 1):
+    // not measured in that cell. mode is 0 HA, 1 LA, 2 EP.
+    bool (*departs)(int cpu, int mode, double a) = nullptr;
 };
 
 // A function of the library with its measuring row.
@@ -162,6 +168,7 @@ struct Function {
     // array-and-scalar entry takes its scalar by pointer, so it has this type).
     void (*front1)(const int*, const double*, double*);
     void (*front2)(const int*, const double*, const double*, double*);
+    const zvl::Plan* plan;  // its family's: what each slot runs
 };
 
 // The library's functions that have a row, in function-table order.

@@ -5,7 +5,7 @@
 
 #include <cstdint>
 
-#include "kernels/common/bits.h"
+#include "base/bits.h"
 
 namespace zvl_tools {
 

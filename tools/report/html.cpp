@@ -351,10 +351,10 @@ bool write_html(const std::string& path, const std::vector<FunctionReport>& repo
         "function, sweeps around special points and the hard-to-round cases, each kernel run "
         "on the whole array and element by element. Errors are in ulps of the correctly "
         "rounded result (relative error for budgets given so). Speed: median time per element "
-        "of the calling thread, kernels called directly, at cpu type %d (%s), the one the "
-        "library picks here, and at cpu type 5 (e9, AVX). <span class='slow'>Shaded</span> "
-        "times are slower than the function's baseline loop.</p>",
-        ctx.samples, head, kCpuLabels[head]);
+        "of the calling thread, kernels called directly, at cpu type %d (%s) and at cpu type 5 "
+        "(e9, AVX). <span class='slow'>Shaded</span> times are slower than the function's "
+        "baseline loop.<br>Kernel set: %s.</p>",
+        ctx.samples, head, kCpuLabels[head], esc(ctx.kernel_set).c_str());
 
     h += "<h2>Summary</h2><div class='wide'><table class='summary'><tr>"
          "<th class='l' rowspan='2'>function</th>"

@@ -36,7 +36,8 @@ struct ReportContext {
     std::string machine;   // processor model
     std::string features;  // what of SSE3..AVX2 it has
     std::string date;
-    int headline_cpu;  // the cpu type the library picks here
+    std::string kernel_set;  // built-for and own vendor, cpu type chosen, and why
+    int headline_cpu;        // the summary's cpu type (see kernel_set)
     size_t samples;
     uint64_t seed;
     double seconds;  // the whole run

@@ -1,5 +1,6 @@
 #include "tools/ulp/options.h"
 
+#include <cfenv>
 #include <cmath>
 #include <cstdlib>
 #include <cstring>
@@ -92,6 +93,16 @@ bool parse_options(int argc, char** argv, Options* o, std::string* error, bool p
             o->sweeps = false;
         } else if (!std::strcmp(a, "--peers")) {
             o->peers = true;
+        } else if (!std::strcmp(a, "--rounding") && value(1)) {
+            const char* v = argv[++i];
+            if (!std::strcmp(v, "nearest")) o->rounding = FE_TONEAREST;
+            else if (!std::strcmp(v, "up")) o->rounding = FE_UPWARD;
+            else if (!std::strcmp(v, "down")) o->rounding = FE_DOWNWARD;
+            else if (!std::strcmp(v, "zero")) o->rounding = FE_TOWARDZERO;
+            else {
+                *error = "bad rounding (nearest, up, down or zero)";
+                return false;
+            }
         } else if (!std::strcmp(a, "--quick")) {
             o->quick = true;
         } else if (!std::strcmp(a, "--list")) {

@@ -20,6 +20,7 @@ struct Options {
     bool sweeps = true;
     bool peers = false;
     bool list = false;
+    int rounding = 0;    // zvl-ulp: the caller's rounding mode (FE_*) while the kernels run
     std::string out;     // zvl-report: output file
     bool quick = false;  // zvl-report: fewer samples and repeats
     std::string data;    // zvl-report: accuracy data file (docs/data/accuracy.txt)

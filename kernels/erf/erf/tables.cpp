@@ -1,5 +1,5 @@
 // The Erf tables, shared by the kernels of every cpu type.
-#include "kernels/common/bits.h"
+#include "base/bits.h"
 #include "kernels/erf/erf/data.h"
 
 namespace zvl {

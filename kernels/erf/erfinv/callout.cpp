@@ -18,7 +18,7 @@
 // one x whose product comes within an ulp of c has s = c, and takes the
 // normal branch (the accuracy test's window around x = 2^-1022 / (sqrt(pi)/2)
 // holds it).
-#include "kernels/common/bits.h"
+#include "base/bits.h"
 #include "kernels/common/fp_guard.h"
 #include "kernels/erf/erfinv/data.h"
 #include "zvl.h"

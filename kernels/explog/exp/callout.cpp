@@ -83,7 +83,7 @@ __attribute__((noinline, cold)) int32_t exp_callout(const double* xp, double* yp
     const int32_t k = static_cast<int32_t>(static_cast<uint32_t>(bits(v))) >> 6;
     const double t = (x - f * C::ln2_hi) - f * C::ln2_lo;
     const uint32_t j = static_cast<uint32_t>(bits(v)) & 63;
-    const double T_hi = kExpTableA[2 * j], T_lo = kExpTableA[2 * j + 1];
+    const double T_hi = exp_table_a[2 * j], T_lo = exp_table_a[2 * j + 1];
     // s = e^t - 1. T_lo is the part of 2^(j/64) below T_hi, so it is scaled
     // by e^t as well: q = 2^(j/64) e^t - T_hi.
     const double P = (((C::c6 * t + C::c5) * t + C::c4) * t + C::c3) * t + 0.5;

@@ -8,7 +8,7 @@
 
 #include <cstdint>
 
-#include "kernels/common/bits.h"
+#include "base/bits.h"
 
 namespace zvl {
 
@@ -21,15 +21,15 @@ struct ExpShared {
 
 // Defined once, in tables.cpp, for every cpu type's kernels.
 // Variant A: hi, lo of 2^(j/64), j = 0 .. 63. The callout uses it too.
-extern const double kExpTableA[2 * 64];
+extern const double exp_table_a[2 * 64];
 // Variant B: 2^(j/1024).
-extern const double kExpTableB[1024];
+extern const double exp_table_b[1024];
 // Variant C: 0.9999999928394805 * 2^(j/2048).
-extern const double kExpTableC[2048];
+extern const double exp_table_c[2048];
 // Variant D: hi, lo of 2^(j/128).
-extern const double kExpTableD[2 * 128];
+extern const double exp_table_d[2 * 128];
 // Variant E: 2^(j/128).
-extern const double kExpTableE[128];
+extern const double exp_table_e[128];
 
 // The exact scalar exp of one element the vector path refuses: stores the
 // result to *y and returns 0, ZVL_STATUS_OVERFLOW or ZVL_STATUS_UNDERFLOW.

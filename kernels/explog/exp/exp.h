@@ -20,18 +20,10 @@
 // above 709.782712893384 and ZVL_STATUS_UNDERFLOW for every denormal or zero
 // result; nothing else is reported.
 //
-// Kernels by cpu type (block width W, guard, loop form):
-//
-//   type  HA                    LA                     EP
-//   5     A 8 none scratch      B 8 none scratch       C 8 none scratch
-//   4     A 8 MXCSR restart     B 8 x87 restart        C 8 none scratch
-//   3     A 8 MXCSR restart     B 4 x87 restart        E 4 MXCSR restart
-//   1, 2  A 8 MXCSR restart     D 4 MXCSR restart      E 4 MXCSR restart
-//   0     A 8 MXCSR restart     (runs HA)              (runs HA)
-//
-// MXCSR is the full guard (round to nearest, no flushing); x87 sets the x87
-// control word to 53-bit precision and leaves MXCSR alone, so those kernels,
-// like the ones without a guard, compute in the caller's rounding mode.
+// Which variant runs where, with its block width, guard and loop form, is
+// Exp's plan (plan.h). The LA kernels under the x87 guard set the x87
+// control word to 53-bit precision and leave MXCSR alone, so they, like the
+// ones without a guard, compute in the caller's rounding mode.
 //
 // Largest errors the exp accuracy test finds against MPFR:
 //   A  0.517 ulp at 256.24164260445821
@@ -53,42 +45,42 @@ namespace {
 using zvl::ExpShared;
 
 // Lanes of `v` masked to a table index, one per lane.
-template <class W>
-inline void table_index(typename W::vd v, uint32_t mask, uint32_t* j) {
-    W::low_words(v, j);
-    for (int l = 0; l < W::lanes; ++l) j[l] &= mask;
+template <class V>
+inline void table_index(typename V::vd v, uint32_t mask, uint32_t* j) {
+    V::low_words(v, j);
+    for (int l = 0; l < V::lanes; ++l) j[l] &= mask;
 }
 
 // 2^n for n = floor(N/2^S), N held in the low bits of v: the low bits of
 // bits(v) + 1023*2^S, shifted to the exponent field.
-template <class W, int S>
-inline typename W::vd two_to_n(typename W::vd v) {
-    return W::and_(W::shl_i64(W::add_i64(v, splat_bits<W>(uint64_t{1023} << S)), 52 - S),
-                   splat_bits<W>(Fp64::exp_mask));
+template <class V, int S>
+inline typename V::vd two_to_n(typename V::vd v) {
+    return V::and_(V::shl_i64(V::add_i64(v, splat_bits<V>(uint64_t{1023} << S)), 52 - S),
+                   splat_bits<V>(Fp64::exp_mask));
 }
 
 // What the variants share: the lane test and the callout. Variant supplies
-// eval<W>(x), the block formula on any wrapper.
+// eval<V>(x), the block formula on any wrapper.
 template <class Variant>
 struct ExpLanes : PerVector<Variant> {
     // Not |x| < 708.39599609375, so that a NaN is special as well.
-    template <class W>
-    static typename W::vd special(typename W::vd x) {
-        return not_mask<W>(W::lt(abs_of<W>(x), W::splat(ExpShared::special_from)));
+    template <class V>
+    static typename V::vd special(typename V::vd x) {
+        return not_mask<V>(V::lt(abs_of<V>(x), V::splat(ExpShared::special_from)));
     }
     static int32_t callout(const double* x, double* y) { return zvl::exp_callout(x, y); }
 };
 
 // x*L + shifter: N in the low bits.
-template <class W>
-inline typename W::vd round_shifted(typename W::vd x, double L) {
-    return W::add(W::mul(x, W::splat(L)), W::splat(Fp64::shifter));
+template <class V>
+inline typename V::vd round_shifted(typename V::vd x, double L) {
+    return V::add(V::mul(x, V::splat(L)), V::splat(Fp64::shifter));
 }
 
 // t = (x - f*hi) - f*lo.
-template <class W>
-inline typename W::vd reduce(typename W::vd x, typename W::vd f, double hi, double lo) {
-    return W::sub(W::sub(x, W::mul(f, W::splat(hi))), W::mul(f, W::splat(lo)));
+template <class V>
+inline typename V::vd reduce(typename V::vd x, typename V::vd f, double hi, double lo) {
+    return V::sub(V::sub(x, V::mul(f, V::splat(hi))), V::mul(f, V::splat(lo)));
 }
 
 // --- A and D: hi + lo tables -----------------------------------------------
@@ -97,26 +89,26 @@ inline typename W::vd reduce(typename W::vd x, typename W::vd f, double hi, doub
 
 template <class K>
 struct ExpHiLo : ExpLanes<ExpHiLo<K>> {
-    template <class W>
-    static typename W::vd eval(typename W::vd x) {
-        using vd = typename W::vd;
-        const vd v = round_shifted<W>(x, K::L);
-        const vd f = W::sub(v, W::splat(Fp64::shifter));
-        const vd t = reduce<W>(x, f, K::ln2_hi, K::ln2_lo);
-        uint32_t j[W::lanes];
-        table_index<W>(v, (1u << K::s) - 1, j);
+    template <class V>
+    static typename V::vd eval(typename V::vd x) {
+        using vd = typename V::vd;
+        const vd v = round_shifted<V>(x, K::L);
+        const vd f = V::sub(v, V::splat(Fp64::shifter));
+        const vd t = reduce<V>(x, f, K::ln2_hi, K::ln2_lo);
+        uint32_t j[V::lanes];
+        table_index<V>(v, (1u << K::s) - 1, j);
         vd T_hi, T_lo;
-        W::gather_pairs(K::table, j, T_hi, T_lo);
-        const vd p = W::add(W::mul(K::template c<W>(t), W::mul(t, t)), t);
-        const vd y = W::add(T_hi, W::add(W::mul(p, W::add(T_hi, T_lo)), T_lo));
-        return W::mul(y, two_to_n<W, K::s>(v));
+        V::gather_pairs(K::table, j, T_hi, T_lo);
+        const vd p = V::add(V::mul(K::template c<V>(t), V::mul(t, t)), t);
+        const vd y = V::add(T_hi, V::add(V::mul(p, V::add(T_hi, T_lo)), T_lo));
+        return V::mul(y, two_to_n<V, K::s>(v));
     }
 };
 
 // A, HA: 64 entries, degree 5.
 struct ExpAConstants {
     static constexpr int s = 6;
-    static constexpr const double* table = zvl::kExpTableA;
+    static constexpr const double* table = zvl::exp_table_a;
     // 92.33248261689366, 64/ln2
     static constexpr double L = zvl::from_bits(0x40571547652b82fe);
     // ln2/64 = ln2_hi + ln2_lo; the 20 clear low bits of ln2_hi keep f*ln2_hi
@@ -127,11 +119,11 @@ struct ExpAConstants {
     static constexpr double c3 = zvl::from_bits(0x3fc55555555542a1);      // 0.16666666666653376
     static constexpr double c4 = zvl::from_bits(0x3fa555574bc3a1be);      // 0.04166672515731616
     static constexpr double c5 = zvl::from_bits(0x3f81111276409c2c);      // 0.008333343728805863
-    template <class W>
-    static typename W::vd c(typename W::vd t) {
-        return W::mul_add(
-            W::mul_add(W::mul_add(W::splat(c5), t, W::splat(c4)), t, W::splat(c3)), t,
-            W::splat(c2));
+    template <class V>
+    static typename V::vd c(typename V::vd t) {
+        return V::mul_add(
+            V::mul_add(V::mul_add(V::splat(c5), t, V::splat(c4)), t, V::splat(c3)), t,
+            V::splat(c2));
     }
 };
 using ExpA = ExpHiLo<ExpAConstants>;
@@ -140,7 +132,7 @@ using ExpA = ExpHiLo<ExpAConstants>;
 // off by up to 3e-16 relative at the ends of |t| <= ln2/256: about 3 ulps.
 struct ExpDConstants {
     static constexpr int s = 7;
-    static constexpr const double* table = zvl::kExpTableD;
+    static constexpr const double* table = zvl::exp_table_d;
     // 184.66496523378731, 128/ln2
     static constexpr double L = zvl::from_bits(0x40671547652b82fe);
     static constexpr double ln2_hi = zvl::from_bits(0x3f762e42fee00000);  // 0.0054152123466337798
@@ -148,9 +140,9 @@ struct ExpDConstants {
     static constexpr double c2 = zvl::from_bits(0x3fdffffffffffeb0);      // 0.49999999999998135
     static constexpr double c3 = zvl::from_bits(0x3fc55555b7bae976);      // 0.16666671248624326
     static constexpr double c4 = zvl::from_bits(0x3fa55555c2a9c0fa);      // 0.041666679394326736
-    template <class W>
-    static typename W::vd c(typename W::vd t) {
-        return W::mul_add(W::mul_add(W::splat(c4), t, W::splat(c3)), t, W::splat(c2));
+    template <class V>
+    static typename V::vd c(typename V::vd t) {
+        return V::mul_add(V::mul_add(V::splat(c4), t, V::splat(c3)), t, V::splat(c2));
     }
 };
 using ExpD = ExpHiLo<ExpDConstants>;
@@ -168,18 +160,18 @@ struct ExpB : ExpLanes<ExpB> {
     // the field's carry into the sign bit is dropped
     static constexpr uint64_t n_field = 0xfff0000000000000;
 
-    template <class W>
-    static typename W::vd eval(typename W::vd x) {
-        using vd = typename W::vd;
-        const vd v = round_shifted<W>(x, L);
-        const vd f = W::sub(v, W::splat(Fp64::shifter));
-        const vd t = reduce<W>(x, f, ln2_hi, ln2_lo);
-        uint32_t j[W::lanes];
-        table_index<W>(v, 1023, j);
-        const vd T = W::add_i64(W::gather(zvl::kExpTableB, j),
-                                W::and_(W::shl_i64(v, 42), splat_bits<W>(n_field)));
-        const vd p = W::add(W::mul(W::mul(W::mul_add(W::splat(c3), t, W::splat(c2)), t), t), t);
-        return W::add(W::mul(T, p), T);
+    template <class V>
+    static typename V::vd eval(typename V::vd x) {
+        using vd = typename V::vd;
+        const vd v = round_shifted<V>(x, L);
+        const vd f = V::sub(v, V::splat(Fp64::shifter));
+        const vd t = reduce<V>(x, f, ln2_hi, ln2_lo);
+        uint32_t j[V::lanes];
+        table_index<V>(v, 1023, j);
+        const vd T = V::add_i64(V::gather(zvl::exp_table_b, j),
+                                V::and_(V::shl_i64(v, 42), splat_bits<V>(n_field)));
+        const vd p = V::add(V::mul(V::mul(V::mul_add(V::splat(c3), t, V::splat(c2)), t), t), t);
+        return V::add(V::mul(T, p), T);
     }
 };
 
@@ -192,25 +184,25 @@ struct ExpC : ExpLanes<ExpC> {
     // u in [0, 1], which the table's scale centres
     static constexpr double chord = zvl::from_bits(0x3f362f3904051fa1);
 
-    template <class W>
-    static typename W::vd eval(typename W::vd x) {
-        return pow2_2048<W>(W::mul(x, W::splat(L)));
+    template <class V>
+    static typename V::vd eval(typename V::vd x) {
+        return pow2_2048<V>(V::mul(x, V::splat(L)));
     }
 
     // 2^(w/2048) where the result is normal: the table entry of floor(w)
     // and the chord in the fraction above it. Pow's EP stage uses it too.
-    template <class W>
-    static typename W::vd pow2_2048(typename W::vd w) {
-        using vd = typename W::vd;
+    template <class V>
+    static typename V::vd pow2_2048(typename V::vd w) {
+        using vd = typename V::vd;
         // floor(w) by rounding w - 0.5; u = w - floor(w) in [0, 1]
-        const vd v = W::add(W::sub(w, W::splat(0.5)), W::splat(Fp64::shifter));
-        const vd u = W::sub(w, W::sub(v, W::splat(Fp64::shifter)));
-        uint32_t j[W::lanes];
-        table_index<W>(v, 2047, j);
-        const vd T = W::gather(zvl::kExpTableC, j);
-        const vd y = W::add(W::mul(T, W::mul(u, W::splat(chord))), T);
+        const vd v = V::add(V::sub(w, V::splat(0.5)), V::splat(Fp64::shifter));
+        const vd u = V::sub(w, V::sub(v, V::splat(Fp64::shifter)));
+        uint32_t j[V::lanes];
+        table_index<V>(v, 2047, j);
+        const vd T = V::gather(zvl::exp_table_c, j);
+        const vd y = V::add(V::mul(T, V::mul(u, V::splat(chord))), T);
         // n from bits 11 up of v into the exponent field
-        return W::add_i64(y, W::shl_i64(W::shr_i64(v, 11), 52));
+        return V::add_i64(y, V::shl_i64(V::shr_i64(v, 11), 52));
     }
 };
 
@@ -224,63 +216,18 @@ struct ExpE : ExpLanes<ExpE> {
     static constexpr double ln2 = zvl::from_bits(0x3f762e42fefa39ef);  // 0.0054152123481245725
     static constexpr double c2 = 0.5;
 
-    template <class W>
-    static typename W::vd eval(typename W::vd x) {
-        using vd = typename W::vd;
-        const vd v = round_shifted<W>(x, L);
-        const vd f = W::sub(v, W::splat(Fp64::shifter));
-        const vd t = W::sub(x, W::mul(f, W::splat(ln2)));
-        uint32_t j[W::lanes];
-        table_index<W>(v, 127, j);
-        const vd T = W::gather(zvl::kExpTableE, j);
-        const vd p = W::add(W::mul(W::splat(c2), W::mul(t, t)), t);
-        return W::mul(W::add(T, W::mul(T, p)), two_to_n<W, 7>(v));
+    template <class V>
+    static typename V::vd eval(typename V::vd x) {
+        using vd = typename V::vd;
+        const vd v = round_shifted<V>(x, L);
+        const vd f = V::sub(v, V::splat(Fp64::shifter));
+        const vd t = V::sub(x, V::mul(f, V::splat(ln2)));
+        uint32_t j[V::lanes];
+        table_index<V>(v, 127, j);
+        const vd T = V::gather(zvl::exp_table_e, j);
+        const vd p = V::add(V::mul(V::splat(c2), V::mul(t, t)), t);
+        return V::mul(V::add(T, V::mul(T, p)), two_to_n<V, 7>(v));
     }
 };
 
-// --- The kernels by cpu type ------------------------------------------------
-
-template <int Cpu>
-inline void exp_ha(int32_t n, const double* a, double* r, const char* name) {
-    if constexpr (Cpu == 5) {
-        scratch_1i<Cpu, V, 8, ExpA>(n, a, r, name);
-    } else {
-        MxcsrGuard<0> g;
-        restart_1i<Cpu, V, 8, Restartable<ExpA>>(n, a, r, name);
-    }
-}
-
-template <int Cpu>
-inline void exp_la(int32_t n, const double* a, double* r, const char* name) {
-    static_assert(Cpu >= 1, "type 0 runs HA");
-    if constexpr (Cpu == 5) {
-        scratch_1i<Cpu, V, 8, ExpB>(n, a, r, name);
-    } else if constexpr (Cpu >= 3) {
-        // The x87 guard is part of the kernel's frame; its arithmetic is SSE
-        // and runs in the caller's MXCSR mode.
-        X87Guard<0x200> g;
-        restart_1i<Cpu, V, Cpu == 4 ? 8 : 4, Restartable<ExpB>>(n, a, r, name);
-    } else {
-        MxcsrGuard<0> g;
-        restart_1i<Cpu, V, 4, Restartable<ExpD>>(n, a, r, name);
-    }
-}
-
-template <int Cpu>
-inline void exp_ep(int32_t n, const double* a, double* r, const char* name) {
-    static_assert(Cpu >= 1, "type 0 runs HA");
-    if constexpr (Cpu >= 4) {
-        scratch_1i<Cpu, V, 8, ExpC>(n, a, r, name);
-    } else {
-        MxcsrGuard<0> g;
-        restart_1i<Cpu, V, 4, Restartable<ExpE>>(n, a, r, name);
-    }
-}
-
 }  // namespace
-
-ZVL_DEFINE_D1(Exp, HA, exp_ha<kCpu>)
-#if ZVL_CPU_INDEX >= 1
-ZVL_DEFINE_D1(Exp, 50, exp_la<kCpu>)
-ZVL_DEFINE_D1(Exp, 26, exp_ep<kCpu>)
-#endif

@@ -3,19 +3,19 @@
 
 namespace zvl {
 
-alignas(64) const double kExpTableA[2 * 64] = {
+alignas(64) const double exp_table_a[2 * 64] = {
 #include "kernels/explog/exp/table_a.inc"
 };
-alignas(64) const double kExpTableB[1024] = {
+alignas(64) const double exp_table_b[1024] = {
 #include "kernels/explog/exp/table_b.inc"
 };
-alignas(64) const double kExpTableC[2048] = {
+alignas(64) const double exp_table_c[2048] = {
 #include "kernels/explog/exp/table_c.inc"
 };
-alignas(64) const double kExpTableD[2 * 128] = {
+alignas(64) const double exp_table_d[2 * 128] = {
 #include "kernels/explog/exp/table_d.inc"
 };
-alignas(64) const double kExpTableE[128] = {
+alignas(64) const double exp_table_e[128] = {
 #include "kernels/explog/exp/table_e.inc"
 };
 

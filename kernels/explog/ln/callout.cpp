@@ -13,7 +13,7 @@
 // rounds at full size.
 #include <cstdint>
 
-#include "kernels/common/bits.h"
+#include "base/bits.h"
 #include "kernels/explog/ln/data.h"
 #include "zvl.h"
 
@@ -75,8 +75,8 @@ int32_t ln_callout(const double* xp, double* yp) {
     const double k = static_cast<int32_t>(ix >> 52) - 1023 + scale;
     const double m = from_bits((ix & Fp64::mant_mask) | Fp64::one);
     const uint32_t i = bits(m + row_shifter) & 127;
-    const double R = kLnTableCallout[i][0], T_hi = kLnTableCallout[i][1],
-                 T_lo = kLnTableCallout[i][2];
+    const double R = ln_table_callout[i][0], T_hi = ln_table_callout[i][1],
+                 T_lo = ln_table_callout[i][2];
     const double A = k * ln2_hi + T_hi;
     const double m_hi = (m + split_shifter) - split_shifter;
     const double t = R * (m - m_hi);

@@ -12,12 +12,12 @@ namespace zvl {
 
 // Pivot 2/3 (variants A to C): R, T to nearest, T_lo, T_hi with T_hi a
 // multiple of 2^-21 (the last bit of A's ln2 hi part).
-extern const double kLnTableB[257][4];
+extern const double ln_table_b[257][4];
 // Pivot 0.7495 (variants D and E): R, T_hi, T_lo, 0 with T_hi a multiple of
 // 2^-42 (the last bit of D's ln2 hi part).
-extern const double kLnTableD[768][4];
+extern const double ln_table_d[768][4];
 // The callout's rows for c = 1 + i/64: R, T_hi, T_lo, with T_hi as in D.
-extern const double kLnTableCallout[128][3];
+extern const double ln_table_callout[128][3];
 
 // The exact scalar ln of one element: stores the result to *y and returns
 // 0, ZVL_STATUS_ERRDOM (negatives, -inf) or ZVL_STATUS_SING (zeros). NaN and

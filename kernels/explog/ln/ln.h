@@ -16,7 +16,7 @@
 //      denormals are scaled by 2^52 in line; restart form under the x87
 //      guard.
 //
-// The LA slot of types 0 and 1 and the EP slot of type 0 run the HA kernel.
+// Which variant runs where is Ln's plan (plan.h).
 //
 // Worst errors seen by zvl-ulp (2e6 samples, sweeps and hard cases):
 //   A 0.503 ulp at 0x1.0072c3d7ba35bp+0; D 0.578 ulp at 0x1.000fe44712a91p+0
@@ -60,6 +60,7 @@ struct LnSpecial {
 // lanes' bits.
 template <class F>
 struct PivotBKernel : PerVector<F>, LnSpecial {
+    using form = forms::BlockAt;
     template <class V>
     static typename V::vd eval(typename V::vd x) {
         SplitB<V> s;
@@ -109,7 +110,7 @@ struct LnA : PivotBKernel<LnA> {
     template <class V>
     static typename V::vd from_split(const SplitB<V>& s, const uint32_t* pair) {
         using vd = typename V::vd;
-        const double* t = &zvl::kLnTableB[0][0];
+        const double* t = &zvl::ln_table_b[0][0];
         vd R, T, T_lo, T_hi, a, b;
         V::gather_pairs(t, pair, R, T);
         V::gather_pairs(t + 2, pair, T_lo, T_hi);
@@ -121,7 +122,7 @@ struct LnA : PivotBKernel<LnA> {
         // or a multiple of m_hi's last bit, which b stays below. b is added
         // apart from the polynomial because near 1 it is a large part of
         // the result.
-        return two_part_sum<V>(s.n, ln2_hi, ln2_lo, T_hi, T_lo, a, b, V::mul(p, V::mul(r, r)));
+        return plus_zero<V>(two_part_sum<V>(s.n, ln2_hi, ln2_lo, T_hi, T_lo, a, b, V::mul(p, V::mul(r, r))));
     }
 };
 
@@ -146,12 +147,12 @@ struct LnOnePart : PivotBKernel<LnOnePart<Poly>> {
     static typename V::vd from_split(const SplitB<V>& s, const uint32_t* pair) {
         using vd = typename V::vd;
         vd R, T, a, b;
-        V::gather_pairs(&zvl::kLnTableB[0][0], pair, R, T);
+        V::gather_pairs(&zvl::ln_table_b[0][0], pair, R, T);
         exact_parts<V>(s.m_hi, s.m_lo, R, a, b);
         const vd r = V::add(a, b);
         const vd p = Poly::template eval<V>(r);
         const vd q = V::add(V::mul(V::mul(p, r), r), r);
-        return V::add(V::mul(s.n, V::splat(ln2)), V::add(q, T));
+        return plus_zero<V>(V::add(V::mul(s.n, V::splat(ln2)), V::add(q, T)));
     }
 };
 
@@ -161,7 +162,7 @@ using LnC = LnOnePart<LnPoly3>;
 // --- D, E: pivot 0.7495, restart form (through RestartLog) ----------------
 
 struct LnD : LnSpecial {
-    static constexpr const double* table = &zvl::kLnTableD[0][0];
+    static constexpr const double* table = &zvl::ln_table_d[0][0];
     // ln2 to 42 bits and the rest: n*ln2_hi + T_hi is exact
     static constexpr double ln2_hi = from_bits(0x3fe62e42fefa3800);  // 0.6931471805598903
     static constexpr double ln2_lo = from_bits(0x3d2ef35793c76730);  // 5.497923018708371e-14
@@ -186,7 +187,7 @@ struct LnD : LnSpecial {
 };
 
 struct LnE : LnSpecial {
-    static constexpr const double* table = &zvl::kLnTableD[0][0];
+    static constexpr const double* table = &zvl::ln_table_d[0][0];
     static constexpr double ln2_52 = 36.043653389117154;  // 52 ln 2, for scaled denormals
 
     template <class V>
@@ -196,7 +197,7 @@ struct LnE : LnSpecial {
         const vd q = V::add(V::mul(V::mul(p, s.r), s.r), s.r);
         const vd kl =
             V::sub(V::mul(s.k, V::splat(LnB::ln2)), V::and_(s.tiny, V::splat(ln2_52)));
-        return V::add(V::add(kl, s.T), q);
+        return plus_zero<V>(V::add(V::add(kl, s.T), q));
     }
     // E takes denormals in line
     template <class V>
@@ -205,41 +206,4 @@ struct LnE : LnSpecial {
     }
 };
 
-// --- The kernels by cpu type ------------------------------------------------
-
-template <int Cpu>
-inline void ln_ha(int32_t n, const double* a, double* r, const char* name) {
-    if constexpr (Cpu == 5) {
-        scratch_1i<Cpu, V, 16, LnA>(n, a, r, name);
-    } else {
-        MxcsrGuard<0> g;
-        restart_1i<Cpu, V, Cpu == 0 ? 2 : 4, RestartLog<LnD, PartsD>>(n, a, r, name);
-    }
-}
-
-template <int Cpu>
-inline void ln_la(int32_t n, const double* a, double* r, const char* name) {
-    static_assert(Cpu >= 2, "types 0 and 1 run HA");
-    scratch_1i<Cpu, V, Cpu == 5 ? 16 : 8, LnB>(n, a, r, name);
-}
-
-template <int Cpu>
-inline void ln_ep(int32_t n, const double* a, double* r, const char* name) {
-    static_assert(Cpu >= 1, "type 0 runs HA");
-    if constexpr (Cpu >= 4) {
-        scratch_1i<Cpu, V, Cpu == 5 ? 16 : 8, LnC>(n, a, r, name);
-    } else {
-        X87Guard<0x200> g;
-        restart_1i<Cpu, V, 4, RestartLog<LnE, SplitScaled>>(n, a, r, name);
-    }
-}
-
 }  // namespace
-
-ZVL_DEFINE_D1(Ln, HA, ln_ha<kCpu>)
-#if ZVL_CPU_INDEX >= 2
-ZVL_DEFINE_D1(Ln, 50, ln_la<kCpu>)
-#endif
-#if ZVL_CPU_INDEX >= 1
-ZVL_DEFINE_D1(Ln, 26, ln_ep<kCpu>)
-#endif

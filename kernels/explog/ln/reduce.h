@@ -34,7 +34,8 @@
 
 #include "kernels/common/isa.h"
 #include "kernels/common/lanes.h"
-#include "kernels/common/two_sum.h"
+#include "kernels/common/loops/forms.h"
+#include "kernels/common/double_word.h"
 
 namespace {
 
@@ -329,6 +330,7 @@ inline int split_block(const double* src, const typename V::vd* x, const double*
 // element routine by the shifter, the same rows.
 template <class F, template <class> class Parts>
 struct RestartLog : F {
+    using form = forms::CheckedAt;
     template <class V, int NV>
     static bool checked_block_at(const double* src, const typename V::vd* x,
                                  typename V::vd* y) {

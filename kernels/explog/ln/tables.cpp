@@ -3,15 +3,15 @@
 
 namespace zvl {
 
-alignas(64) const double kLnTableB[257][4] = {
+alignas(64) const double ln_table_b[257][4] = {
 #include "kernels/explog/ln/table_b.inc"
 };
 
-alignas(64) const double kLnTableD[768][4] = {
+alignas(64) const double ln_table_d[768][4] = {
 #include "kernels/explog/ln/table_d.inc"
 };
 
-alignas(64) const double kLnTableCallout[128][3] = {
+alignas(64) const double ln_table_callout[128][3] = {
 #include "kernels/explog/ln/table_callout.inc"
 };
 

@@ -38,7 +38,7 @@ struct Log10Special {
 };
 
 struct Log10HA : Log10Special {
-    static constexpr const double* table = &zvl::kLog10TableD[0][0];
+    static constexpr const double* table = &zvl::log10_table_d[0][0];
     // log10(2) to 42 bits and the rest: k*log10_2_hi + T_hi is exact
     // 0.30102999566395283 and 2.8363394551044964e-14
     static constexpr double log10_2_hi = zvl::from_bits(0x3fd34413509f7800);
@@ -82,7 +82,7 @@ struct Log10HA : Log10Special {
 };
 
 struct Log10EP : Log10Special {
-    static constexpr const double* table = &zvl::kLog10TableD[0][0];
+    static constexpr const double* table = &zvl::log10_table_d[0][0];
     static constexpr double log10_2 = zvl::from_bits(0x3fd34413509f79ff);  // 0.3010299956639812
     // log10(e) = 0.43429448190325182, -log10(e)/2, log10(e)/3
     static constexpr double c1 = zvl::from_bits(0x3fdbcb7b1526e50e);
@@ -97,7 +97,7 @@ struct Log10EP : Log10Special {
         q = V::mul(V::mul_add(q, s.r, V::splat(c1)), s.r);
         const vd kl =
             V::sub(V::mul(s.k, V::splat(log10_2)), V::and_(s.tiny, V::splat(log10_2_52)));
-        return V::add(V::add(kl, s.T), q);
+        return plus_zero<V>(V::add(V::add(kl, s.T), q));
     }
     // EP takes denormals in line
     template <class V>

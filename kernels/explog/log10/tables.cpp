@@ -3,7 +3,7 @@
 
 namespace zvl {
 
-alignas(64) const double kLog10TableD[768][4] = {
+alignas(64) const double log10_table_d[768][4] = {
 #include "kernels/explog/log10/table_d.inc"
 };
 

@@ -11,6 +11,8 @@
 // positive and denormal: the core on x * 2^52; x negative: by the integer
 // class of y, the exact cases (not an integer) or the core on -x with the
 // sign of an odd power.
+#include <cmath>
+
 #include "kernels/explog/pow/core.h"
 #include "zvl.h"
 
@@ -114,13 +116,16 @@ inline double pow_core(double x, double y, int32_t offset, double sign) {
         // k = -1021 on the result is normal and the exponent build below is
         // exact.)
         constexpr double B = from_bits(0x0708000000000000);      // 1.5 * 2^-911
-        constexpr double kDown = from_bits(0x3900000000000000);  // 2^-111
+        constexpr double down = from_bits(0x3900000000000000);  // 2^-111
         const double S = from_bits(static_cast<uint64_t>(k + 111 + 1023) << 52);
         const double s_hi = hi * S, s_lo = lo * S;
         const double v = s_hi + s_lo;
         const double H = (v + B) - B;
         const double rest = (s_hi - H) + s_lo;
-        return (H * kDown + rest * kDown) * sign;
+        // The magnitude is never negative, but where the caller rounds
+        // downward B - B is -0, and a result that rounds to zero came out
+        // -0; its sign is the one `sign` gives.
+        return std::fabs(H * down + rest * down) * sign;
     }
     const double m = hi + lo;
     return from_bits(bits(m) + (static_cast<uint64_t>(static_cast<int64_t>(k)) << 52)) * sign;
@@ -131,6 +136,13 @@ inline double pow_core(double x, double y, int32_t offset, double sign) {
 int32_t pow_scalar(double x, double y, double* r) {
     const uint32_t ahy = high_word(y) & 0x7fffffffu;
     if ((ahy | low_word(y)) == 0 || ahy >= 0x7ff00000u) return pow_exact(x, y, r);
+    // x^1 is x, bit for bit, as every exact case agrees (a NaN, a zero and an
+    // infinity come back as they are): the core would round its way there
+    // in the caller's rounding mode, off by an ulp or past the largest double.
+    if (y == 1.0) {
+        *r = x;
+        return 0;
+    }
     const uint32_t hx = high_word(x);
     if (hx - 0x00100000u < 0x7fe00000u) {  // positive, normal, finite
         *r = pow_core(x, y, 0, 1.0);

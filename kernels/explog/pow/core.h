@@ -18,22 +18,19 @@
 
 #include "kernels/common/isa.h"
 #include "kernels/common/lanes.h"
-#include "kernels/common/two_sum.h"
+#include "kernels/common/double_word.h"
 #include "kernels/explog/exp/data.h"
 #include "kernels/explog/pow/data.h"
 
 namespace {
 
 struct PowC {
-    // clears the low 27 bits: the 26 bits left of two such parts multiply
-    // exactly
-    static constexpr uint64_t kHi26 = 0xfffffffff8000000;
     // high word of 0.749755859375 (0x3fe7fe0000000000): n counts one more
     // from the mantissa where the table index reaches 512, so that the
     // entries from there on hold log2 less 1 and n + T stays near log2 x
-    static constexpr int32_t kNBase = 0x3fe7fe00;
+    static constexpr int32_t n_base = 0x3fe7fe00;
     // -1.4426949024200439, the 23-bit high part of log2 e
-    static constexpr double kMinusLog2eHi = zvl::from_bits(0xbff7154740000000);
+    static constexpr double minus_log2e_hi = zvl::from_bits(0xbff7154740000000);
 
     // log2(1 + q/log2e_hi) - q: the Taylor terms in q. c1 is the part of the
     // linear term that log2e_hi leaves out (log2e/log2e_hi - 1). LA takes c2
@@ -44,8 +41,6 @@ struct PowC {
     // whose rounding would show through y when x is near 1
     static constexpr double c2_hi = zvl::from_bits(0xbfd62e4400000000);  // -0.34657382965087891
     static constexpr double c2_lo = zvl::from_bits(0x3e8732d7df1146f4);  // 1.7284308698405977e-07
-    // keeps 17 significant bits: their square has 34, times c2_hi 53
-    static constexpr uint64_t kHi17 = 0xfffffff000000000;
     static constexpr double c3 = zvl::from_bits(0x3fc47fd462b3b816);  // 0.16015105075297303
     static constexpr double c4 = zvl::from_bits(0xbfb550472a8bb463);  // -0.08325619496072671
     static constexpr double c5 = zvl::from_bits(0x3fa7a334ddfc9f86);  // 0.04616704187202374
@@ -54,7 +49,7 @@ struct PowC {
 
     // 52776558133248.0 = 1.5 * 2^45: its ulp is 1/128, so adding it rounds
     // to a multiple of 1/128 and leaves 128 times that in the low bits
-    static constexpr double kShifter45 = zvl::from_bits(0x42c8000000000000);
+    static constexpr double shifter45 = zvl::from_bits(0x42c8000000000000);
 
     // 2^t - 1 on |t| <= 1/256, degree 5
     static constexpr double e1 = zvl::from_bits(0x3fe62e42fefa39ef);  // 0.69314718055994529
@@ -66,15 +61,15 @@ struct PowC {
     // Block-path bounds: x is taken when positive, normal and finite, y when
     // finite, and y*log2 x below 1021 in magnitude, where 2^k * 2^(j/128+t)
     // is a normal number that the exponent addition can build.
-    static constexpr double kBlockLimit = zvl::from_bits(0x408fe80000000000);  // 1021.0
+    static constexpr double block_limit = zvl::from_bits(0x408fe80000000000);  // 1021.0
 };
 
-// y split at 26 bits for the Dekker product.
+// y and its split at 26 bits for the exact product.
 template <class V>
 struct PowSplit {
-    typename V::vd y, hi, lo;
-    explicit PowSplit(typename V::vd v)
-        : y(v), hi(V::and_(v, splat_bits<V>(PowC::kHi26))), lo(V::sub(v, hi)) {}
+    typename V::vd y;
+    Parts<V> parts;
+    explicit PowSplit(typename V::vd v) : y(v), parts(split<V, 26>(v)) {}
 };
 
 // The reduction of x shared by the accurate and the EP logarithm: the
@@ -89,9 +84,9 @@ struct PowReduce {
         uint32_t i[V::lanes];
         L::store(i, L::template srli<10>(L::add(L::and_(hx, L::splat(0xffe00)), L::splat(512))));
         n = L::to_double(
-            L::sub(L::template srai<20>(L::sub(hx, L::splat(PowC::kNBase))), L::splat(offset)));
-        R = V::gather(zvl::kPowR, i);
-        V::gather_pairs(zvl::kPowLog2, i, T_hi, T_lo);
+            L::sub(L::template srai<20>(L::sub(hx, L::splat(PowC::n_base))), L::splat(offset)));
+        R = V::gather(zvl::pow_table_r, i);
+        V::gather_pairs(zvl::pow_table_log2, i, T_hi, T_lo);
         M = V::or_(V::and_(x, splat_bits<V>(Fp64::mant_mask)), splat_bits<V>(Fp64::one));
     }
 };
@@ -100,11 +95,11 @@ struct PowReduce {
 // R*(M - M_hi) are exact, and u + e is R*M.
 template <class V>
 inline void pow_reduced(const PowReduce<V>& d, typename V::vd& z, typename V::vd& e) {
-    const typename V::vd M_hi = V::and_(d.M, splat_bits<V>(PowC::kHi26));
+    const Parts<V> M = split<V, 26>(d.M);
     const typename V::vd u = V::mul(d.R, d.M);
-    const typename V::vd w = V::mul(d.R, M_hi);
-    z = V::add(u, V::splat(PowC::kMinusLog2eHi));
-    e = V::add(V::mul(V::sub(d.M, M_hi), d.R), V::sub(w, u));
+    const typename V::vd w = V::mul(d.R, M.hi);
+    z = V::add(u, V::splat(PowC::minus_log2e_hi));
+    e = V::add(V::mul(M.lo, d.R), V::sub(w, u));
 }
 
 // log2 x as h + l with |l| <= ulp(h). For y*log2 x to keep its last bits
@@ -137,12 +132,14 @@ inline void pow_log2(typename V::vd x, int32_t offset, typename V::vd& h, typena
 
     if constexpr (Exact2) {
         // c2*q^2 with q = z + e: z has at most 42 bits (a multiple of 2^-52
-        // below 2^-10), so with z_hi its top 17 bits c2_hi*z_hi^2 is exact,
+        // below 2^-10), so with z_hi its top 17 bits (their square has 34,
+        // times c2_hi 53) c2_hi*z_hi^2 is exact,
         // and the rest, (q - z_hi)*(q + z_hi), is 2^-16 of it.
-        const vd z_hi = V::and_(z, splat_bits<V>(PowC::kHi17));
+        const Parts<V> zs = split<V, 17>(z);
+        const vd z_hi = zs.hi;
         const vd zz = V::mul(z_hi, z_hi);
         const vd P_hi = V::mul(V::splat(PowC::c2_hi), zz);
-        const vd cross = V::mul(V::add(V::sub(z, z_hi), e), V::add(V::add(z, z_hi), e));
+        const vd cross = V::mul(V::add(zs.lo, e), V::add(V::add(z, z_hi), e));
         const vd P_lo = V::add(V::mul(V::splat(PowC::c2_hi), cross),
                                V::mul(V::splat(PowC::c2_lo), V::add(zz, cross)));
         // q*(c1 + q^2*(c3 + q*(c4 + ...)))
@@ -164,14 +161,8 @@ inline void pow_log2(typename V::vd x, int32_t offset, typename V::vd& h, typena
 template <class V>
 inline void pow_mul(const PowSplit<V>& y, typename V::vd h, typename V::vd l, typename V::vd& Y_hi,
                     typename V::vd& Y_lo) {
-    const typename V::vd h_hi = V::and_(h, splat_bits<V>(PowC::kHi26));
-    const typename V::vd h_lo = V::sub(h, h_hi);
     Y_hi = V::mul(y.y, h);
-    typename V::vd err = V::sub(V::mul(y.hi, h_hi), Y_hi);
-    err = V::add(err, V::mul(y.hi, h_lo));
-    err = V::add(err, V::mul(y.lo, h_hi));
-    err = V::add(err, V::mul(y.lo, h_lo));
-    Y_lo = V::add(err, V::mul(y.y, l));
+    Y_lo = V::add(two_product_error<V>(y.parts, split<V, 26>(h), Y_hi), V::mul(y.y, l));
 }
 
 // 2^(Y_hi + Y_lo) = 2^k * (hi + lo): hi the table's 2^(j/128), lo the rest.
@@ -182,8 +173,8 @@ inline void pow_exp2(typename V::vd Y_hi, typename V::vd Y_lo, typename V::vd& h
                      typename V::vd& lo, typename Lanes<V::lanes>::vi& k) {
     using L = Lanes<V::lanes>;
     using vd = typename V::vd;
-    const vd s = V::add(Y_hi, V::splat(PowC::kShifter45));
-    const vd f = V::sub(s, V::splat(PowC::kShifter45));
+    const vd s = V::add(Y_hi, V::splat(PowC::shifter45));
+    const vd f = V::sub(s, V::splat(PowC::shifter45));
     const vd t = V::add(V::sub(Y_hi, f), Y_lo);
     vd p = V::mul_add(t, V::splat(PowC::e5), V::splat(PowC::e4));
     p = V::mul_add(p, t, V::splat(PowC::e3));
@@ -198,10 +189,10 @@ inline void pow_exp2(typename V::vd Y_hi, typename V::vd Y_lo, typename V::vd& h
         // hi has its low 8 bits clear, so T_lo is up to 2^-44 of it and
         // T_lo*p counts: p multiplies the whole table value
         vd T_lo;
-        V::gather_pairs(zvl::kExpTableD, j, hi, T_lo);
+        V::gather_pairs(zvl::exp_table_d, j, hi, T_lo);
         lo = V::add(V::mul(V::add(hi, T_lo), p), T_lo);
     } else {
-        hi = V::gather(zvl::kExpTableE, j);
+        hi = V::gather(zvl::exp_table_e, j);
         lo = V::mul(hi, p);
     }
 }

@@ -13,10 +13,7 @@
 //       degree-4 series, then Exp's EP step (variant C: the first-degree
 //       step on the 2048-entry table); |y ln x| up to 708.396, where the
 //       result is normal.
-// Blocks are 8 elements at cpu types 2 to 5 and 4 at types 0 and 1. HA at
-// types 0, 1 and 5 and LA at type 1 run under the full MXCSR guard, EP at
-// type 1 under the x87 0x200 guard; the others run in the caller's state.
-// At cpu type 0 the LA and EP slots run HA.
+// Block widths and guards by cpu type are Pow's plan (plan.h).
 //
 // The only status is ZVL_STATUS_ERRDOM, from the exact cases: a negative
 // base with a non-integer exponent, and a zero base with a negative (or
@@ -32,9 +29,6 @@
 #include "kernels/explog/pow/core.h"
 
 namespace {
-
-template <int Cpu>
-constexpr int kPowW = Cpu >= 2 ? 8 : 4;
 
 // Lanes whose `ok` is clear, as mask bits.
 template <class V>
@@ -63,9 +57,12 @@ inline typename V::vd pow_vector(typename V::vd x, const PowSplit<V>& y, uint32_
     pow_log2<V, WithLo>(x, 0, h, l);
     pow_mul<V>(y, h, l, Y_hi, Y_lo);
     pow_exp2<V, WithLo>(Y_hi, Y_lo, hi, lo, k);
-    const typename V::vd r = L::add_hi32(V::add(hi, lo), L::template slli<20>(k));
+    // x^1 is x itself: in the caller's rounding mode the stages would round
+    // their way to a neighbour, or past the largest double
+    const typename V::vd r = V::select(V::eq(y.y, V::splat(1.0)), x,
+                                       L::add_hi32(V::add(hi, lo), L::template slli<20>(k)));
     typename V::vd ok =
-        V::and_(pow_x_ok<V>(x), V::lt(abs_of<V>(Y_hi), V::splat(PowC::kBlockLimit)));
+        V::and_(pow_x_ok<V>(x), V::lt(abs_of<V>(Y_hi), V::splat(PowC::block_limit)));
     if constexpr (YChecked) ok = V::and_(ok, pow_y_ok<V>(y.y));
     refused_bits = refused<V>(ok);
     return r;
@@ -76,8 +73,8 @@ inline typename V::vd pow_vector(typename V::vd x, const PowSplit<V>& y, uint32_
 struct PowEP {
     // 1/log2e_hi, 0.69314724708776143: turns z = R*M - log2e_hi into the
     // reduced argument of ln
-    static constexpr double kInvLog2eHi = zvl::from_bits(0x3fe62e4322b1bd5f);
-    static constexpr double kLn2 = zvl::from_bits(0x3fe62e42fefa39ef);  // 0.6931471805599453
+    static constexpr double inv_log2e_hi = zvl::from_bits(0x3fe62e4322b1bd5f);
+    static constexpr double ln2 = zvl::from_bits(0x3fe62e42fefa39ef);  // 0.6931471805599453
     // ln(1 + p) - p on |p| <= 2^-11. The fourth term is there for x near 1
     // with a large y: y * p^4/4 reaches 2^-26 when |y ln x| is near 708 and
     // p near 2^-11.
@@ -86,7 +83,7 @@ struct PowEP {
     static constexpr double c4 = -0.25;
     // 708.39611916346382: exp(-708.396...) is just above 2^-1022, and up to
     // there the exponent addition builds a normal number
-    static constexpr double kBound = zvl::from_bits(0x4086232b4086232b);
+    static constexpr double bound = zvl::from_bits(0x4086232b4086232b);
 };
 
 template <class V, bool YChecked>
@@ -95,20 +92,22 @@ inline typename V::vd pow_ep_vector(typename V::vd x, typename V::vd y, uint32_t
     // z alone is off by up to 2^-53, which matters where ln x is that small
     typename V::vd z, e;
     pow_reduced<V>(d, z, e);
-    const typename V::vd p = V::mul(V::add(z, e), V::splat(PowEP::kInvLog2eHi));
+    const typename V::vd p = V::mul(V::add(z, e), V::splat(PowEP::inv_log2e_hi));
     const typename V::vd c =
         V::mul_add(V::mul_add(p, V::splat(PowEP::c4), V::splat(PowEP::c3)), p, V::splat(PowEP::c2));
     const typename V::vd series = V::add(p, V::mul(V::mul(p, p), c));
     const typename V::vd lnx =
-        V::mul_add(V::add(V::add(d.n, d.T_hi), d.T_lo), V::splat(PowEP::kLn2), series);
+        V::mul_add(V::add(V::add(d.n, d.T_hi), d.T_lo), V::splat(PowEP::ln2), series);
     const typename V::vd Y = V::mul(y, lnx);
     // Y is zero exactly for y = 0 and x = 1 (and where y ln x underflows),
     // where the result is 1 and not the table's scaled 1
-    const typename V::vd r = V::select(V::eq(Y, V::splat(0.0)), V::splat(1.0),
-                                       ExpC::pow2_2048<V>(V::mul(Y, V::splat(ExpC::L))));
+    // where the result is 1 and not the table's scaled 1; x^1 is x itself
+    const typename V::vd r = V::select(
+        V::eq(y, V::splat(1.0)), x,
+        V::select(V::eq(Y, V::splat(0.0)), V::splat(1.0), ExpC::pow2_2048<V>(V::mul(Y, V::splat(ExpC::L)))));
 
     typename V::vd ok =
-        V::and_(pow_x_ok<V>(x), V::le(abs_of<V>(Y), V::splat(PowEP::kBound)));
+        V::and_(pow_x_ok<V>(x), V::le(abs_of<V>(Y), V::splat(PowEP::bound)));
     if constexpr (YChecked) ok = V::and_(ok, pow_y_ok<V>(y));
     refused_bits = refused<V>(ok);
     return r;
@@ -120,6 +119,7 @@ enum class PowMode { HA, LA, EP };
 
 template <PowMode Mode>
 struct PowBlock {
+    using form = forms::BlockMask;
     template <class V, int NV>
     static uint32_t block(const typename V::vd* x, const typename V::vd* y, typename V::vd* r) {
         uint32_t mask = 0;
@@ -139,25 +139,4 @@ struct PowBlock {
     }
 };
 
-// HA at types 0, 1 and 5, LA at type 1: full MXCSR guard; EP at type 1:
-// x87 0x200 guard (it does no x87 arithmetic).
-template <int Cpu, PowMode Mode>
-using PowGuard = std::conditional_t<
-    Mode == PowMode::HA && (Cpu == 5 || Cpu <= 1), MxcsrGuard<0>,
-    std::conditional_t<Cpu == 1,
-                       std::conditional_t<Mode == PowMode::LA, MxcsrGuard<0>, X87Guard<0x200>>,
-                       NoGuard>>;
-
-template <int Cpu, PowMode Mode>
-inline void pow_kernel(int32_t n, const double* a, const double* b, double* r, const char* name) {
-    [[maybe_unused]] PowGuard<Cpu, Mode> guard;
-    scratch_2i<Cpu, V, kPowW<Cpu>, PowBlock<Mode>>(n, a, b, r, name);
-}
-
 }  // namespace
-
-ZVL_DEFINE_D2(Pow, HA, pow_kernel<kCpu, PowMode::HA>)
-#if ZVL_CPU_INDEX >= 1
-ZVL_DEFINE_D2(Pow, 50, pow_kernel<kCpu, PowMode::LA>)
-ZVL_DEFINE_D2(Pow, 26, pow_kernel<kCpu, PowMode::EP>)
-#endif

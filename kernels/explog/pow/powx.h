@@ -13,29 +13,29 @@
 // its bits, sqrt(-0) and sqrt(-Inf) are not +0 and +Inf, a zero base with
 // b = -1 reports), and go to the same scalar routine.
 //
-// Guards as Pow's, except that every EP kernel from cpu type 1 on runs
-// under the x87 0x200 guard. Reports pass `a` as both argument arrays: b is
+// Guards and widths are Powx's plan (plan.h). Reports pass `a` as both argument arrays: b is
 // no array.
 //
 // Included by the explog units inside their own context (see unit.h).
 #pragma once
 
+#include "kernels/explog/pow/plan.h"
 #include "kernels/explog/pow/pow.h"
 
 namespace {
 
 template <PowMode Mode>
 struct PowxBlock {
+    using form = forms::BlockMask;
     double b, b_hi, b_lo;  // b finite
 
     explicit PowxBlock(double e)
-        : b(e), b_hi(PowSplit<Scalar>(e).hi), b_lo(PowSplit<Scalar>(e).lo) {}
+        : b(e), b_hi(PowSplit<Scalar>(e).parts.hi), b_lo(PowSplit<Scalar>(e).parts.lo) {}
 
     template <class V, int NV>
     uint32_t block(const typename V::vd* x, typename V::vd* r) const {
         PowSplit<V> y(V::splat(b));
-        y.hi = V::splat(b_hi);
-        y.lo = V::splat(b_lo);
+        y.parts = {V::splat(b_hi), V::splat(b_lo)};
         uint32_t mask = 0;
 #pragma GCC unroll 2
         for (int j = 0; j < NV; ++j) {
@@ -53,6 +53,7 @@ struct PowxBlock {
 
 // Infinite or NaN b: only the exact cases apply.
 struct PowxExactOnly {
+    using form = forms::BlockMask;
     double b;
     template <class V, int NV>
     uint32_t block(const typename V::vd* x, typename V::vd* r) const {
@@ -105,32 +106,37 @@ struct PowxInverse : PerVector<PowxInverse> {
     static int32_t callout(const double* x, double* r) { return zvl::pow_scalar(*x, -1.0, r); }
 };
 
-template <int Cpu, PowMode Mode>
-using PowxGuard = std::conditional_t<Mode == PowMode::EP, X87Guard<0x200>, PowGuard<Cpu, Mode>>;
+// The kernel of a cell of Powx's plan: its guard and width, and the block
+// that the exponent picks.
+struct PowxFamily {
+    static constexpr const zvl::Plan& plan = zvl::plans::Powx;
 
-template <int Cpu, PowMode Mode>
-inline void powx_kernel(int32_t n, const double* a, double b, double* r, const char* name) {
-    constexpr int W = kPowW<Cpu>;
-    [[maybe_unused]] PowxGuard<Cpu, Mode> guard;
-    if (b == 1.0) {
-        for (int32_t i = 0; i < n; ++i) r[i] = a[i];
-    } else if (b == 2.0) {
-        scratch_1i<Cpu, V, W, PowxSquare>(n, a, r, name);
-    } else if (b == 0.5) {
-        scratch_1i<Cpu, V, W, PowxSqrt>(n, a, r, name);
-    } else if (b == -1.0) {
-        scratch_1i<Cpu, V, W, PowxInverse>(n, a, r, name);
-    } else if (!(__builtin_fabs(b) <= Fp64::max_finite)) {
-        scratch_1i<Cpu, V, W>(n, a, r, name, PowxExactOnly{b});
-    } else {
-        scratch_1i<Cpu, V, W>(n, a, r, name, PowxBlock<Mode>(b));
+    template <int Cpu, int Col>
+    static void run(int32_t n, const double* a, double b, double* r, const char* name) {
+        constexpr zvl::Cell c = plan.at(Cpu, Col);
+        static_assert(c.loop == zvl::Loop::scratch && c.wrap == zvl::Wrap::unit, "Powx runs the scratch form");
+        constexpr PowMode Mode = c.variant == 'A' ? PowMode::HA : c.variant == 'B' ? PowMode::LA : PowMode::EP;
+        constexpr int W = c.width;
+        [[maybe_unused]] GuardFor<c.guard> guard;
+        if (b == 1.0) {
+            for (int32_t i = 0; i < n; ++i) r[i] = a[i];
+        } else if (b == 2.0) {
+            scratch<Cpu, W>(n, a, r, name, PowxSquare{});
+        } else if (b == 0.5) {
+            scratch<Cpu, W>(n, a, r, name, PowxSqrt{});
+        } else if (b == -1.0) {
+            scratch<Cpu, W>(n, a, r, name, PowxInverse{});
+        } else if (!(__builtin_fabs(b) <= Fp64::max_finite)) {
+            scratch<Cpu, W>(n, a, r, name, PowxExactOnly{b});
+        } else {
+            scratch<Cpu, W>(n, a, r, name, PowxBlock<Mode>(b));
+        }
     }
-}
+
+    template <int Cpu, int W, class F>
+    static void scratch(int32_t n, const double* a, double* r, const char* name, const F& f) {
+        scratch_loop<Cpu, V, W, F, D1Shape>(f, n, a, nullptr, r, nullptr, name);
+    }
+};
 
 }  // namespace
-
-ZVL_DEFINE_DX(Powx, HA, powx_kernel<kCpu, PowMode::HA>)
-#if ZVL_CPU_INDEX >= 1
-ZVL_DEFINE_DX(Powx, 50, powx_kernel<kCpu, PowMode::LA>)
-ZVL_DEFINE_DX(Powx, 26, powx_kernel<kCpu, PowMode::EP>)
-#endif

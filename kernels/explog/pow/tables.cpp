@@ -3,10 +3,10 @@
 
 namespace zvl {
 
-alignas(64) const double kPowR[1025] = {
+alignas(64) const double pow_table_r[1025] = {
 #include "kernels/explog/pow/table_r.inc"
 };
-alignas(64) const double kPowLog2[2 * 1025] = {
+alignas(64) const double pow_table_log2[2 * 1025] = {
 #include "kernels/explog/pow/table_log2.inc"
 };
 

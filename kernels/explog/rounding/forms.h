@@ -19,6 +19,7 @@
 #pragma once
 
 #include "kernels/explog/rounding/bit_masks.h"
+#include "kernels/explog/rounding/common.h"
 
 namespace {
 
@@ -40,6 +41,7 @@ struct ShifterOps {
 
 // Ceil, Floor, Trunc (under their guards), Rint and NearbyInt (without).
 struct Shifter {
+    using form = forms::Exact;
     template <class V, int NV>
     static bool block(const typename V::vd* x, typename V::vd* y) {
         bool ok = true;
@@ -62,6 +64,7 @@ struct Shifter {
 
 // Modf under the towards-zero guard: r2 = x - r1, both with the sign of x.
 struct ShifterModf {
+    using form = forms::Exact;
     template <class V>
     static void split(typename V::vd x, typename V::vd* i, typename V::vd* f) {
         using O = ShifterOps<V>;
@@ -97,6 +100,7 @@ struct ShifterModf {
 // instruction with immediate 0 (to nearest, whatever the mode).
 template <bool Instr>
 struct HalfTest {
+    using form = forms::Exact;
     template <class V>
     static typename V::vd eval(typename V::vd x) {
         using vd = typename V::vd;
@@ -125,9 +129,13 @@ struct HalfTest {
     static void element(double x, double* y) { *y = eval<Scalar>(x); }
 };
 
+// Only the units with the instruction define it.
+template <int Imm>
+struct ByInstruction;
 #ifdef __SSE4_1__
 template <int Imm>
 struct ByInstruction {
+    using form = forms::Exact;
     template <class V, int NV>
     static bool block(const typename V::vd* x, typename V::vd* y) {
         for (int j = 0; j < NV; ++j) y[j] = round_by<Imm>(x[j]);
@@ -140,9 +148,11 @@ struct ByInstruction {
 // Cpu type 0: the element routines of the bit masks, one element at a time.
 template <double (*Fn)(double)>
 struct ByElement {
+    using form = forms::Exact;
     static void element(double x, double* y) { *y = Fn(x); }
 };
 struct ModfByElement {
+    using form = forms::Exact;
     static void element(double x, double* y, double* z) { BitMasks::modf(x, y, z); }
 };
 

@@ -35,7 +35,7 @@
 #include "kernels/common/isa.h"
 #include "kernels/common/lanes.h"
 #include "kernels/common/loops.h"
-#include "kernels/common/two_sum.h"
+#include "kernels/common/double_word.h"
 #include "kernels/trig/asin_acos/data.h"
 #include "kernels/trig/double_word.h"
 #include "kernels/trig/estimates.h"

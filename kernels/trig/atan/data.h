@@ -5,7 +5,7 @@
 
 #include <cstdint>
 
-#include "kernels/common/bits.h"
+#include "base/bits.h"
 #include "kernels/trig/pi.h"
 
 namespace zvl {

@@ -38,7 +38,7 @@ double half_exp(double a) {
     const uint32_t low = static_cast<uint32_t>(bits(v));
     const uint32_t j = low & 63, m = low >> 6;
     const double p = r + r * r * horner<Scalar>(ExpPolyHA::c, r);  // e^r - 1
-    const double T_hi = kExpTableA[2 * j], T_lo = kExpTableA[2 * j + 1];
+    const double T_hi = exp_table_a[2 * j], T_lo = exp_table_a[2 * j + 1];
     const double y = T_hi + (T_hi * p + T_lo * (1.0 + p));
     // 2^(m - 1) = 2^(m - 3) * 4 with m - 3 + 1023 within the exponent range
     return y * from_bits(static_cast<uint64_t>(m - 3 + 1023) << 52) * 4.0;

@@ -10,7 +10,7 @@
 
 #include <cstdint>
 
-#include "kernels/common/bits.h"
+#include "base/bits.h"
 #include "kernels/explog/exp/data.h"
 
 namespace zvl {

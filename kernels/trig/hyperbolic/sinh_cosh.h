@@ -40,7 +40,7 @@
 #include "kernels/common/isa.h"
 #include "kernels/common/lanes.h"
 #include "kernels/common/loops.h"
-#include "kernels/common/two_sum.h"
+#include "kernels/common/double_word.h"
 #include "kernels/trig/double_word.h"
 #include "kernels/trig/hyperbolic/data.h"
 #include "kernels/trig/lane_tests.h"
@@ -53,7 +53,7 @@ namespace {
 struct HypReduce128 {
     static constexpr int s = 7;
     static constexpr bool hi_lo = false;
-    static constexpr const double* table = zvl::kExpTableE;
+    static constexpr const double* table = zvl::exp_table_e;
     static constexpr double L = zvl::from_bits(0x40671547652b82fe);       // 184.66496523378731
     static constexpr double ln2_hi = zvl::from_bits(0x3f762e42fee00000);  // 0.0054152123466337798
     static constexpr double ln2_lo = zvl::from_bits(0x3d7a39ef35793c76);  // 1.4907929134926466e-12
@@ -63,13 +63,13 @@ struct HypReduce128 {
 // rounding (3.2 ulp with ExpTable128 alone).
 struct HypReduce128HiLo : HypReduce128 {
     static constexpr bool hi_lo = true;
-    static constexpr const double* table = zvl::kExpTableD;
+    static constexpr const double* table = zvl::exp_table_d;
 };
 // HA: 64/ln 2 and ln 2/64 (20 clear low bits), the hi, lo table.
 struct HypReduce64 {
     static constexpr int s = 6;
     static constexpr bool hi_lo = true;
-    static constexpr const double* table = zvl::kExpTableA;
+    static constexpr const double* table = zvl::exp_table_a;
     static constexpr double L = zvl::from_bits(0x40571547652b82fe);       // 92.332482616893658
     static constexpr double ln2_hi = zvl::from_bits(0x3f862e42fef00000);  // 0.010830424695086549
     static constexpr double ln2_lo = zvl::from_bits(0x3d7473de6af278ed);  // 1.162596423439437e-12

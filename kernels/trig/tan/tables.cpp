@@ -1,7 +1,7 @@
 // The table of the scalar tangent, as tools/trig_tables.cpp writes it.
 #include "kernels/trig/tan/data.h"
 
-#include "kernels/common/bits.h"
+#include "base/bits.h"
 
 namespace zvl {
 

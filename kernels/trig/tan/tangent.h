@@ -39,7 +39,7 @@
 
 #include <cstdint>
 
-#include "kernels/common/bits.h"
+#include "base/bits.h"
 #include "kernels/trig/tan/data.h"
 #include "kernels/trig/trig_reduce/trig_reduce.h"
 #include "state/state.h"

@@ -44,7 +44,7 @@
 
 #include <cstdint>
 
-#include "kernels/common/bits.h"
+#include "base/bits.h"
 #include "kernels/trig/double_word.h"
 #include "kernels/trig/trig_reduce/data.h"
 

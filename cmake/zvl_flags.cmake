@@ -3,12 +3,18 @@
 # cpu type's instruction set on top of the x86-64 baseline, and
 # -frounding-math, since several run under a rounding mode they set or one
 # the caller chose. -fno-math-errno changes no result: it lets sqrt and the
-# like stay instructions, since errno is the error pipeline's alone.
+# like stay instructions, since errno is the error pipeline's alone. clang
+# by default may compute a value ahead of the test that guards it and raise
+# a flag the code as written never raises (g++ keeps such operations behind
+# their test): maytrap forbids that.
 set(ZVL_COMMON_FLAGS
     -march=x86-64 -mtune=generic
     -ffp-contract=off -fno-fast-math -fno-math-errno -fno-exceptions -fno-rtti
     -fno-semantic-interposition
     -Wall -Wextra)
+if(CMAKE_CXX_COMPILER_ID MATCHES "Clang")
+  list(APPEND ZVL_COMMON_FLAGS -ffp-exception-behavior=maytrap)
+endif()
 
 set(ZVL_CPU_FLAGS_ex -msse2)
 set(ZVL_CPU_FLAGS_e7 -msse3)
@@ -27,6 +33,20 @@ function(zvl_apply_cpu_flags sources)
     endif()
   endforeach()
 endfunction()
+
+# Sanitizer builds (clang): every C and C++ target, tests and tools
+# included, with the same -fsanitize list. A sanitized shared library leaves the runtime's
+# symbols to the program that loads it, so it cannot insist on resolving
+# every symbol at link time; and the C programs that load it link the C++
+# part of the sanitizer runtime, which its checks call.
+if(ZVL_SANITIZE)
+  add_compile_options("$<$<COMPILE_LANGUAGE:C,CXX>:-fsanitize=${ZVL_SANITIZE};-fno-omit-frame-pointer;-fno-sanitize-recover=all>")
+  add_link_options("$<$<LINK_LANGUAGE:C,CXX>:-fsanitize=${ZVL_SANITIZE}>"
+                   "$<$<LINK_LANGUAGE:C>:-fsanitize-link-c++-runtime;-lstdc++>")
+  set(ZVL_NO_UNDEFINED "")
+else()
+  set(ZVL_NO_UNDEFINED -Wl,--no-undefined)
+endif()
 
 if(WIN32)
   set(ZVL_PLATFORM_LIBS "")
@@ -63,7 +83,7 @@ function(zvl_set_exports target)
     set_target_properties(${target} PROPERTIES PREFIX "")
   else()
     target_link_options(${target} PRIVATE
-      -Wl,--version-script=${PROJECT_BINARY_DIR}/zvl.map -Wl,--no-undefined)
+      -Wl,--version-script=${PROJECT_BINARY_DIR}/zvl.map ${ZVL_NO_UNDEFINED})
     set_property(TARGET ${target} APPEND PROPERTY LINK_DEPENDS ${PROJECT_BINARY_DIR}/zvl.map)
   endif()
 endfunction()
@@ -73,6 +93,6 @@ function(zvl_export_all target)
     zvl_add_dll_entry(${target})
     target_link_options(${target} PRIVATE -Wl,--export-all-symbols)
   else()
-    target_link_options(${target} PRIVATE -Wl,--no-undefined)
+    target_link_options(${target} PRIVATE ${ZVL_NO_UNDEFINED})
   endif()
 endfunction()

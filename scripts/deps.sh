@@ -15,6 +15,10 @@ packages=(
 # The Windows build: MinGW-w64 cross compiler (windmc, windres, objdump come
 # with it) and Wine to run its tests. test.sh always asks for them.
 [ "${ZVL_WITH_WINDOWS:-0}" = 1 ] && packages+=(g++-mingw-w64-x86-64-posix mingw-w64-tools wine64)
+# The clang jobs (scripts/clang-checks.sh): clang 14 with its sanitizer and
+# libFuzzer runtimes, LLVM's OpenMP runtime with the Archer tool, and the
+# symbolizer for readable reports. test.sh always asks for them.
+[ "${ZVL_WITH_CLANG:-0}" = 1 ] && packages+=(clang libclang-rt-14-dev libomp-dev llvm)
 
 missing=()
 for p in "${packages[@]}"; do

@@ -35,13 +35,38 @@ int module_kind() {
 
 namespace {
 
+// The process-wide slot and heap are created on first use without a lock.
+// Threads whose first calls race may each create one; the first to publish
+// its own wins, and the others give theirs back and take the winner's, so
+// that every thread's context lives in the one slot (a second slot would
+// lose the contexts kept in the first) and comes from the one heap.
+
+// Publishes a new slot, or gives it back when another thread was first.
+// Returns the slot in force and whether it is the caller's new one.
+int32_t publish_slot(int32_t mine, bool* fresh) {
+    int32_t seen = -1;
+    *fresh = g_tls_slot.compare_exchange_strong(seen, mine, std::memory_order_acq_rel,
+                                                std::memory_order_acquire);
+    if (*fresh) return mine;
+    os::tls_free(mine);
+    return seen;
+}
+
+void* process_heap() {
+    void* heap = g_heap.load(std::memory_order_acquire);
+    if (heap != nullptr) return heap;
+    void* mine = os::heap_create();
+    if (mine == nullptr) return nullptr;
+    if (g_heap.compare_exchange_strong(heap, mine, std::memory_order_acq_rel,
+                                       std::memory_order_acquire))
+        return mine;
+    os::heap_destroy(mine);
+    return heap;
+}
+
 ThreadContext* try_allocate(int32_t slot) {
-    void* heap = g_heap.load(std::memory_order_relaxed);
-    if (heap == nullptr) {
-        heap = os::heap_create();
-        g_heap.store(heap, std::memory_order_relaxed);
-        if (heap == nullptr) return nullptr;
-    }
+    void* heap = process_heap();
+    if (heap == nullptr) return nullptr;
     void* block = os::heap_alloc(heap, 32);
     if (block == nullptr) return nullptr;
     if (!os::tls_set(slot, block)) {
@@ -58,16 +83,15 @@ ThreadContext* try_allocate(int32_t slot) {
 }  // namespace
 
 ThreadContext* library_context() {
-    int32_t slot = g_tls_slot.load(std::memory_order_relaxed);
+    int32_t slot = g_tls_slot.load(std::memory_order_acquire);
     const bool first_time = slot == -1;
-    bool fresh_slot = false;
+    bool fresh_slot = false;  // nothing stored in it yet
     if (first_time) {
         slot = os::tls_alloc();
-        g_tls_slot.store(slot, std::memory_order_relaxed);
         if (slot == -1)
             print_message(1, 760, 0);
         else
-            fresh_slot = true;  // nothing stored in it yet
+            slot = publish_slot(slot, &fresh_slot);
     }
     if (!fresh_slot)
         if (void* v = os::tls_get(slot)) return static_cast<ThreadContext*>(v);

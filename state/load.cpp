@@ -46,10 +46,11 @@ void process_attach() {
     if (module != nullptr) os::module_free(module);
 }
 
-void thread_detach() {
-    const int32_t slot = g_tls_slot.load(std::memory_order_relaxed);
+void thread_detach(void* block) {
+    const int32_t slot = g_tls_slot.load(std::memory_order_acquire);
     if (slot == -1) return;
-    if (void* block = os::tls_get(slot)) os::heap_free(g_heap.load(std::memory_order_relaxed), block);
+    if (block == nullptr) block = os::tls_get(slot);
+    if (block != nullptr) os::heap_free(g_heap.load(std::memory_order_acquire), block);
     os::tls_set(slot, nullptr);
 }
 

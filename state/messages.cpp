@@ -2,9 +2,16 @@
 //
 // Texts come from the localized catalogue when one is installed (tried once
 // per process, at the first message) and from the built-in table otherwise.
-// Output goes to standard output, flushed after each message. Printer state
-// is process-wide and unguarded: concurrent messages may mix.
+// A catalogue text serves only when its conversions are the built-in text's,
+// since the final text is used as a format once more. Output goes to
+// standard output, flushed after each message.
+//
+// No lock: the catalogue flags are the only process-wide state, and each
+// call formats into buffers on its own stack, so a text is never rewritten
+// by another thread while it serves as a format. Concurrent messages can
+// still interleave on the stream, line by line.
 #include <array>
+#include <atomic>
 #include <cstdarg>
 #include <cstdio>
 #include <cstdlib>
@@ -63,33 +70,71 @@ constexpr std::array<const char*, kTableSize> make_table() {
 }
 constexpr std::array<const char*, kTableSize> kTable = make_table();
 
-bool g_first_use = true;
-bool g_no_catalog = true;
-void* g_catalog = nullptr;
-char g_line[kLineBuffer];
-char g_catalog_text[4096];
-char g_format[1024];
+std::atomic<bool> g_first_use{true};
+std::atomic<bool> g_no_catalog{true};
+std::atomic<void*> g_catalog{nullptr};
+
+// The buffers one message is built in.
+struct Buffers {
+    char catalog[4096];  // the catalogue's text as it came
+    char line[kLineBuffer];  // ... without its CR LF
+    char format[1024];  // the formatted message
+};
 
 const char* built_in(uint32_t id) {
     const char* t = id < kTableSize ? kTable[id] : nullptr;
     return t ? t : "";
 }
 
+// The kind of argument the next conversion in p takes, moving p past it: 'd'
+// an int, 's' a string, 'g' a double, '%' none (a percent sign), 0 at the end
+// of the text, and '?' for what no built-in text holds (an argument width, a
+// length modifier, %n, %p, positions ...). Flags, a width and a precision in
+// digits are allowed.
+char next_conversion(const char*& p) {
+    while (*p != '\0' && *p != '%') ++p;
+    if (*p == '\0') return 0;
+    ++p;
+    while (*p != '\0' && std::strchr("-+ #0123456789.", *p) != nullptr) ++p;
+    const char c = *p;
+    if (c != '\0') ++p;
+    switch (c) {
+        case 'd': case 'i': return 'd';
+        case 's': return 's';
+        case 'e': case 'E': case 'f': case 'F': case 'g': case 'G': case 'a': case 'A': return 'g';
+        case '%': return '%';
+        default: return '?';
+    }
+}
+
+// Whether text takes the arguments of model, in the same order. The built-in
+// texts hold no percent sign of their own, so a catalogue text with one is
+// refused: formatted once, it would leave a conversion for the final print.
+bool same_conversions(const char* text, const char* model) {
+    for (;;) {
+        const char k = next_conversion(text);
+        if (k == '?' || k != next_conversion(model)) return false;
+        if (k == 0) return true;
+    }
+}
+
 // The catalogue's text for id, or the built-in one. A catalogue text that
 // ends in carriage return and line feed loses them.
-const char* message_text(uint32_t id) {
+const char* message_text(uint32_t id, Buffers& b) {
     const char* text = built_in(id);
-    if (g_no_catalog) return text;
-    const int32_t len = os::catalog_text(g_catalog, id, g_catalog_text, sizeof g_catalog_text);
+    if (g_no_catalog.load(std::memory_order_acquire)) return text;
+    void* catalog = g_catalog.load(std::memory_order_relaxed);
+    const int32_t len = os::catalog_text(catalog, id, b.catalog, sizeof b.catalog);
     if (len <= 0) return text;
-    if (len > 1 && g_catalog_text[len - 2] == '\r' && g_catalog_text[len - 1] == '\n') {
+    const char* found = b.catalog;
+    if (len > 1 && b.catalog[len - 2] == '\r' && b.catalog[len - 1] == '\n') {
         size_t keep = static_cast<size_t>(len - 2);
         if (keep > kLineBuffer - 1) keep = kLineBuffer - 1;
-        std::memcpy(g_line, g_catalog_text, keep);
-        g_line[keep] = '\0';
-        return g_line;
+        std::memcpy(b.line, b.catalog, keep);
+        b.line[keep] = '\0';
+        found = b.line;
     }
-    return g_catalog_text;
+    return same_conversions(found, text) ? found : text;
 }
 
 }  // namespace
@@ -100,18 +145,22 @@ void print_message(int32_t severity, uint32_t id, int32_t count, ...) {
         std::fputs("\n", stdout);
         return;
     }
-    if (g_first_use) {
-        g_first_use = false;
-        g_catalog = os::catalog_open();
-        if (g_catalog != nullptr) g_no_catalog = false;
+    // One thread looks for the catalogue; the others meanwhile print the
+    // built-in texts.
+    if (g_first_use.exchange(false, std::memory_order_relaxed)) {
+        if (void* catalog = os::catalog_open()) {
+            g_catalog.store(catalog, std::memory_order_relaxed);
+            g_no_catalog.store(false, std::memory_order_release);
+        }
     }
-    const char* text = message_text(id);
+    Buffers b;
+    const char* text = message_text(id, b);
     if (count > 0) {
         va_list args;
         va_start(args, count);
-        std::vsnprintf(g_format, sizeof g_format, text, args);
+        std::vsnprintf(b.format, sizeof b.format, text, args);
         va_end(args);
-        text = g_format;
+        text = b.format;
     }
     const int32_t len = static_cast<int32_t>(std::strlen(text)) - 1;
     if (len > kLineBuffer) {
@@ -123,7 +172,8 @@ void print_message(int32_t severity, uint32_t id, int32_t count, ...) {
         std::exit(8);
     }
     // The final text is used as a format once more, with no arguments: only
-    // names and numbers go into these texts, so it holds no conversions.
+    // names and numbers go into these texts, and a catalogue text has no
+    // conversion the built-in one lacks, so it holds none.
 #pragma GCC diagnostic push
 #pragma GCC diagnostic ignored "-Wformat-security"
     std::printf(text);

@@ -87,9 +87,11 @@ void print_message(int32_t severity, uint32_t id, int32_t count, ...);
 // argument's position (or one of the special values 1000, 1001, 1079, <= 0).
 void report_parameter_error(const char* name, const int32_t* info, int32_t len);
 
-// Load-time work, called by the platform's attach and detach hooks.
+// Load-time work, called by the platform's attach and detach hooks. A
+// platform that has already cleared the slot when it reports a thread's end
+// (a POSIX key's destructor) passes the context it held as `block`.
 void process_attach();
-void thread_detach();
+void thread_detach(void* block = nullptr);
 void process_detach();
 
 // The four allocator slots the attach hook fills: allocate, allocate zeroed,

@@ -4,16 +4,23 @@
 // callback and mode word (the mode last, so it has the final say over the
 // callback bit), sets its array base to the start of the first input array,
 // so that the error pipeline reports indices in the whole array, and clears
-// its status. The split is plain: n / p elements each, the remainder on the
-// last member, no alignment of chunk starts; with n below p the last member
-// does everything. A member that ends with a nonzero status stores it to one
-// shared word, so the last to store wins, and that word replaces the
-// caller's status after the region. Worker contexts are not restored: a pool
-// thread keeps the caller's callback and mode until its next region.
+// its status. It also computes in the caller's floating-point control state
+// (below) and starts its share with errno clear. The split is plain: n / p
+// elements each, the remainder on the last member, no alignment of chunk
+// starts; with n below p the last member does everything. A member that
+// ends with a nonzero status stores it to one shared word, so the last to
+// store wins, and that word replaces the caller's status after the region;
+// errno comes back the same way. Pool threads keep the caller's callback
+// and mode until their next region; the array base, which means something
+// only inside the region, and the floating-point control go back to what
+// the thread had, so a later call of a former member's own reports indices
+// in its own arrays.
 #include <omp.h>
 
 #include <atomic>
+#include <cerrno>
 
+#include "kernels/common/fp_guard.h"
 #include "state/state.h"
 #include "threading/threading.h"
 #include "zvl.h"
@@ -60,6 +67,28 @@ const T* whole_arg(ByCopy<T> s) {
     return s.p;
 }
 
+// The floating-point control that decides results: MXCSR's rounding,
+// flush-to-zero and denormals-are-zero bits, and the x87 precision and
+// rounding control. Exception masks and flags stay each thread's own.
+constexpr uint32_t kMxcsrFields = 0xe040;
+constexpr uint16_t kX87Fields = 0x0f00;
+
+struct FpControl {
+    uint32_t mxcsr;
+    uint16_t x87;
+};
+
+FpControl fp_control() { return {read_mxcsr(), read_x87_cw()}; }
+
+// Gives this thread the fields of `to`, leaving the rest of its words.
+void put_fp_control(const FpControl& to) {
+    const FpControl now = fp_control();
+    const uint32_t m = (now.mxcsr & ~kMxcsrFields) | (to.mxcsr & kMxcsrFields);
+    const uint16_t x = static_cast<uint16_t>((now.x87 & ~kX87Fields) | (to.x87 & kX87Fields));
+    if (m != now.mxcsr) write_mxcsr(m);
+    if (x != now.x87) write_x87_cw(x);
+}
+
 template <SplitFn Split, class K, class A, class... Rest>
 void drive(K kernel, int32_t n, int32_t slot, const A* a, Rest... rest) {
     int32_t threads = ZEL_Domain_Get_Max_Threads(ZEL_ZVL);
@@ -71,9 +100,12 @@ void drive(K kernel, int32_t n, int32_t slot, const A* a, Rest... rest) {
 
     const ZVLErrorCallback callback = get_callback();
     const uint32_t mode = get_mode();
+    const FpControl caller_fp = fp_control();
+    const int caller_errno = errno;
     // Written by plain relaxed stores: the region's end is the only
-    // synchronisation it needs.
+    // synchronisation they need.
     std::atomic<int32_t> status{0};
+    std::atomic<int> error{0};
 
 #pragma omp parallel num_threads(threads)
     {
@@ -81,6 +113,10 @@ void drive(K kernel, int32_t n, int32_t slot, const A* a, Rest... rest) {
         set_mode(mode);
         set_array_base(a);
         set_status(0);
+        const FpControl own_fp = fp_control();
+        put_fp_control(caller_fp);
+        const int own_errno = errno;
+        errno = 0;
 
         // The team's real size: the runtime may give fewer than asked.
         const int32_t t = omp_get_thread_num();
@@ -94,10 +130,16 @@ void drive(K kernel, int32_t n, int32_t slot, const A* a, Rest... rest) {
         }
 
         if (get_status() != 0) status.store(get_status(), std::memory_order_relaxed);
+        if (errno != 0) error.store(errno, std::memory_order_relaxed);
+        errno = own_errno;
+        set_array_base(nullptr);
+        put_fp_control(own_fp);
     }
 
     set_array_base(nullptr);
     set_status(status.load(std::memory_order_relaxed));
+    const int e = error.load(std::memory_order_relaxed);
+    errno = e != 0 ? e : caller_errno;
 }
 
 }  // namespace

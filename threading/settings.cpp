@@ -169,9 +169,17 @@ int32_t decide_thread_count(int32_t domain) {
     else if (t.domain_threads[0] > 0)
         v = t.domain_threads[0];
     else {
+        // A runtime given an OMP_NUM_THREADS it cannot hold may answer 0 or
+        // less (2^31 or 2^32 with libgomp, a misspelt value with libomp).
         v = omp_get_max_threads();
+        if (v < 1) v = 1;
         explicit_count = false;
     }
+    // Never more than a team the runtime can start: its thread limit, and our
+    // ceiling, since far larger forks overflow the runtime's stack.
+    const int32_t limit = omp_get_thread_limit();
+    if (limit > 0 && v > limit) v = limit;
+    if (v > kMaxTeam) v = kMaxTeam;
     if (ZEL_Get_Dynamic() == 0) return v;
 
     // Dynamic mode: never more threads than physical cores, and under an

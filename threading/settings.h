@@ -40,6 +40,10 @@ struct ThreadSettings {
 
 extern ThreadSettings thread_settings;
 
+// The largest count the thread-count decision answers, whatever was set: the
+// most threads one call forks.
+constexpr int32_t kMaxTeam = 1024;
+
 // Reads the six variables, in their fixed order, and runs the core count.
 // Each setting that a call made before first use already holds is kept.
 void read_thread_environment();

@@ -41,43 +41,35 @@ uint32_t getenv(const char* name, char* buf, uint32_t size) {
 }
 
 // --- Thread-local slot ---------------------------------------------------
-// A pthread key whose destructor stands in for thread detach: it puts the
-// value back so that the common release code finds it, then runs that code,
-// which clears it again.
+// A pthread key each; its destructor stands in for thread detach and hands
+// the common release code the context, which the key no longer holds by
+// then. A key given back before use never has a value, so its destructor
+// never runs.
 
 namespace {
 
-pthread_key_t g_key;
-bool g_key_valid = false;
-
-void on_thread_exit(void* value) {
-    if (!g_key_valid) return;
-    pthread_setspecific(g_key, value);
-    zvl::thread_detach();
-}
+void on_thread_exit(void* value) { zvl::thread_detach(value); }
 
 }  // namespace
 
 int32_t tls_alloc() {
-    if (pthread_key_create(&g_key, on_thread_exit) != 0) return -1;
-    g_key_valid = true;
-    return static_cast<int32_t>(g_key);
+    pthread_key_t key;
+    if (pthread_key_create(&key, on_thread_exit) != 0) return -1;
+    return static_cast<int32_t>(key);
 }
 
 void* tls_get(int32_t slot) {
-    if (slot < 0 || !g_key_valid) return nullptr;
+    if (slot < 0) return nullptr;
     return pthread_getspecific(static_cast<pthread_key_t>(slot));
 }
 
 bool tls_set(int32_t slot, void* value) {
-    if (slot < 0 || !g_key_valid) return false;
+    if (slot < 0) return false;
     return pthread_setspecific(static_cast<pthread_key_t>(slot), value) == 0;
 }
 
 void tls_free(int32_t slot) {
-    if (slot < 0 || !g_key_valid) return;
-    g_key_valid = false;
-    pthread_key_delete(static_cast<pthread_key_t>(slot));
+    if (slot >= 0) pthread_key_delete(static_cast<pthread_key_t>(slot));
 }
 
 // --- Private heap ----------------------------------------------------------

@@ -1,8 +1,8 @@
 """Floating-point errors reported the numpy way.
 
-The library's status word is internal, and the errno it sets belongs to the
-thread that computed the element, which for a long array may be a worker
-thread. So the package decides from the values, as numpy's flags would:
+The library's status word is internal, and the errno it sets tells only the
+last element reported (of a long array split over threads, one worker's
+last). So the package decides from the values, as numpy's flags would:
 
   invalid  a NaN result where no argument is NaN
   divide   an infinite result from finite arguments, one of them zero (a pole)

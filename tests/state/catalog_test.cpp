@@ -1,6 +1,6 @@
 // The localized catalogue, one process per case (see CMakeLists.txt): its
-// texts replace the built-in ones, with or without a CR LF line end, and it
-// is looked for once per process.
+// texts replace the built-in ones, with or without a CR LF line end, unless
+// their conversions differ, and it is looked for once per process.
 #include <gtest/gtest.h>
 
 #include <cmath>
@@ -36,6 +36,27 @@ TEST(Catalogue, TextsReplaceTheBuiltInOnes) {
               }),
               "CAT: singularity in k\na(0)=0\nCAT r(0) is inf\n");
     c->mode = ZVL_MODE_DEFAULT;
+}
+
+// A text whose conversions are not the built-in text's is refused, text by
+// text, for the built-in one: a conversion without its argument would read
+// or write through whatever lies where the argument should be.
+TEST(Catalogue, OnlyTextsWithTheBuiltInConversionsServe) {
+    const auto print = [](uint32_t id) {
+        return zvl_test::capture_stdout([id] { zvl::print_message(1, id, 1, "vdInv"); });
+    };
+    const int32_t position = 2;
+    EXPECT_EQ(zvl_test::capture_stdout(
+                  [&] { zvl::report_parameter_error("vdDiv", &position, 5); }),
+              "\nZEL ERROR: Parameter 2 was incorrect on entry to vdDiv\n");  // swapped
+    EXPECT_EQ(print(737), "CAT: domain vdInv !\n");  // flags and widths are fine
+    EXPECT_EQ(print(738), "Error (ZVL_STATUS_SING) in vdInv: argument caused singularity.\n");
+    EXPECT_EQ(print(739), "Error (ZVL_STATUS_OVERFLOW) in vdInv: argument caused overflow.\n");
+    EXPECT_EQ(print(740), "Error (ZVL_STATUS_UNDERFLOW) in vdInv: argument caused underflow.\n");
+    EXPECT_EQ(zvl_test::capture_stdout([] { zvl::print_message(1, 743, 2, 0, INFINITY); }),
+              "CAT r(0) is inf\n");
+    EXPECT_EQ(zvl_test::capture_stdout([] { zvl::print_message(1, 760, 0); }),
+              "ZEL FATAL ERROR: memory allocation error.\n");
 }
 
 TEST(Catalogue, LookedForOnce) {

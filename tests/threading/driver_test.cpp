@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <atomic>
+#include <cerrno>
 #include <cmath>
 #include <cstring>
 #include <type_traits>
@@ -318,6 +319,51 @@ TEST_F(Drivers, MembersRunWithTheCallersCallbackAndMode) {
     }
     zvl::set_mode(ZVL_MODE_DEFAULT);
     zvl::clear_callback();
+}
+
+// A thread that served in a team holds no array base afterwards: a call of
+// its own, made inside the application's parallel region on the same pool
+// threads, reports indices in its own arrays.
+TEST_F(Drivers, FormerMembersReportIndicesInTheirOwnArrays) {
+    threads(2);
+    std::vector<double> big(1000, 2.0), rbig(1000);
+    zel_zvl_service_threader_d_1i_1o(inv_kernel(), 1000, big.data(), rbig.data(), 0, 0);
+    int32_t index[2] = {-1, -1};
+#pragma omp parallel num_threads(2)
+    {
+        const int t = omp_get_thread_num();
+        std::vector<double> a(10, 2.0), r(10);
+        a[2] = 0.0;
+        zvl::set_callback([](ZVLErrorRecord* rec) {
+            g_reports[omp_get_thread_num()].index = rec->index;
+            return 0;
+        });
+        inv_kernel()(10, a.data(), r.data());
+        zvl::clear_callback();
+        index[t] = g_reports[t].index;
+    }
+    EXPECT_EQ(index[0], 2);
+    EXPECT_EQ(index[1], 2);
+}
+
+// errno after a team's call is what a serial call leaves: the value of the
+// zero divisor's report on whichever member met it, and the caller's own
+// when nothing was reported.
+TEST_F(Drivers, ErrnoComesBackFromTheMembers) {
+    threads(4);
+    const uint32_t saved = zvl::set_mode(ZVL_HA | ZVL_ERRMODE_ERRNO);
+    for (int at : {0, 5, 9}) {
+        std::vector<double> a(10, 2.0), r(10);
+        a[static_cast<size_t>(at)] = 0.0;
+        errno = 0;
+        zel_zvl_service_threader_d_1i_1o(inv_kernel(), 10, a.data(), r.data(), 0, 0);
+        EXPECT_EQ(errno, 34) << "zero at " << at;  // ERANGE
+    }
+    std::vector<double> a(10, 2.0), r(10);
+    errno = 77;
+    zel_zvl_service_threader_d_1i_1o(inv_kernel(), 10, a.data(), r.data(), 0, 0);
+    EXPECT_EQ(errno, 77);
+    zvl::set_mode(saved);
 }
 
 // Inside a region whose nesting the runtime refuses, the inner team has one

@@ -73,13 +73,13 @@ void runs_of_equal_b(int32_t n, const double* b, Each each) {
 
 // Kernel trampolines by shape; ctx is the kernel.
 void call_d1(const void* k, int32_t n, const double* a, const double*, double* r) {
-    reinterpret_cast<zvl::KernelD1>(k)(n, a, r);
+    function_at<zvl::KernelD1>(k)(n, a, r);
 }
 void call_d2(const void* k, int32_t n, const double* a, const double* b, double* r) {
-    reinterpret_cast<zvl::KernelD2>(k)(n, a, b, r);
+    function_at<zvl::KernelD2>(k)(n, a, b, r);
 }
 void call_dx(const void* k, int32_t n, const double* a, const double* b, double* r) {
-    const auto kernel = reinterpret_cast<zvl::KernelDx>(k);
+    const auto kernel = function_at<zvl::KernelDx>(k);
     runs_of_equal_b(n, b, [&](int32_t i, int32_t j) { kernel(j - i, a + i, b[i], r + i); });
 }
 

@@ -195,6 +195,13 @@ struct Callable {
     explicit operator bool() const { return call != nullptr; }
 };
 
+// The function a Callable's ctx points at. The const goes first: clang
+// refuses to cast it away in the same step as the change to a function.
+template <class Fn>
+Fn function_at(const void* ctx) {
+    return reinterpret_cast<Fn>(const_cast<void*>(ctx));
+}
+
 // The kernel of one cpu type and mode, called directly. For the
 // array-and-scalar shape each run of equal b is one kernel call. The rounding
 // family has one kernel per cpu type; mode is then ignored.

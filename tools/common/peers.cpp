@@ -25,7 +25,7 @@ using V2x2 = __m128d (*)(__m128d, __m128d);
 // Each driver runs the vector function over whole vectors and finishes the
 // array through a padded copy, so any n works. b is null for one argument.
 ZT_AVX void drive_4x1(const void* f, int32_t n, const double* a, const double*, double* r) {
-    const auto fn = reinterpret_cast<V4x1>(f);
+    const auto fn = function_at<V4x1>(f);
     int32_t i = 0;
     for (; i + 4 <= n; i += 4) _mm256_storeu_pd(r + i, fn(_mm256_loadu_pd(a + i)));
     if (i < n) {
@@ -37,7 +37,7 @@ ZT_AVX void drive_4x1(const void* f, int32_t n, const double* a, const double*, 
 }
 
 ZT_AVX void drive_4x2(const void* f, int32_t n, const double* a, const double* b, double* r) {
-    const auto fn = reinterpret_cast<V4x2>(f);
+    const auto fn = function_at<V4x2>(f);
     int32_t i = 0;
     for (; i + 4 <= n; i += 4)
         _mm256_storeu_pd(r + i, fn(_mm256_loadu_pd(a + i), _mm256_loadu_pd(b + i)));
@@ -51,21 +51,21 @@ ZT_AVX void drive_4x2(const void* f, int32_t n, const double* a, const double* b
 }
 
 void drive_2x1(const void* f, int32_t n, const double* a, const double*, double* r) {
-    const auto fn = reinterpret_cast<V2x1>(f);
+    const auto fn = function_at<V2x1>(f);
     int32_t i = 0;
     for (; i + 2 <= n; i += 2) _mm_storeu_pd(r + i, fn(_mm_loadu_pd(a + i)));
     if (i < n) r[i] = _mm_cvtsd_f64(fn(_mm_set_pd(1.0, a[i])));
 }
 
 void drive_2x2(const void* f, int32_t n, const double* a, const double* b, double* r) {
-    const auto fn = reinterpret_cast<V2x2>(f);
+    const auto fn = function_at<V2x2>(f);
     int32_t i = 0;
     for (; i + 2 <= n; i += 2) _mm_storeu_pd(r + i, fn(_mm_loadu_pd(a + i), _mm_loadu_pd(b + i)));
     if (i < n) r[i] = _mm_cvtsd_f64(fn(_mm_set_pd(1.0, a[i]), _mm_set_pd(1.0, b[i])));
 }
 
 void drive_local(const void* f, int32_t n, const double* a, const double* b, double* r) {
-    reinterpret_cast<LoopFn>(const_cast<void*>(f))(n, a, b, r);
+    function_at<LoopFn>(f)(n, a, b, r);
 }
 
 const char* library_path(PeerLib lib) {

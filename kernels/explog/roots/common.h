@@ -48,9 +48,11 @@ template <class V>
 inline typename V::vd series_sum(typename V::vd, double c0) {
     return V::splat(c0);
 }
+// c1 is named so that a call with one coefficient matches only the overload
+// above: with an empty pack both would match, which clang rejects.
 template <class V, class... C>
-inline typename V::vd series_sum(typename V::vd e, double c0, C... c) {
-    return V::add(V::splat(c0), V::mul(e, series_sum<V>(e, c...)));
+inline typename V::vd series_sum(typename V::vd e, double c0, double c1, C... c) {
+    return V::add(V::splat(c0), V::mul(e, series_sum<V>(e, c1, c...)));
 }
 
 // The scalar callout of a family, for the loop forms.

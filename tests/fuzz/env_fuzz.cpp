@@ -31,7 +31,7 @@
 #include <string>
 #include <vector>
 
-#include "frame/cpu_type.h"
+#include "base/cpu_type.h"
 #include "tests/common/rows.h"
 #include "threading/settings.h"
 #include "threading/topology.h"

@@ -12,7 +12,7 @@
 #include <thread>
 #include <vector>
 
-#include "frame/cpu_type.h"
+#include "base/cpu_type.h"
 #include "frame/kernel_sets.h"
 #include "state/state.h"
 #include "tests/common/capture.h"

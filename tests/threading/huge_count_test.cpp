@@ -13,7 +13,7 @@
 #include <cmath>
 #include <vector>
 
-#include "frame/cpu_type.h"
+#include "base/cpu_type.h"
 #include "frame/kernel_sets.h"
 #include "threading/settings.h"
 #include "threading/threading.h"

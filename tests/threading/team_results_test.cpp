@@ -14,7 +14,7 @@
 #include <string>
 #include <vector>
 
-#include "frame/cpu_type.h"
+#include "base/cpu_type.h"
 #include "frame/kernel_sets.h"
 #include "state/state.h"
 #include "tests/common/fp_control.h"

@@ -45,13 +45,13 @@ export LSAN_OPTIONS="suppressions=$PWD/tests/data/sanitizers/lsan.supp"
 run_clang() {
   step cmake --preset clang >/dev/null
   step cmake --build --preset clang
-  step ctest --preset clang -LE long -E "$clang_skip_tests"
+  step ctest --preset clang -j "$(nproc)" -LE long -E "$clang_skip_tests"
 }
 
 run_asan() {
   step cmake --preset asan >/dev/null
   step cmake --build --preset asan
-  GTEST_FILTER=$asan_gtest_filter step ctest --preset asan -LE long -E "$asan_skip_tests"
+  GTEST_FILTER=$asan_gtest_filter step ctest --preset asan -j "$(nproc)" -LE long -E "$asan_skip_tests"
   local dir=build/asan/fuzz
   mkdir -p "$dir/corpus" "$dir/crashes"
   step build/asan/tests/fuzz/env_fuzz \

@@ -5,6 +5,7 @@ set -euo pipefail
 
 packages=(
   cmake ninja-build g++ pkg-config      # build
+  ccache                                # test.sh compiles through it
   libgtest-dev libgmock-dev             # tests
   libmpfr-dev libgmp-dev                # accuracy oracle for tests and tools
   libbenchmark-dev libsleef-dev         # benchmarks and their peers

@@ -22,7 +22,7 @@ log=build/variations.log
 run() {
   local label=$1
   shift
-  if ! ctest "$@" -LE long --output-on-failure >"$log" 2>&1; then
+  if ! ctest "$@" -j "$(nproc)" -LE long --output-on-failure >"$log" 2>&1; then
     cat "$log"
     echo "FAILED: $label"
     exit 1
@@ -65,5 +65,5 @@ cmake --preset default -B build/other-vendor -DZVL_CPU_VENDOR="$other" -DZVL_BUI
 cmake --build build/other-vendor >/dev/null
 # consumer_cmake_subdirectory builds a library of its own from the sources,
 # for the vendor it reads itself: nothing of this build is in it.
-run "Linux, vendor $other" --test-dir build/other-vendor -j2 -E '^consumer_cmake_subdirectory$'
+run "Linux, vendor $other" --test-dir build/other-vendor -E '^consumer_cmake_subdirectory$'
 echo "Vendors: $((SECONDS - start)) s"

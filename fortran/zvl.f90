@@ -276,6 +276,20 @@ module zvl
       real(c_double), intent(inout) :: r(*)
       integer(c_int), value :: ir
     end subroutine VDCOS_Idx
+    subroutine VDATAN(n, a, r) bind(C, name="VDATAN")
+      import :: c_int, c_double
+      integer(c_int), intent(in) :: n
+      real(c_double), intent(in) :: a(*)
+      real(c_double), intent(inout) :: r(*)
+    end subroutine VDATAN
+    subroutine VDATAN_Idx(n, a, ia, r, ir) bind(C, name="VDATAN_Idx")
+      import :: c_int, c_double
+      integer(c_int), intent(in) :: n
+      real(c_double), intent(in) :: a(*)
+      integer(c_int), value :: ia
+      real(c_double), intent(inout) :: r(*)
+      integer(c_int), value :: ir
+    end subroutine VDATAN_Idx
     ! Error functions
     subroutine VDERF(n, a, r) bind(C, name="VDERF")
       import :: c_int, c_double

@@ -19,6 +19,7 @@ FUNCTIONS = (
     ('powx', 'VDPOWX', 'DX', 'a[i] ^ b, one exponent read from *b', True, (3.0, 2.0), (9.0,)),
     ('sin', 'VDSIN', 'D1', 'sin(a[i])', False, (0.5,), (0.479425538604203,)),
     ('cos', 'VDCOS', 'D1', 'cos(a[i])', False, (0.5,), (0.877582561890373,)),
+    ('atan', 'VDATAN', 'D1', 'atan(a[i]), in [-pi/2, pi/2]', True, (1.0,), (0.7853981633974483,)),
     ('erf', 'VDERF', 'D1', 'erf(a[i])', True, (0.5,), (0.5204998778130465,)),
     ('erfc', 'VDERFC', 'D1', 'erfc(a[i]) = 1 - erf(a[i])', True, (1.0,), (0.15729920705028513,)),
     ('erfinv', 'VDERFINV', 'D1', 'erfinv(a[i]), the x with erf(x) = a[i]', True, (0.5,), (0.4769362762044699,)),

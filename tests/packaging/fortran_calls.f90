@@ -134,6 +134,15 @@ program fortran_calls
   call expect('VDCOS', y(1), 0.877582561890373d0)
   call same('VDCOS_Idx', y, yi(4:6))
 
+  ! VDATAN: atan(a[i]), in [-pi/2, pi/2]
+  a = 1.0d0
+  ai = 0
+  ai(3:) = 1.0d0
+  call VDATAN(n, a, y)
+  call VDATAN_Idx(n, ai, 2, yi, 3)
+  call expect('VDATAN', y(1), 0.7853981633974483d0)
+  call same('VDATAN_Idx', y, yi(4:6))
+
   ! VDERF: erf(a[i])
   a = 0.5d0
   ai = 0

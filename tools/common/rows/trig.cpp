@@ -76,7 +76,53 @@ bool short_form_departs(int cpu, int mode, double a) {
 ZT_TRIG_ROW(sin, VDSIN)
 ZT_TRIG_ROW(cos, VDCOS)
 
-constexpr FunctionRow trig_rows[] = {cos_row, sin_row};
+// ---------------------------------------------------------------- Atan
+
+ZT_LOOP1(loop_atan, std::atan(x))
+
+// Where a path changes: 2^-1020 and 2^993, the vector forms' refusal
+// bounds; 2^-53 and 2^54, below and above which the callout returns x and
+// pi/2; 0.125, the callout's switch from its polynomial to AtanBreakTable;
+// 7/16, 11/16, 19/16 and 39/16, the HA reductions' breakpoints; 1, where
+// the vector forms take the reciprocal; the breakpoints 1.25 and 1.75 of a
+// half binade.
+const double atan_special[] = {
+    0.0, -0.0, kTiny, kMin, 0x1p-1020, 0x1p-53, 0x1p-26, 0.125, 0.4375, 0.6875, 1.0, 1.1875,
+    1.25, 1.75, 2.4375, 0x1p54, 0x1p993, kMax, kInf, -kInf, kNaN,
+};
+
+const Region atan_regions[] = {
+    {lin(-4.0, 4.0), kNone, 3, "the reductions' breakpoints"},
+    {lg2(0x1p-30, 0x1p30), kNone, 3, "every binade of the vector forms"},
+    {lg2(kTiny, 0x1p-30), kNone, 0.5, "tiny arguments, to the callout below 2^-1020"},
+    {lg2(0x1p30, kMax), kNone, 0.5, "large arguments, to the callout from 2^993"},
+};
+
+const Peer atan_peers[] = {
+    mvec("libmvec AVX2", "_ZGVdN4v_atan", 4, Isa::Avx2),
+    mvec("libmvec AVX", "_ZGVcN4v_atan", 4, Isa::Avx),
+    mvec("libmvec SSE", "_ZGVbN2v_atan", 2, Isa::Base),
+    sleef("SLEEF u10 AVX", "Sleef_atand4_u10avx", 4, Isa::Avx),
+    sleef("SLEEF u35 AVX", "Sleef_atand4_u35avx", 4, Isa::Avx),
+    sleef("SLEEF u10 SSE4", "Sleef_atand2_u10sse4", 2, Isa::Sse41),
+};
+
+constexpr FunctionRow atan_row = {
+    .name = "atan",
+    .exported = "VDATAN",
+    .formula = "atan(x)",
+    .shape = Shape::D1,
+    .ref1 = mpfr_atan,
+    .regions = list(atan_regions),
+    .special_a = list(atan_special),
+    .mirror = true,
+    .timing_a = lin(-4.0, 4.0),
+    .ordinary_a = 0.75,
+    .baseline = local("glibc atan", loop_atan),
+    .peers = list(atan_peers),
+};
+
+constexpr FunctionRow trig_rows[] = {cos_row, sin_row, atan_row};
 
 }  // namespace
 

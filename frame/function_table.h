@@ -34,6 +34,7 @@
     D1(VDCOS, vdCos, 198, Cos)                              \
     D1(VDSIN, vdSin, 216, Sin)                              \
     D1(VDATAN, vdAtan, 306, Atan)                           \
+    D2(VDATAN2, vdAtan2, 324, Atan2)                        \
     D1(VDERF, vdErf, 450, Erf)                              \
     D1(VDERFC, vdErfc, 468, Erfc)                           \
     D1(VDERFINV, vdErfInv, 486, ErfInv)                     \

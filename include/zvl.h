@@ -189,6 +189,8 @@ ZVL_API void VDERFINV_Idx(const int *n, const double *a, int ia, double *r, int 
  *   VDDIV  a/b; ZVL_STATUS_SING for a zero divisor
  *   VDPOW  a^b; ZVL_STATUS_ERRDOM for a negative base with a non-integer
  *          exponent and a zero base with a negative exponent; x^0 = 1^y = 1
+ *   VDATAN2  atan2(a, b), the angle of the point (b, a) in [-pi, pi], with
+ *          the signed zeros and infinities of C99; never reports
  */
 ZVL_API void VDDIV(const int *n, const double *a, const double *b, double *r);
 ZVL_API void VDDIV_Idx(const int *n, const double *a, int ia, const double *b, int ib,
@@ -196,6 +198,9 @@ ZVL_API void VDDIV_Idx(const int *n, const double *a, int ia, const double *b, i
 ZVL_API void VDPOW(const int *n, const double *a, const double *b, double *r);
 ZVL_API void VDPOW_Idx(const int *n, const double *a, int ia, const double *b, int ib,
                        double *r, int ir);
+ZVL_API void VDATAN2(const int *n, const double *a, const double *b, double *r);
+ZVL_API void VDATAN2_Idx(const int *n, const double *a, int ia, const double *b, int ib,
+                         double *r, int ir);
 
 /* Real array and real scalar: r[i] = f(a[i], *b).  *b is read once per call
  * and never tested for null; a null r is reported as parameter 3.

@@ -20,6 +20,7 @@ FUNCTIONS = (
     ('sin', 'VDSIN', 'D1', 'sin(a[i])', False, (0.5,), (0.479425538604203,)),
     ('cos', 'VDCOS', 'D1', 'cos(a[i])', False, (0.5,), (0.877582561890373,)),
     ('atan', 'VDATAN', 'D1', 'atan(a[i]), in [-pi/2, pi/2]', True, (1.0,), (0.7853981633974483,)),
+    ('atan2', 'VDATAN2', 'D2', 'atan2(a[i], b[i]), the angle of the point (b[i], a[i]) in [-pi, pi]', True, (1.0, -1.0), (2.356194490192345,)),
     ('erf', 'VDERF', 'D1', 'erf(a[i])', True, (0.5,), (0.5204998778130465,)),
     ('erfc', 'VDERFC', 'D1', 'erfc(a[i]) = 1 - erf(a[i])', True, (1.0,), (0.15729920705028513,)),
     ('erfinv', 'VDERFINV', 'D1', 'erfinv(a[i]), the x with erf(x) = a[i]', True, (0.5,), (0.4769362762044699,)),

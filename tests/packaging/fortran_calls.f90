@@ -143,6 +143,18 @@ program fortran_calls
   call expect('VDATAN', y(1), 0.7853981633974483d0)
   call same('VDATAN_Idx', y, yi(4:6))
 
+  ! VDATAN2: atan2(a[i], b[i]), the angle of the point (b[i], a[i]) in [-pi, pi]
+  a = 1.0d0
+  ai = 0
+  ai(3:) = 1.0d0
+  b = -1.0d0
+  bi = 0
+  bi(2:) = -1.0d0
+  call VDATAN2(n, a, b, y)
+  call VDATAN2_Idx(n, ai, 2, bi, 1, yi, 3)
+  call expect('VDATAN2', y(1), 2.356194490192345d0)
+  call same('VDATAN2_Idx', y, yi(4:6))
+
   ! VDERF: erf(a[i])
   a = 0.5d0
   ai = 0

@@ -122,7 +122,62 @@ constexpr FunctionRow atan_row = {
     .peers = list(atan_peers),
 };
 
-constexpr FunctionRow trig_rows[] = {cos_row, sin_row, atan_row};
+// ---------------------------------------------------------------- Atan2
+
+ZT_LOOP2(loop_atan2, std::atan2(x, y))
+
+// y / x over every binade and both signs of x, tiny and huge quotients
+// (the callout's paths where the exponents differ by 54 and 74), and
+// denormal arguments, which the callout scales.
+const Region atan2_regions[] = {
+    {lin(-4.0, 4.0), lin(-4.0, 4.0), 3, "the four quadrants near the unit circle"},
+    {lg2(0x1p-30, 0x1p30), lg2(0x1p-30, 0x1p30), 3, "quotients of every size the vector forms take"},
+    {lg2(kTiny, kMax), lg2(kTiny, kMax), 1, "any pair, to the callout where far apart"},
+    {lg2(kTiny, kMin), lg2(0x1p-60, 0x1p60), 0.5, "denormal y"},
+    {lg2(0x1p-60, 0x1p60), lg2(kTiny, kMin), 0.5, "denormal x"},
+};
+
+// The pairs the special-value table settles, and the exponent differences
+// at which the callout changes path.
+const Pair atan2_pairs[] = {
+    {0.0, 0.0}, {0.0, -0.0}, {-0.0, 0.0}, {-0.0, -0.0}, {0.0, 1.0}, {-0.0, -1.0},
+    {1.0, 0.0}, {-1.0, -0.0}, {kInf, kInf}, {kInf, -kInf}, {-kInf, kInf}, {-kInf, -kInf},
+    {kInf, 1.0}, {-kInf, -1.0}, {1.0, kInf}, {-1.0, -kInf}, {kNaN, 1.0}, {1.0, kNaN},
+    {0x1p53, 1.0}, {0x1.fffffffffffffp53, 1.0}, {0x1p54, 1.0}, {0x1p54, -1.0}, {0x1p73, 1.0},
+    {0x1.fffffffffffffp73, -1.0}, {0x1p74, 1.0}, {1.0, 0x1p53}, {1.0, -0x1p53}, {1.0, 0x1p54},
+    {1.0, -0x1p54}, {kTiny, 1.0}, {kTiny, -1.0}, {kTiny, kMax}, {kMin, 0x1p60}, {kMax, kTiny},
+    {0x1p-1022, 0x1p-1074}, {3 * kTiny, 5 * kTiny}, {kMax, kMax}, {-kMax, -kMax},
+};
+
+const Peer atan2_peers[] = {
+    mvec("libmvec AVX2", "_ZGVdN4vv_atan2", 4, Isa::Avx2),
+    mvec("libmvec AVX", "_ZGVcN4vv_atan2", 4, Isa::Avx),
+    mvec("libmvec SSE", "_ZGVbN2vv_atan2", 2, Isa::Base),
+    sleef("SLEEF u10 AVX", "Sleef_atan2d4_u10avx", 4, Isa::Avx),
+    sleef("SLEEF u35 AVX", "Sleef_atan2d4_u35avx", 4, Isa::Avx),
+    sleef("SLEEF u10 SSE4", "Sleef_atan2d2_u10sse4", 2, Isa::Sse41),
+};
+
+constexpr FunctionRow atan2_row = {
+    .name = "atan2",
+    .exported = "VDATAN2",
+    .formula = "atan2(y, x)",
+    .shape = Shape::D2,
+    .ref2 = mpfr_atan2,
+    .regions = list(atan2_regions),
+    .special_a = list(atan_special),
+    .special_b = list(atan_special),
+    .special_pairs = list(atan2_pairs),
+    .mirror = true,
+    .timing_a = lin(-4.0, 4.0),
+    .timing_b = lin(-4.0, 4.0),
+    .ordinary_a = 0.75,
+    .ordinary_b = 1.5,
+    .baseline = local("glibc atan2", loop_atan2),
+    .peers = list(atan2_peers),
+};
+
+constexpr FunctionRow trig_rows[] = {cos_row, sin_row, atan_row, atan2_row};
 
 }  // namespace
 

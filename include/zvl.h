@@ -147,6 +147,9 @@ ZVL_API void ZEL_Set_Dynamic(int flag);
  *   VDSIN      sin(a), keeping the sign of a zero; as VDCOS. In EP mode on
  *              SSE3-only processors, |a| > 1e15, infinities and NaN give +0
  *              and no status
+ *   VDACOS     acos(a) in [0, pi]; ZVL_STATUS_ERRDOM and NaN for |a| > 1 and
+ *              +-inf, NaN for NaN silently
+ *   VDASIN     asin(a), keeping the sign of a zero; as VDACOS
  *   VDATAN     atan(a), keeping the sign of a zero; +-pi/2 at +-inf; never
  *              reports
  *   VDERF      erf(a); never reports
@@ -175,6 +178,10 @@ ZVL_API void VDCOS(const int *n, const double *a, double *r);
 ZVL_API void VDCOS_Idx(const int *n, const double *a, int ia, double *r, int ir);
 ZVL_API void VDSIN(const int *n, const double *a, double *r);
 ZVL_API void VDSIN_Idx(const int *n, const double *a, int ia, double *r, int ir);
+ZVL_API void VDACOS(const int *n, const double *a, double *r);
+ZVL_API void VDACOS_Idx(const int *n, const double *a, int ia, double *r, int ir);
+ZVL_API void VDASIN(const int *n, const double *a, double *r);
+ZVL_API void VDASIN_Idx(const int *n, const double *a, int ia, double *r, int ir);
 ZVL_API void VDATAN(const int *n, const double *a, double *r);
 ZVL_API void VDATAN_Idx(const int *n, const double *a, int ia, double *r, int ir);
 ZVL_API void VDERF(const int *n, const double *a, double *r);

@@ -7,3 +7,4 @@
 #define ZVL_SUBSYSTEM trig
 #include ZVL_FAMILY(sincos)
 #include ZVL_FAMILY(atan)
+#include ZVL_FAMILY(asin_acos)

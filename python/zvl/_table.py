@@ -19,6 +19,8 @@ FUNCTIONS = (
     ('powx', 'VDPOWX', 'DX', 'a[i] ^ b, one exponent read from *b', True, (3.0, 2.0), (9.0,)),
     ('sin', 'VDSIN', 'D1', 'sin(a[i])', False, (0.5,), (0.479425538604203,)),
     ('cos', 'VDCOS', 'D1', 'cos(a[i])', False, (0.5,), (0.877582561890373,)),
+    ('asin', 'VDASIN', 'D1', 'asin(a[i]), in [-pi/2, pi/2]', True, (0.5,), (0.5235987755982989,)),
+    ('acos', 'VDACOS', 'D1', 'acos(a[i]), in [0, pi]', False, (0.5,), (1.0471975511965979,)),
     ('atan', 'VDATAN', 'D1', 'atan(a[i]), in [-pi/2, pi/2]', True, (1.0,), (0.7853981633974483,)),
     ('atan2', 'VDATAN2', 'D2', 'atan2(a[i], b[i]), the angle of the point (b[i], a[i]) in [-pi, pi]', True, (1.0, -1.0), (2.356194490192345,)),
     ('erf', 'VDERF', 'D1', 'erf(a[i])', True, (0.5,), (0.5204998778130465,)),

@@ -134,6 +134,24 @@ program fortran_calls
   call expect('VDCOS', y(1), 0.877582561890373d0)
   call same('VDCOS_Idx', y, yi(4:6))
 
+  ! VDASIN: asin(a[i]), in [-pi/2, pi/2]
+  a = 0.5d0
+  ai = 0
+  ai(3:) = 0.5d0
+  call VDASIN(n, a, y)
+  call VDASIN_Idx(n, ai, 2, yi, 3)
+  call expect('VDASIN', y(1), 0.5235987755982989d0)
+  call same('VDASIN_Idx', y, yi(4:6))
+
+  ! VDACOS: acos(a[i]), in [0, pi]
+  a = 0.5d0
+  ai = 0
+  ai(3:) = 0.5d0
+  call VDACOS(n, a, y)
+  call VDACOS_Idx(n, ai, 2, yi, 3)
+  call expect('VDACOS', y(1), 1.0471975511965979d0)
+  call same('VDACOS_Idx', y, yi(4:6))
+
   ! VDATAN: atan(a[i]), in [-pi/2, pi/2]
   a = 1.0d0
   ai = 0

@@ -177,7 +177,65 @@ constexpr FunctionRow atan2_row = {
     .peers = list(atan2_peers),
 };
 
-constexpr FunctionRow trig_rows[] = {cos_row, sin_row, atan_row, atan2_row};
+// ---------------------------------------------------------------- Asin, Acos
+
+ZT_LOOP1(loop_asin, std::asin(x))
+ZT_LOOP1(loop_acos, std::acos(x))
+
+// 0.5 and its neighbours, where z = x^2 gives way to (1 - |x|)/2 and the
+// square root; +-1 and beyond, the fix-up; tiny arguments, where Asin gives
+// x back.
+const double asin_special[] = {
+    0.0, -0.0, kTiny, kMin, 0x1p-26, 0.5, 0x1.0000000000001p-1, 0.75, 0x1.fffffffffffffp-1,
+    1.0, 0x1.0000000000001p+0, 2.0, kMax, kInf, -kInf, kNaN,
+};
+
+const Region asin_regions[] = {
+    {lin(-1.0, 1.0), kNone, 3, "the whole domain by value"},
+    {lg2(0x1p-30, 0.5), kNone, 2, "the small-argument polynomial, every binade"},
+    {lg2(0.5, 1.0), kNone, 2, "the square-root branch"},
+    {lin(0.999, 1.0), kNone, 1, "next to 1, where (1 - |x|)/2 is tiny"},
+    {lg2(kTiny, 0x1p-30), kNone, 0.25, "tiny arguments"},
+};
+
+const Peer asin_peers[] = {
+    mvec("libmvec AVX2", "_ZGVdN4v_asin", 4, Isa::Avx2),
+    mvec("libmvec AVX", "_ZGVcN4v_asin", 4, Isa::Avx),
+    mvec("libmvec SSE", "_ZGVbN2v_asin", 2, Isa::Base),
+    sleef("SLEEF u10 AVX", "Sleef_asind4_u10avx", 4, Isa::Avx),
+    sleef("SLEEF u35 AVX", "Sleef_asind4_u35avx", 4, Isa::Avx),
+    sleef("SLEEF u10 SSE4", "Sleef_asind2_u10sse4", 2, Isa::Sse41),
+};
+const Peer acos_peers[] = {
+    mvec("libmvec AVX2", "_ZGVdN4v_acos", 4, Isa::Avx2),
+    mvec("libmvec AVX", "_ZGVcN4v_acos", 4, Isa::Avx),
+    mvec("libmvec SSE", "_ZGVbN2v_acos", 2, Isa::Base),
+    sleef("SLEEF u10 AVX", "Sleef_acosd4_u10avx", 4, Isa::Avx),
+    sleef("SLEEF u35 AVX", "Sleef_acosd4_u35avx", 4, Isa::Avx),
+    sleef("SLEEF u10 SSE4", "Sleef_acosd2_u10sse4", 2, Isa::Sse41),
+};
+
+#define ZT_ASIN_ROW(fn, EXPORT)                     \
+    constexpr FunctionRow fn##_row = {              \
+        .name = #fn,                                \
+        .exported = #EXPORT,                        \
+        .formula = #fn "(x)",                       \
+        .shape = Shape::D1,                         \
+        .ref1 = mpfr_##fn,                          \
+        .regions = list(asin_regions),              \
+        .special_a = list(asin_special),            \
+        .mirror = true,                             \
+        .timing_a = lin(-1.0, 1.0),                 \
+        .ordinary_a = 0.75,                         \
+        .plot_linear = true,                        \
+        .baseline = local("glibc " #fn, loop_##fn), \
+        .peers = list(fn##_peers),                  \
+    };
+
+ZT_ASIN_ROW(asin, VDASIN)
+ZT_ASIN_ROW(acos, VDACOS)
+
+constexpr FunctionRow trig_rows[] = {cos_row, sin_row, acos_row, asin_row, atan_row, atan2_row};
 
 }  // namespace
 

@@ -7,9 +7,11 @@
 //      instruction; EP is a kernel of its own that runs it, reporting under
 //      its own name
 //
-// Blocks of four elements in two vectors of two (128-bit at every cpu type,
-// VEX-coded at type 5), then one at a time; lanes with |x| >= 1 or NaN go,
-// lowest first, to the fix-up, which reports ZVL_STATUS_ERRDOM for |x| > 1.
+// Blocks of four elements in two vectors of two, at cpu type 5 of eight in
+// two vectors of four (in 128-bit vectors there HA took 13 ns an element,
+// twice glibc's scalar asin; in 256-bit ones 6.6), then one at a time.
+// Lanes with |x| >= 1 or NaN go, lowest first, to the fix-up, which reports
+// ZVL_STATUS_ERRDOM for |x| > 1.
 // At cpu type 0 LA and EP run HA. Every kernel runs under the full MXCSR
 // guard, so the double-word sums round to nearest whatever the caller's mode.
 #pragma once
@@ -21,7 +23,7 @@ namespace plans {
 namespace {
 
 constexpr Cell asin_acos_blocks(int cpu, char variant) {
-    return own(variant, 4, Guard::mxcsr, Loop::scratch, cpu == 5 ? Wrap::v128 : Wrap::unit);
+    return own(variant, cpu == 5 ? 8 : 4, Guard::mxcsr, Loop::scratch);
 }
 constexpr Row3 asin_acos_row(int cpu) {
     return {asin_acos_blocks(cpu, 'H'), asin_acos_blocks(cpu, 'L'), asin_acos_blocks(cpu, 'L')};

@@ -5,6 +5,19 @@
 namespace zvl_tools {
 namespace {
 
+// The peers of a function fn with vector arguments `args` ("v" or "vv"):
+// glibc's libmvec at AVX2, AVX and SSE, and SLEEF's 1-ulp AVX and SSE4.1 and
+// 3.5-ulp AVX functions.
+#define ZT_TRIG_PEERS(fn, args)                                              \
+    {                                                                        \
+        mvec("libmvec AVX2", "_ZGVdN4" args "_" #fn, 4, Isa::Avx2),          \
+        mvec("libmvec AVX", "_ZGVcN4" args "_" #fn, 4, Isa::Avx),            \
+        mvec("libmvec SSE", "_ZGVbN2" args "_" #fn, 2, Isa::Base),           \
+        sleef("SLEEF u10 AVX", "Sleef_" #fn "d4_u10avx", 4, Isa::Avx),       \
+        sleef("SLEEF u35 AVX", "Sleef_" #fn "d4_u35avx", 4, Isa::Avx),       \
+        sleef("SLEEF u10 SSE4", "Sleef_" #fn "d2_u10sse4", 2, Isa::Sse41),   \
+    }
+
 // ---------------------------------------------------------------- Sin, Cos
 
 ZT_LOOP1(loop_sin, std::sin(x))
@@ -30,22 +43,8 @@ const Region trig_regions[] = {
     {lg2(kTiny, 0x1p-30), kNone, 0.25, "tiny arguments"},
 };
 
-const Peer sin_peers[] = {
-    mvec("libmvec AVX2", "_ZGVdN4v_sin", 4, Isa::Avx2),
-    mvec("libmvec AVX", "_ZGVcN4v_sin", 4, Isa::Avx),
-    mvec("libmvec SSE", "_ZGVbN2v_sin", 2, Isa::Base),
-    sleef("SLEEF u10 AVX", "Sleef_sind4_u10avx", 4, Isa::Avx),
-    sleef("SLEEF u35 AVX", "Sleef_sind4_u35avx", 4, Isa::Avx),
-    sleef("SLEEF u10 SSE4", "Sleef_sind2_u10sse4", 2, Isa::Sse41),
-};
-const Peer cos_peers[] = {
-    mvec("libmvec AVX2", "_ZGVdN4v_cos", 4, Isa::Avx2),
-    mvec("libmvec AVX", "_ZGVcN4v_cos", 4, Isa::Avx),
-    mvec("libmvec SSE", "_ZGVbN2v_cos", 2, Isa::Base),
-    sleef("SLEEF u10 AVX", "Sleef_cosd4_u10avx", 4, Isa::Avx),
-    sleef("SLEEF u35 AVX", "Sleef_cosd4_u35avx", 4, Isa::Avx),
-    sleef("SLEEF u10 SSE4", "Sleef_cosd2_u10sse4", 2, Isa::Sse41),
-};
+const Peer sin_peers[] = ZT_TRIG_PEERS(sin, "v");
+const Peer cos_peers[] = ZT_TRIG_PEERS(cos, "v");
 
 // The short form of EP at cpu type 1 gives +0 for |x| > 1e15, infinities
 // and NaN, silently; below that it keeps EP accuracy up to 2^18 only (see
@@ -98,14 +97,7 @@ const Region atan_regions[] = {
     {lg2(0x1p30, kMax), kNone, 0.5, "large arguments, to the callout from 2^993"},
 };
 
-const Peer atan_peers[] = {
-    mvec("libmvec AVX2", "_ZGVdN4v_atan", 4, Isa::Avx2),
-    mvec("libmvec AVX", "_ZGVcN4v_atan", 4, Isa::Avx),
-    mvec("libmvec SSE", "_ZGVbN2v_atan", 2, Isa::Base),
-    sleef("SLEEF u10 AVX", "Sleef_atand4_u10avx", 4, Isa::Avx),
-    sleef("SLEEF u35 AVX", "Sleef_atand4_u35avx", 4, Isa::Avx),
-    sleef("SLEEF u10 SSE4", "Sleef_atand2_u10sse4", 2, Isa::Sse41),
-};
+const Peer atan_peers[] = ZT_TRIG_PEERS(atan, "v");
 
 constexpr FunctionRow atan_row = {
     .name = "atan",
@@ -149,14 +141,7 @@ const Pair atan2_pairs[] = {
     {0x1p-1022, 0x1p-1074}, {3 * kTiny, 5 * kTiny}, {kMax, kMax}, {-kMax, -kMax},
 };
 
-const Peer atan2_peers[] = {
-    mvec("libmvec AVX2", "_ZGVdN4vv_atan2", 4, Isa::Avx2),
-    mvec("libmvec AVX", "_ZGVcN4vv_atan2", 4, Isa::Avx),
-    mvec("libmvec SSE", "_ZGVbN2vv_atan2", 2, Isa::Base),
-    sleef("SLEEF u10 AVX", "Sleef_atan2d4_u10avx", 4, Isa::Avx),
-    sleef("SLEEF u35 AVX", "Sleef_atan2d4_u35avx", 4, Isa::Avx),
-    sleef("SLEEF u10 SSE4", "Sleef_atan2d2_u10sse4", 2, Isa::Sse41),
-};
+const Peer atan2_peers[] = ZT_TRIG_PEERS(atan2, "vv");
 
 constexpr FunctionRow atan2_row = {
     .name = "atan2",
@@ -198,22 +183,8 @@ const Region asin_regions[] = {
     {lg2(kTiny, 0x1p-30), kNone, 0.25, "tiny arguments"},
 };
 
-const Peer asin_peers[] = {
-    mvec("libmvec AVX2", "_ZGVdN4v_asin", 4, Isa::Avx2),
-    mvec("libmvec AVX", "_ZGVcN4v_asin", 4, Isa::Avx),
-    mvec("libmvec SSE", "_ZGVbN2v_asin", 2, Isa::Base),
-    sleef("SLEEF u10 AVX", "Sleef_asind4_u10avx", 4, Isa::Avx),
-    sleef("SLEEF u35 AVX", "Sleef_asind4_u35avx", 4, Isa::Avx),
-    sleef("SLEEF u10 SSE4", "Sleef_asind2_u10sse4", 2, Isa::Sse41),
-};
-const Peer acos_peers[] = {
-    mvec("libmvec AVX2", "_ZGVdN4v_acos", 4, Isa::Avx2),
-    mvec("libmvec AVX", "_ZGVcN4v_acos", 4, Isa::Avx),
-    mvec("libmvec SSE", "_ZGVbN2v_acos", 2, Isa::Base),
-    sleef("SLEEF u10 AVX", "Sleef_acosd4_u10avx", 4, Isa::Avx),
-    sleef("SLEEF u35 AVX", "Sleef_acosd4_u35avx", 4, Isa::Avx),
-    sleef("SLEEF u10 SSE4", "Sleef_acosd2_u10sse4", 2, Isa::Sse41),
-};
+const Peer asin_peers[] = ZT_TRIG_PEERS(asin, "v");
+const Peer acos_peers[] = ZT_TRIG_PEERS(acos, "v");
 
 #define ZT_ASIN_ROW(fn, EXPORT)                     \
     constexpr FunctionRow fn##_row = {              \

@@ -53,27 +53,31 @@ bool short_form_departs(int cpu, int mode, double a) {
     return cpu == 1 && mode == 2 && !(std::fabs(a) <= 0x1p18);
 }
 
-#define ZT_TRIG_ROW(fn, EXPORT)                          \
+// A row of a one-argument function fn whose sampling is group's: its
+// regions, special points and timing interval.
+#define ZT_TRIG_ROW(fn, EXPORT, group, hard, departs_fn) \
     constexpr FunctionRow fn##_row = {                   \
         .name = #fn,                                     \
         .exported = #EXPORT,                             \
         .formula = #fn "(x)",                            \
         .shape = Shape::D1,                              \
         .ref1 = mpfr_##fn,                               \
-        .regions = list(trig_regions),                   \
-        .special_a = list(trig_special),                 \
+        .regions = list(group##_regions),                \
+        .special_a = list(group##_special),              \
         .mirror = true,                                  \
-        .hardcases = #fn ",near_pi2",                    \
-        .timing_a = lin(-10.0, 10.0),                    \
+        .hardcases = hard,                               \
+        .timing_a = group##_timing,                      \
         .ordinary_a = 0.75,                              \
         .plot_linear = true,                             \
         .baseline = local("glibc " #fn, loop_##fn),      \
         .peers = list(fn##_peers),                       \
-        .departs = short_form_departs,                      \
+        .departs = departs_fn,                           \
     };
 
-ZT_TRIG_ROW(sin, VDSIN)
-ZT_TRIG_ROW(cos, VDCOS)
+constexpr Interval trig_timing = lin(-10.0, 10.0);
+
+ZT_TRIG_ROW(sin, VDSIN, trig, "sin,near_pi2", short_form_departs)
+ZT_TRIG_ROW(cos, VDCOS, trig, "cos,near_pi2", short_form_departs)
 
 // ---------------------------------------------------------------- Atan
 
@@ -186,25 +190,10 @@ const Region asin_regions[] = {
 const Peer asin_peers[] = ZT_TRIG_PEERS(asin, "v");
 const Peer acos_peers[] = ZT_TRIG_PEERS(acos, "v");
 
-#define ZT_ASIN_ROW(fn, EXPORT)                     \
-    constexpr FunctionRow fn##_row = {              \
-        .name = #fn,                                \
-        .exported = #EXPORT,                        \
-        .formula = #fn "(x)",                       \
-        .shape = Shape::D1,                         \
-        .ref1 = mpfr_##fn,                          \
-        .regions = list(asin_regions),              \
-        .special_a = list(asin_special),            \
-        .mirror = true,                             \
-        .timing_a = lin(-1.0, 1.0),                 \
-        .ordinary_a = 0.75,                         \
-        .plot_linear = true,                        \
-        .baseline = local("glibc " #fn, loop_##fn), \
-        .peers = list(fn##_peers),                  \
-    };
+constexpr Interval asin_timing = lin(-1.0, 1.0);
 
-ZT_ASIN_ROW(asin, VDASIN)
-ZT_ASIN_ROW(acos, VDACOS)
+ZT_TRIG_ROW(asin, VDASIN, asin, nullptr, nullptr)
+ZT_TRIG_ROW(acos, VDACOS, asin, nullptr, nullptr)
 
 constexpr FunctionRow trig_rows[] = {cos_row, sin_row, acos_row, asin_row, atan_row, atan2_row};
 

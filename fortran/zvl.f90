@@ -276,6 +276,65 @@ module zvl
       real(c_double), intent(inout) :: r(*)
       integer(c_int), value :: ir
     end subroutine VDCOS_Idx
+    subroutine VDASIN(n, a, r) bind(C, name="VDASIN")
+      import :: c_int, c_double
+      integer(c_int), intent(in) :: n
+      real(c_double), intent(in) :: a(*)
+      real(c_double), intent(inout) :: r(*)
+    end subroutine VDASIN
+    subroutine VDASIN_Idx(n, a, ia, r, ir) bind(C, name="VDASIN_Idx")
+      import :: c_int, c_double
+      integer(c_int), intent(in) :: n
+      real(c_double), intent(in) :: a(*)
+      integer(c_int), value :: ia
+      real(c_double), intent(inout) :: r(*)
+      integer(c_int), value :: ir
+    end subroutine VDASIN_Idx
+    subroutine VDACOS(n, a, r) bind(C, name="VDACOS")
+      import :: c_int, c_double
+      integer(c_int), intent(in) :: n
+      real(c_double), intent(in) :: a(*)
+      real(c_double), intent(inout) :: r(*)
+    end subroutine VDACOS
+    subroutine VDACOS_Idx(n, a, ia, r, ir) bind(C, name="VDACOS_Idx")
+      import :: c_int, c_double
+      integer(c_int), intent(in) :: n
+      real(c_double), intent(in) :: a(*)
+      integer(c_int), value :: ia
+      real(c_double), intent(inout) :: r(*)
+      integer(c_int), value :: ir
+    end subroutine VDACOS_Idx
+    subroutine VDATAN(n, a, r) bind(C, name="VDATAN")
+      import :: c_int, c_double
+      integer(c_int), intent(in) :: n
+      real(c_double), intent(in) :: a(*)
+      real(c_double), intent(inout) :: r(*)
+    end subroutine VDATAN
+    subroutine VDATAN_Idx(n, a, ia, r, ir) bind(C, name="VDATAN_Idx")
+      import :: c_int, c_double
+      integer(c_int), intent(in) :: n
+      real(c_double), intent(in) :: a(*)
+      integer(c_int), value :: ia
+      real(c_double), intent(inout) :: r(*)
+      integer(c_int), value :: ir
+    end subroutine VDATAN_Idx
+    subroutine VDATAN2(n, a, b, r) bind(C, name="VDATAN2")
+      import :: c_int, c_double
+      integer(c_int), intent(in) :: n
+      real(c_double), intent(in) :: a(*)
+      real(c_double), intent(in) :: b(*)
+      real(c_double), intent(inout) :: r(*)
+    end subroutine VDATAN2
+    subroutine VDATAN2_Idx(n, a, ia, b, ib, r, ir) bind(C, name="VDATAN2_Idx")
+      import :: c_int, c_double
+      integer(c_int), intent(in) :: n
+      real(c_double), intent(in) :: a(*)
+      integer(c_int), value :: ia
+      real(c_double), intent(in) :: b(*)
+      integer(c_int), value :: ib
+      real(c_double), intent(inout) :: r(*)
+      integer(c_int), value :: ir
+    end subroutine VDATAN2_Idx
     ! Error functions
     subroutine VDERF(n, a, r) bind(C, name="VDERF")
       import :: c_int, c_double

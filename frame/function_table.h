@@ -33,6 +33,10 @@
     D1(VDLOG10, vdLog10, 180, Log10)                        \
     D1(VDCOS, vdCos, 198, Cos)                              \
     D1(VDSIN, vdSin, 216, Sin)                              \
+    D1(VDACOS, vdAcos, 270, Acos)                           \
+    D1(VDASIN, vdAsin, 288, Asin)                           \
+    D1(VDATAN, vdAtan, 306, Atan)                           \
+    D2(VDATAN2, vdAtan2, 324, Atan2)                        \
     D1(VDERF, vdErf, 450, Erf)                              \
     D1(VDERFC, vdErfc, 468, Erfc)                           \
     D1(VDERFINV, vdErfInv, 486, ErfInv)                     \

@@ -147,6 +147,11 @@ ZVL_API void ZEL_Set_Dynamic(int flag);
  *   VDSIN      sin(a), keeping the sign of a zero; as VDCOS. In EP mode on
  *              SSE3-only processors, |a| > 1e15, infinities and NaN give +0
  *              and no status
+ *   VDACOS     acos(a) in [0, pi]; ZVL_STATUS_ERRDOM and NaN for |a| > 1 and
+ *              +-inf, NaN for NaN silently
+ *   VDASIN     asin(a), keeping the sign of a zero; as VDACOS
+ *   VDATAN     atan(a), keeping the sign of a zero; +-pi/2 at +-inf; never
+ *              reports
  *   VDERF      erf(a); never reports
  *   VDERFC     erfc(a), relative accuracy down to its subnormal tail;
  *              ZVL_STATUS_UNDERFLOW for finite a above 27.226017111108362
@@ -173,6 +178,12 @@ ZVL_API void VDCOS(const int *n, const double *a, double *r);
 ZVL_API void VDCOS_Idx(const int *n, const double *a, int ia, double *r, int ir);
 ZVL_API void VDSIN(const int *n, const double *a, double *r);
 ZVL_API void VDSIN_Idx(const int *n, const double *a, int ia, double *r, int ir);
+ZVL_API void VDACOS(const int *n, const double *a, double *r);
+ZVL_API void VDACOS_Idx(const int *n, const double *a, int ia, double *r, int ir);
+ZVL_API void VDASIN(const int *n, const double *a, double *r);
+ZVL_API void VDASIN_Idx(const int *n, const double *a, int ia, double *r, int ir);
+ZVL_API void VDATAN(const int *n, const double *a, double *r);
+ZVL_API void VDATAN_Idx(const int *n, const double *a, int ia, double *r, int ir);
 ZVL_API void VDERF(const int *n, const double *a, double *r);
 ZVL_API void VDERF_Idx(const int *n, const double *a, int ia, double *r, int ir);
 ZVL_API void VDERFC(const int *n, const double *a, double *r);
@@ -185,6 +196,8 @@ ZVL_API void VDERFINV_Idx(const int *n, const double *a, int ia, double *r, int 
  *   VDDIV  a/b; ZVL_STATUS_SING for a zero divisor
  *   VDPOW  a^b; ZVL_STATUS_ERRDOM for a negative base with a non-integer
  *          exponent and a zero base with a negative exponent; x^0 = 1^y = 1
+ *   VDATAN2  atan2(a, b), the angle of the point (b, a) in [-pi, pi], with
+ *          the signed zeros and infinities of C99; never reports
  */
 ZVL_API void VDDIV(const int *n, const double *a, const double *b, double *r);
 ZVL_API void VDDIV_Idx(const int *n, const double *a, int ia, const double *b, int ib,
@@ -192,6 +205,9 @@ ZVL_API void VDDIV_Idx(const int *n, const double *a, int ia, const double *b, i
 ZVL_API void VDPOW(const int *n, const double *a, const double *b, double *r);
 ZVL_API void VDPOW_Idx(const int *n, const double *a, int ia, const double *b, int ib,
                        double *r, int ir);
+ZVL_API void VDATAN2(const int *n, const double *a, const double *b, double *r);
+ZVL_API void VDATAN2_Idx(const int *n, const double *a, int ia, const double *b, int ib,
+                         double *r, int ir);
 
 /* Real array and real scalar: r[i] = f(a[i], *b).  *b is read once per call
  * and never tested for null; a null r is reported as parameter 3.

@@ -6,3 +6,5 @@
 #undef ZVL_SUBSYSTEM
 #define ZVL_SUBSYSTEM trig
 #include ZVL_FAMILY(sincos)
+#include ZVL_FAMILY(atan)
+#include ZVL_FAMILY(asin_acos)

@@ -45,6 +45,7 @@ void Kernel::operator()(int32_t n, const double* a, const double* b, double* r, 
 namespace {
 
 constexpr double kNaN = __builtin_nan("");
+constexpr double kInf = __builtin_inf();
 constexpr uint8_t kAll = 0x3f;
 
 constexpr Traits rounding(const char* exported, uint8_t shielded) {
@@ -88,6 +89,17 @@ const Traits kTraits[] = {
     {.exported = "VDLOG10", .a_lo = 1e-300, .a_hi = 1e300,
      .reports = {0.0, 0}, .reports_standin = {2.0, 0}, .status = kSing,
      .quiet = {1e-310, 0}, .quiet_standin = {2.0, 0}},
+    {.exported = "VDACOS", .a_lo = 1e-3, .a_hi = 0.999, .a_signed = true,
+     .reports = {2.0, 0}, .reports_standin = {0.5, 0}, .status = kDom,
+     .quiet = {kNaN, 0}, .quiet_standin = {0.5, 0}},
+    {.exported = "VDASIN", .a_lo = 1e-3, .a_hi = 0.999, .a_signed = true,
+     .reports = {-kInf, 0}, .reports_standin = {0.5, 0}, .status = kDom,
+     .quiet = {-1.0, 0}, .quiet_standin = {0.5, 0}, .subnormal = {1e-310, 0}},
+    {.exported = "VDATAN", .a_lo = 1e-3, .a_hi = 1e3, .a_signed = true,
+     .quiet = {kNaN, 0}, .quiet_standin = {1.0, 0}, .subnormal = {-1e-310, 0}},
+    {.exported = "VDATAN2", .a_lo = 1e-3, .a_hi = 1e3, .a_signed = true,
+     .b_lo = 1e-3, .b_hi = 1e3, .b_signed = true,
+     .quiet = {1.0, -0.0}, .quiet_standin = {1.0, -1.0}, .subnormal = {1e-310, 3.0}},
     {.exported = "VDERF", .a_lo = 1e-3, .a_hi = 5.0, .a_signed = true,
      .quiet = {kNaN, 0}, .quiet_standin = {1.0, 0}, .subnormal = {1e-310, 0}},
     {.exported = "VDERFC", .a_lo = 1e-3, .a_hi = 26.0, .a_signed = true,

@@ -134,6 +134,45 @@ program fortran_calls
   call expect('VDCOS', y(1), 0.877582561890373d0)
   call same('VDCOS_Idx', y, yi(4:6))
 
+  ! VDASIN: asin(a[i]), in [-pi/2, pi/2]
+  a = 0.5d0
+  ai = 0
+  ai(3:) = 0.5d0
+  call VDASIN(n, a, y)
+  call VDASIN_Idx(n, ai, 2, yi, 3)
+  call expect('VDASIN', y(1), 0.5235987755982989d0)
+  call same('VDASIN_Idx', y, yi(4:6))
+
+  ! VDACOS: acos(a[i]), in [0, pi]
+  a = 0.5d0
+  ai = 0
+  ai(3:) = 0.5d0
+  call VDACOS(n, a, y)
+  call VDACOS_Idx(n, ai, 2, yi, 3)
+  call expect('VDACOS', y(1), 1.0471975511965979d0)
+  call same('VDACOS_Idx', y, yi(4:6))
+
+  ! VDATAN: atan(a[i]), in [-pi/2, pi/2]
+  a = 1.0d0
+  ai = 0
+  ai(3:) = 1.0d0
+  call VDATAN(n, a, y)
+  call VDATAN_Idx(n, ai, 2, yi, 3)
+  call expect('VDATAN', y(1), 0.7853981633974483d0)
+  call same('VDATAN_Idx', y, yi(4:6))
+
+  ! VDATAN2: atan2(a[i], b[i]), the angle of the point (b[i], a[i]) in [-pi, pi]
+  a = 1.0d0
+  ai = 0
+  ai(3:) = 1.0d0
+  b = -1.0d0
+  bi = 0
+  bi(2:) = -1.0d0
+  call VDATAN2(n, a, b, y)
+  call VDATAN2_Idx(n, ai, 2, bi, 1, yi, 3)
+  call expect('VDATAN2', y(1), 2.356194490192345d0)
+  call same('VDATAN2_Idx', y, yi(4:6))
+
   ! VDERF: erf(a[i])
   a = 0.5d0
   ai = 0

@@ -1,0 +1,57 @@
+// Atan and Atan2 by cpu type and accuracy mode (atan.h and atan2.h have the
+// variants):
+//
+//   A  HA vector: the five reductions with the quotient in two words
+//   L  LA vector: the reciprocal estimate, degree 43
+//   E  EP vector: the same, degree 19
+//   O  the older Atan HA: the five reductions with the division instruction
+//      (the cpu types without the vector HA)
+//   S  EP of cpu type 1: Atan's reductions with the degree-11 polynomial;
+//      Atan2's EP formula, one pair at a time
+//   H  Atan2 HA one pair at a time: the exact callout itself
+//
+// Atan has the vector HA at cpu type 5 only, Atan2 from cpu type 2 up. At
+// cpu type 1 LA runs HA, at cpu type 0 LA and EP do. Vector kernels take 16
+// elements a block. Atan's O and S take blocks of four on the restart form:
+// a block with a refused element is redone element by element (one element
+// at a time, O took 19.5 ns an element at cpu type 4; in blocks of four,
+// 9). Every kernel runs under the full MXCSR guard: the double-word sums and
+// the callouts round to nearest whatever the caller's mode. Neither
+// function reports a status.
+#pragma once
+
+#include "kernels/common/plan.h"
+
+namespace zvl {
+namespace plans {
+namespace {
+
+constexpr Cell atan_vector(char variant) { return own(variant, 16, Guard::mxcsr, Loop::scratch); }
+// Blocks of four that any refused element sends, whole, element by element
+// through the callout or the same formula on one lane.
+constexpr Cell atan_restart(char variant) { return own(variant, 4, Guard::mxcsr, Loop::restart); }
+// One pair at a time.
+constexpr Cell atan2_element(char variant) {
+    return own(variant, 1, Guard::mxcsr, Loop::restart, Wrap::scalar);
+}
+
+constexpr Row3 kAtanVectorRow = {atan_vector('A'), atan_vector('L'), atan_vector('E')};
+
+constexpr Plan Atan = plan(
+    {atan_restart('O'), kRunsHA, kRunsHA},
+    {atan_restart('O'), kRunsHA, atan_restart('S')},
+    {atan_restart('O'), atan_vector('L'), atan_vector('E')},
+    {atan_restart('O'), atan_vector('L'), atan_vector('E')},
+    {atan_restart('O'), atan_vector('L'), atan_vector('E')},
+    kAtanVectorRow);
+
+constexpr Plan Atan2 = plan(
+    {atan2_element('H'), kRunsHA, kRunsHA},
+    {atan2_element('H'), kRunsHA, atan2_element('S')},
+    kAtanVectorRow, kAtanVectorRow, kAtanVectorRow, kAtanVectorRow);
+
+static_assert(well_formed(Atan) && well_formed(Atan2));
+
+}  // namespace
+}  // namespace plans
+}  // namespace zvl

@@ -319,6 +319,35 @@ module zvl
       real(c_double), intent(inout) :: r(*)
       integer(c_int), value :: ir
     end subroutine VDERFINV_Idx
+    ! Hyperbolic
+    subroutine VDSINH(n, a, r) bind(C, name="VDSINH")
+      import :: c_int, c_double
+      integer(c_int), intent(in) :: n
+      real(c_double), intent(in) :: a(*)
+      real(c_double), intent(inout) :: r(*)
+    end subroutine VDSINH
+    subroutine VDSINH_Idx(n, a, ia, r, ir) bind(C, name="VDSINH_Idx")
+      import :: c_int, c_double
+      integer(c_int), intent(in) :: n
+      real(c_double), intent(in) :: a(*)
+      integer(c_int), value :: ia
+      real(c_double), intent(inout) :: r(*)
+      integer(c_int), value :: ir
+    end subroutine VDSINH_Idx
+    subroutine VDCOSH(n, a, r) bind(C, name="VDCOSH")
+      import :: c_int, c_double
+      integer(c_int), intent(in) :: n
+      real(c_double), intent(in) :: a(*)
+      real(c_double), intent(inout) :: r(*)
+    end subroutine VDCOSH
+    subroutine VDCOSH_Idx(n, a, ia, r, ir) bind(C, name="VDCOSH_Idx")
+      import :: c_int, c_double
+      integer(c_int), intent(in) :: n
+      real(c_double), intent(in) :: a(*)
+      integer(c_int), value :: ia
+      real(c_double), intent(inout) :: r(*)
+      integer(c_int), value :: ir
+    end subroutine VDCOSH_Idx
     ! Rounding to integers
     subroutine VDCEIL(n, a, r) bind(C, name="VDCEIL")
       import :: c_int, c_double

@@ -33,6 +33,8 @@
     D1(VDLOG10, vdLog10, 180, Log10)                        \
     D1(VDCOS, vdCos, 198, Cos)                              \
     D1(VDSIN, vdSin, 216, Sin)                              \
+    D1(VDCOSH, vdCosh, 342, Cosh)                           \
+    D1(VDSINH, vdSinh, 360, Sinh)                           \
     D1(VDERF, vdErf, 450, Erf)                              \
     D1(VDERFC, vdErfc, 468, Erfc)                           \
     D1(VDERFINV, vdErfInv, 486, ErfInv)                     \

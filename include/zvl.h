@@ -147,6 +147,10 @@ ZVL_API void ZEL_Set_Dynamic(int flag);
  *   VDSIN      sin(a), keeping the sign of a zero; as VDCOS. In EP mode on
  *              SSE3-only processors, |a| > 1e15, infinities and NaN give +0
  *              and no status
+ *   VDCOSH     cosh(a), +inf at +-inf; ZVL_STATUS_OVERFLOW for finite |a| above
+ *              710.47586007394386 (result +inf)
+ *   VDSINH     sinh(a), keeping the sign of a zero; as VDCOSH, with -inf
+ *              below -710.47586007394386
  *   VDERF      erf(a); never reports
  *   VDERFC     erfc(a), relative accuracy down to its subnormal tail;
  *              ZVL_STATUS_UNDERFLOW for finite a above 27.226017111108362
@@ -173,6 +177,10 @@ ZVL_API void VDCOS(const int *n, const double *a, double *r);
 ZVL_API void VDCOS_Idx(const int *n, const double *a, int ia, double *r, int ir);
 ZVL_API void VDSIN(const int *n, const double *a, double *r);
 ZVL_API void VDSIN_Idx(const int *n, const double *a, int ia, double *r, int ir);
+ZVL_API void VDCOSH(const int *n, const double *a, double *r);
+ZVL_API void VDCOSH_Idx(const int *n, const double *a, int ia, double *r, int ir);
+ZVL_API void VDSINH(const int *n, const double *a, double *r);
+ZVL_API void VDSINH_Idx(const int *n, const double *a, int ia, double *r, int ir);
 ZVL_API void VDERF(const int *n, const double *a, double *r);
 ZVL_API void VDERF_Idx(const int *n, const double *a, int ia, double *r, int ir);
 ZVL_API void VDERFC(const int *n, const double *a, double *r);

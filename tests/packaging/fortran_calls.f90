@@ -161,6 +161,24 @@ program fortran_calls
   call expect('VDERFINV', y(1), 0.4769362762044699d0)
   call same('VDERFINV_Idx', y, yi(4:6))
 
+  ! VDSINH: sinh(a[i])
+  a = 0.5d0
+  ai = 0
+  ai(3:) = 0.5d0
+  call VDSINH(n, a, y)
+  call VDSINH_Idx(n, ai, 2, yi, 3)
+  call expect('VDSINH', y(1), 0.5210953054937474d0)
+  call same('VDSINH_Idx', y, yi(4:6))
+
+  ! VDCOSH: cosh(a[i])
+  a = 0.5d0
+  ai = 0
+  ai(3:) = 0.5d0
+  call VDCOSH(n, a, y)
+  call VDCOSH_Idx(n, ai, 2, yi, 3)
+  call expect('VDCOSH', y(1), 1.1276259652063807d0)
+  call same('VDCOSH_Idx', y, yi(4:6))
+
   ! VDCEIL: a[i] rounded towards +inf
   a = -2.5d0
   ai = 0

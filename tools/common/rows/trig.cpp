@@ -76,7 +76,66 @@ bool short_form_departs(int cpu, int mode, double a) {
 ZT_TRIG_ROW(sin, VDSIN)
 ZT_TRIG_ROW(cos, VDCOS)
 
-constexpr FunctionRow trig_rows[] = {cos_row, sin_row};
+// ---------------------------------------------------------------- Sinh, Cosh
+
+ZT_LOOP1(loop_sinh, std::sinh(x))
+ZT_LOOP1(loop_cosh, std::cosh(x))
+
+// 1/8, where Sinh's vector range starts (below it the callout's polynomial);
+// 40, from which e^-|x| is dropped; 708.39892578125, where the vector range
+// ends; 710.47586007394386, the last finite result.
+const double hyperbolic_special[] = {
+    0.0, kTiny, kMin, 0x1p-26, 0.125, 1.0, 40.0, 708.39892578125, 0x1.633ce8fb9f87dp+9,
+    1000.0, kMax, kInf, kNaN,
+};
+
+const Region hyperbolic_regions[] = {
+    {lin(-10.0, 10.0), kNone, 3, "where both exponentials count"},
+    {lg2(0x1p-30, 710.5), kNone, 3, "every binade up to overflow"},
+    {lg2(kTiny, 0x1p-30), kNone, 0.5, "tiny arguments"},
+    {lg2(710.5, kMax), kNone, 0.25, "overflow"},
+};
+
+const Peer sinh_peers[] = {
+    mvec("libmvec AVX2", "_ZGVdN4v_sinh", 4, Isa::Avx2),
+    mvec("libmvec AVX", "_ZGVcN4v_sinh", 4, Isa::Avx),
+    mvec("libmvec SSE", "_ZGVbN2v_sinh", 2, Isa::Base),
+    sleef("SLEEF u10 AVX", "Sleef_sinhd4_u10avx", 4, Isa::Avx),
+    sleef("SLEEF u35 AVX", "Sleef_sinhd4_u35avx", 4, Isa::Avx),
+    sleef("SLEEF u10 SSE4", "Sleef_sinhd2_u10sse4", 2, Isa::Sse41),
+};
+const Peer cosh_peers[] = {
+    mvec("libmvec AVX2", "_ZGVdN4v_cosh", 4, Isa::Avx2),
+    mvec("libmvec AVX", "_ZGVcN4v_cosh", 4, Isa::Avx),
+    mvec("libmvec SSE", "_ZGVbN2v_cosh", 2, Isa::Base),
+    sleef("SLEEF u10 AVX", "Sleef_coshd4_u10avx", 4, Isa::Avx),
+    sleef("SLEEF u35 AVX", "Sleef_coshd4_u35avx", 4, Isa::Avx),
+    sleef("SLEEF u10 SSE4", "Sleef_coshd2_u10sse4", 2, Isa::Sse41),
+};
+
+// A row of the hyperbolic functions and their inverses: name, export,
+// special points, regions, timing interval.
+#define ZT_HYP_ROW(fn, EXPORT, points, spread, timing, ordinary)  \
+    constexpr FunctionRow fn##_row = {                             \
+        .name = #fn,                                               \
+        .exported = #EXPORT,                                       \
+        .formula = #fn "(x)",                                      \
+        .shape = Shape::D1,                                        \
+        .ref1 = mpfr_##fn,                                         \
+        .regions = list(spread),                                   \
+        .special_a = list(points),                                 \
+        .mirror = true,                                            \
+        .timing_a = timing,                                        \
+        .ordinary_a = ordinary,                                    \
+        .plot_linear = true,                                       \
+        .baseline = local("glibc " #fn, loop_##fn),                \
+        .peers = list(fn##_peers),                                 \
+    };
+
+ZT_HYP_ROW(sinh, VDSINH, hyperbolic_special, hyperbolic_regions, lin(-10.0, 10.0), 0.75)
+ZT_HYP_ROW(cosh, VDCOSH, hyperbolic_special, hyperbolic_regions, lin(-10.0, 10.0), 0.75)
+
+constexpr FunctionRow trig_rows[] = {cos_row, sin_row, cosh_row, sinh_row};
 
 }  // namespace
 

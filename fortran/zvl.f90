@@ -348,6 +348,20 @@ module zvl
       real(c_double), intent(inout) :: r(*)
       integer(c_int), value :: ir
     end subroutine VDCOSH_Idx
+    subroutine VDTANH(n, a, r) bind(C, name="VDTANH")
+      import :: c_int, c_double
+      integer(c_int), intent(in) :: n
+      real(c_double), intent(in) :: a(*)
+      real(c_double), intent(inout) :: r(*)
+    end subroutine VDTANH
+    subroutine VDTANH_Idx(n, a, ia, r, ir) bind(C, name="VDTANH_Idx")
+      import :: c_int, c_double
+      integer(c_int), intent(in) :: n
+      real(c_double), intent(in) :: a(*)
+      integer(c_int), value :: ia
+      real(c_double), intent(inout) :: r(*)
+      integer(c_int), value :: ir
+    end subroutine VDTANH_Idx
     ! Rounding to integers
     subroutine VDCEIL(n, a, r) bind(C, name="VDCEIL")
       import :: c_int, c_double

@@ -35,6 +35,7 @@
     D1(VDSIN, vdSin, 216, Sin)                              \
     D1(VDCOSH, vdCosh, 342, Cosh)                           \
     D1(VDSINH, vdSinh, 360, Sinh)                           \
+    D1(VDTANH, vdTanh, 378, Tanh)                           \
     D1(VDERF, vdErf, 450, Erf)                              \
     D1(VDERFC, vdErfc, 468, Erfc)                           \
     D1(VDERFINV, vdErfInv, 486, ErfInv)                     \

@@ -151,6 +151,8 @@ ZVL_API void ZEL_Set_Dynamic(int flag);
  *              710.47586007394386 (result +inf)
  *   VDSINH     sinh(a), keeping the sign of a zero; as VDCOSH, with -inf
  *              below -710.47586007394386
+ *   VDTANH     tanh(a), keeping the sign of a zero; exactly +-1 from |a| = 20
+ *              on and at +-inf; never reports
  *   VDERF      erf(a); never reports
  *   VDERFC     erfc(a), relative accuracy down to its subnormal tail;
  *              ZVL_STATUS_UNDERFLOW for finite a above 27.226017111108362
@@ -181,6 +183,8 @@ ZVL_API void VDCOSH(const int *n, const double *a, double *r);
 ZVL_API void VDCOSH_Idx(const int *n, const double *a, int ia, double *r, int ir);
 ZVL_API void VDSINH(const int *n, const double *a, double *r);
 ZVL_API void VDSINH_Idx(const int *n, const double *a, int ia, double *r, int ir);
+ZVL_API void VDTANH(const int *n, const double *a, double *r);
+ZVL_API void VDTANH_Idx(const int *n, const double *a, int ia, double *r, int ir);
 ZVL_API void VDERF(const int *n, const double *a, double *r);
 ZVL_API void VDERF_Idx(const int *n, const double *a, int ia, double *r, int ir);
 ZVL_API void VDERFC(const int *n, const double *a, double *r);

@@ -24,6 +24,7 @@ FUNCTIONS = (
     ('erfinv', 'VDERFINV', 'D1', 'erfinv(a[i]), the x with erf(x) = a[i]', True, (0.5,), (0.4769362762044699,)),
     ('sinh', 'VDSINH', 'D1', 'sinh(a[i])', False, (0.5,), (0.5210953054937474,)),
     ('cosh', 'VDCOSH', 'D1', 'cosh(a[i])', False, (0.5,), (1.1276259652063807,)),
+    ('tanh', 'VDTANH', 'D1', 'tanh(a[i])', False, (0.5,), (0.46211715726000974,)),
     ('ceil', 'VDCEIL', 'R1', 'a[i] rounded towards +inf', False, (-2.5,), (-2.0,)),
     ('floor', 'VDFLOOR', 'R1', 'a[i] rounded towards -inf', False, (-2.5,), (-3.0,)),
     ('trunc', 'VDTRUNC', 'R1', 'a[i] rounded towards zero', False, (-2.75,), (-2.0,)),

@@ -94,6 +94,8 @@ const Traits kTraits[] = {
     {.exported = "VDSINH", .a_lo = 1e-3, .a_hi = 700.0, .a_signed = true,
      .reports = {-1000.0, 0}, .reports_standin = {-1.0, 0}, .status = ZVL_STATUS_OVERFLOW,
      .quiet = {709.0, 0}, .quiet_standin = {1.0, 0}, .subnormal = {-1e-310, 0}},
+    {.exported = "VDTANH", .a_lo = 1e-3, .a_hi = 19.0, .a_signed = true,
+     .quiet = {kNaN, 0}, .quiet_standin = {1.0, 0}, .subnormal = {1e-310, 0}},
     {.exported = "VDERF", .a_lo = 1e-3, .a_hi = 5.0, .a_signed = true,
      .quiet = {kNaN, 0}, .quiet_standin = {1.0, 0}, .subnormal = {1e-310, 0}},
     {.exported = "VDERFC", .a_lo = 1e-3, .a_hi = 26.0, .a_signed = true,

@@ -179,6 +179,15 @@ program fortran_calls
   call expect('VDCOSH', y(1), 1.1276259652063807d0)
   call same('VDCOSH_Idx', y, yi(4:6))
 
+  ! VDTANH: tanh(a[i])
+  a = 0.5d0
+  ai = 0
+  ai(3:) = 0.5d0
+  call VDTANH(n, a, y)
+  call VDTANH_Idx(n, ai, 2, yi, 3)
+  call expect('VDTANH', y(1), 0.46211715726000974d0)
+  call same('VDTANH_Idx', y, yi(4:6))
+
   ! VDCEIL: a[i] rounded towards +inf
   a = -2.5d0
   ai = 0

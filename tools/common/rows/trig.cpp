@@ -135,7 +135,37 @@ const Peer cosh_peers[] = {
 ZT_HYP_ROW(sinh, VDSINH, hyperbolic_special, hyperbolic_regions, lin(-10.0, 10.0), 0.75)
 ZT_HYP_ROW(cosh, VDCOSH, hyperbolic_special, hyperbolic_regions, lin(-10.0, 10.0), 0.75)
 
-constexpr FunctionRow trig_rows[] = {cos_row, sin_row, cosh_row, sinh_row};
+// ---------------------------------------------------------------- Tanh
+
+ZT_LOOP1(loop_tanh, std::tanh(x))
+
+// 1/8, 0.140625 and 0.171875: the end of row 0 and the centres of rows 1
+// and 2; 2^-8 inside row 0; 18, the centre of row 29; 20, from which row
+// 30 gives exactly 1.
+const double tanh_special[] = {
+    0.0, kTiny, kMin, 0x1p-26, 0x1p-8, 0.125, 0.140625, 0.171875, 0.25, 1.0, 18.0, 20.0,
+    22.0, kMax, kInf, kNaN,
+};
+
+const Region tanh_regions[] = {
+    {lin(-5.0, 5.0), kNone, 3, "where tanh is not yet 1"},
+    {lg2(0x1p-30, 20.0), kNone, 3, "every row of the table"},
+    {lg2(kTiny, 0x1p-30), kNone, 0.5, "tiny arguments"},
+    {lg2(20.0, kMax), kNone, 0.25, "the constant row"},
+};
+
+const Peer tanh_peers[] = {
+    mvec("libmvec AVX2", "_ZGVdN4v_tanh", 4, Isa::Avx2),
+    mvec("libmvec AVX", "_ZGVcN4v_tanh", 4, Isa::Avx),
+    mvec("libmvec SSE", "_ZGVbN2v_tanh", 2, Isa::Base),
+    sleef("SLEEF u10 AVX", "Sleef_tanhd4_u10avx", 4, Isa::Avx),
+    sleef("SLEEF u35 AVX", "Sleef_tanhd4_u35avx", 4, Isa::Avx),
+    sleef("SLEEF u10 SSE4", "Sleef_tanhd2_u10sse4", 2, Isa::Sse41),
+};
+
+ZT_HYP_ROW(tanh, VDTANH, tanh_special, tanh_regions, lin(-5.0, 5.0), 0.75)
+
+constexpr FunctionRow trig_rows[] = {cos_row, sin_row, cosh_row, sinh_row, tanh_row};
 
 }  // namespace
 

@@ -153,6 +153,12 @@ ZVL_API void ZEL_Set_Dynamic(int flag);
  *              below -710.47586007394386
  *   VDTANH     tanh(a), keeping the sign of a zero; exactly +-1 from |a| = 20
  *              on and at +-inf; never reports
+ *   VDACOSH    acosh(a), +0 at 1, +inf at +inf; ZVL_STATUS_ERRDOM below 1
+ *              and at -inf (NaN)
+ *   VDASINH    asinh(a), keeping the sign of a zero; +-inf at +-inf; never
+ *              reports
+ *   VDATANH    atanh(a), keeping the sign of a zero; ZVL_STATUS_SING at +-1
+ *              (+-inf), ZVL_STATUS_ERRDOM beyond them (NaN)
  *   VDERF      erf(a); never reports
  *   VDERFC     erfc(a), relative accuracy down to its subnormal tail;
  *              ZVL_STATUS_UNDERFLOW for finite a above 27.226017111108362
@@ -185,6 +191,12 @@ ZVL_API void VDSINH(const int *n, const double *a, double *r);
 ZVL_API void VDSINH_Idx(const int *n, const double *a, int ia, double *r, int ir);
 ZVL_API void VDTANH(const int *n, const double *a, double *r);
 ZVL_API void VDTANH_Idx(const int *n, const double *a, int ia, double *r, int ir);
+ZVL_API void VDACOSH(const int *n, const double *a, double *r);
+ZVL_API void VDACOSH_Idx(const int *n, const double *a, int ia, double *r, int ir);
+ZVL_API void VDASINH(const int *n, const double *a, double *r);
+ZVL_API void VDASINH_Idx(const int *n, const double *a, int ia, double *r, int ir);
+ZVL_API void VDATANH(const int *n, const double *a, double *r);
+ZVL_API void VDATANH_Idx(const int *n, const double *a, int ia, double *r, int ir);
 ZVL_API void VDERF(const int *n, const double *a, double *r);
 ZVL_API void VDERF_Idx(const int *n, const double *a, int ia, double *r, int ir);
 ZVL_API void VDERFC(const int *n, const double *a, double *r);

@@ -7,3 +7,4 @@
 #define ZVL_SUBSYSTEM trig
 #include ZVL_FAMILY(sincos)
 #include ZVL_FAMILY(hyperbolic)
+#include ZVL_FAMILY(inverse_hyperbolic)

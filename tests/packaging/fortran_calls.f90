@@ -188,6 +188,33 @@ program fortran_calls
   call expect('VDTANH', y(1), 0.46211715726000974d0)
   call same('VDTANH_Idx', y, yi(4:6))
 
+  ! VDACOSH: acosh(a[i])
+  a = 2.0d0
+  ai = 0
+  ai(3:) = 2.0d0
+  call VDACOSH(n, a, y)
+  call VDACOSH_Idx(n, ai, 2, yi, 3)
+  call expect('VDACOSH', y(1), 1.3169578969248166d0)
+  call same('VDACOSH_Idx', y, yi(4:6))
+
+  ! VDASINH: asinh(a[i])
+  a = 0.5d0
+  ai = 0
+  ai(3:) = 0.5d0
+  call VDASINH(n, a, y)
+  call VDASINH_Idx(n, ai, 2, yi, 3)
+  call expect('VDASINH', y(1), 0.48121182505960347d0)
+  call same('VDASINH_Idx', y, yi(4:6))
+
+  ! VDATANH: atanh(a[i])
+  a = 0.5d0
+  ai = 0
+  ai(3:) = 0.5d0
+  call VDATANH(n, a, y)
+  call VDATANH_Idx(n, ai, 2, yi, 3)
+  call expect('VDATANH', y(1), 0.5493061443340549d0)
+  call same('VDATANH_Idx', y, yi(4:6))
+
   ! VDCEIL: a[i] rounded towards +inf
   a = -2.5d0
   ai = 0

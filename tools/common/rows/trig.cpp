@@ -114,8 +114,9 @@ const Peer cosh_peers[] = {
 };
 
 // A row of the hyperbolic functions and their inverses: name, export,
-// special points, regions, timing interval.
-#define ZT_HYP_ROW(fn, EXPORT, points, spread, timing, ordinary)  \
+// special points, regions, whether -p is swept as well, timing interval and
+// an argument of the vector path.
+#define ZT_HYP_ROW(fn, EXPORT, points, spread, odd, timing, ordinary) \
     constexpr FunctionRow fn##_row = {                             \
         .name = #fn,                                               \
         .exported = #EXPORT,                                       \
@@ -124,7 +125,7 @@ const Peer cosh_peers[] = {
         .ref1 = mpfr_##fn,                                         \
         .regions = list(spread),                                   \
         .special_a = list(points),                                 \
-        .mirror = true,                                            \
+        .mirror = odd,                                             \
         .timing_a = timing,                                        \
         .ordinary_a = ordinary,                                    \
         .plot_linear = true,                                       \
@@ -132,8 +133,8 @@ const Peer cosh_peers[] = {
         .peers = list(fn##_peers),                                 \
     };
 
-ZT_HYP_ROW(sinh, VDSINH, hyperbolic_special, hyperbolic_regions, lin(-10.0, 10.0), 0.75)
-ZT_HYP_ROW(cosh, VDCOSH, hyperbolic_special, hyperbolic_regions, lin(-10.0, 10.0), 0.75)
+ZT_HYP_ROW(sinh, VDSINH, hyperbolic_special, hyperbolic_regions, true, lin(-10.0, 10.0), 0.75)
+ZT_HYP_ROW(cosh, VDCOSH, hyperbolic_special, hyperbolic_regions, true, lin(-10.0, 10.0), 0.75)
 
 // ---------------------------------------------------------------- Tanh
 
@@ -163,9 +164,70 @@ const Peer tanh_peers[] = {
     sleef("SLEEF u10 SSE4", "Sleef_tanhd2_u10sse4", 2, Isa::Sse41),
 };
 
-ZT_HYP_ROW(tanh, VDTANH, tanh_special, tanh_regions, lin(-5.0, 5.0), 0.75)
+ZT_HYP_ROW(tanh, VDTANH, tanh_special, tanh_regions, true, lin(-5.0, 5.0), 0.75)
 
-constexpr FunctionRow trig_rows[] = {cos_row, sin_row, cosh_row, sinh_row, tanh_row};
+// ---------------------------------------------------------------- Asinh, Acosh, Atanh
+
+ZT_LOOP1(loop_asinh, std::asinh(x))
+ZT_LOOP1(loop_acosh, std::acosh(x))
+ZT_LOOP1(loop_atanh, std::atanh(x))
+
+// 1/8, below which HA takes its series; 0.5625, where LA's and EP's vector
+// range starts; 2^28, from which HA takes 2|x|; 1e154, from which LA and EP
+// take |x| and add ln 2.
+const double asinh_special[] = {
+    0.0, kTiny, kMin, 0x1p-26, 0.125, 0.5625, 1.0, 0x1p28, 1e154, kMax, kInf, kNaN,
+};
+const Region asinh_regions[] = {
+    {lin(-10.0, 10.0), kNone, 3, "around the switches"},
+    {lg2(0x1p-30, kMax), kNone, 3, "every binade"},
+    {lg2(kTiny, 0x1p-30), kNone, 0.5, "tiny arguments"},
+};
+
+// 1.0625 and 1.13001, HA's and LA's switches to the expansion about 1;
+// 2^28 and 1e154, as Asinh's; below 1 the domain error.
+const double acosh_special[] = {
+    1.0, 0x1.0000000000001p0, 1.0625, 1.13001, 2.0, 0x1p28, 1e154, kMax, kInf, kNaN,
+    0x1.fffffffffffffp-1, 0.5, 0.0, -0.0, -1.0, -kInf,
+};
+const Region acosh_regions[] = {
+    {lin(1.0, 1.2), kNone, 3, "around the switches near 1"},
+    {lin(1.0, 1.0 + 0x1p-20), kNone, 1, "next to 1, where the result is small"},
+    {lg(1.0, kMax), kNone, 3, "every binade"},
+    {lg2(kTiny, 1.0), kNone, 0.1, "below the domain"},
+};
+
+// 2^-8 and 1/4, HA's and LA's switches from the series; +-1, the poles.
+const double atanh_special[] = {
+    0.0, kTiny, kMin, 0x1p-26, 0x1p-8, 0.25, 0.5, 0x1.fffffffffffffp-1, 1.0,
+    0x1.0000000000001p0, 2.0, kInf, kNaN,
+};
+const Region atanh_regions[] = {
+    {lin(-1.0, 1.0), kNone, 4, "the open interval"},
+    {lg2(0x1p-30, 1.0), kNone, 2, "every binade"},
+    {lin(1.0 - 0x1p-20, 1.0), kNone, 1, "near the poles"},
+    {lg2(kTiny, 0x1p-30), kNone, 0.5, "tiny arguments"},
+    {lg2(1.0, kMax), kNone, 0.1, "beyond +-1"},
+};
+
+#define ZT_HYP_PEERS(fn)                                                 \
+    const Peer fn##_peers[] = {                                          \
+        mvec("libmvec AVX2", "_ZGVdN4v_" #fn, 4, Isa::Avx2),             \
+        mvec("libmvec AVX", "_ZGVcN4v_" #fn, 4, Isa::Avx),               \
+        mvec("libmvec SSE", "_ZGVbN2v_" #fn, 2, Isa::Base),              \
+        sleef("SLEEF u10 AVX", "Sleef_" #fn "d4_u10avx", 4, Isa::Avx),   \
+        sleef("SLEEF u10 SSE4", "Sleef_" #fn "d2_u10sse4", 2, Isa::Sse41), \
+    };
+ZT_HYP_PEERS(asinh)
+ZT_HYP_PEERS(acosh)
+ZT_HYP_PEERS(atanh)
+
+ZT_HYP_ROW(asinh, VDASINH, asinh_special, asinh_regions, true, lin(-10.0, 10.0), 0.75)
+ZT_HYP_ROW(acosh, VDACOSH, acosh_special, acosh_regions, false, lin(1.0, 10.0), 2.0)
+ZT_HYP_ROW(atanh, VDATANH, atanh_special, atanh_regions, true, lin(-0.99, 0.99), 0.5)
+
+constexpr FunctionRow trig_rows[] = {cos_row,  sin_row,   cosh_row,  sinh_row,
+                                     tanh_row, acosh_row, asinh_row, atanh_row};
 
 }  // namespace
 

@@ -54,24 +54,31 @@ bool short_form_departs(int cpu, int mode, double a) {
     return cpu == 1 && mode == 2 && !(std::fabs(a) <= 0x1p18);
 }
 
-#define ZT_TRIG_ROW(fn, EXPORT)                          \
-    constexpr FunctionRow fn##_row = {                   \
-        .name = #fn,                                     \
-        .exported = #EXPORT,                             \
-        .formula = #fn "(x)",                            \
-        .shape = Shape::D1,                              \
-        .ref1 = mpfr_##fn,                               \
-        .regions = list(trig_regions),                   \
-        .special_a = list(trig_special),                 \
-        .mirror = true,                                  \
-        .hardcases = #fn ",near_pi2",                    \
-        .timing_a = lin(-10.0, 10.0),                    \
-        .ordinary_a = 0.75,                              \
-        .plot_linear = true,                             \
-        .baseline = local("glibc " #fn, loop_##fn),      \
-        .peers = list(fn##_peers),                       \
-        .departs = short_form_departs,                      \
+// A one-argument row: name, export, special points, regions, whether -p is
+// swept as well, hard-case files (or nullptr), timing interval, an argument
+// of the vector path, and the departures (or nullptr).
+#define ZT_ROW1(fn, EXPORT, points, spread, odd, cases, timing, ordinary, departures) \
+    constexpr FunctionRow fn##_row = {                                               \
+        .name = #fn,                                                                 \
+        .exported = #EXPORT,                                                         \
+        .formula = #fn "(x)",                                                        \
+        .shape = Shape::D1,                                                          \
+        .ref1 = mpfr_##fn,                                                           \
+        .regions = list(spread),                                                     \
+        .special_a = list(points),                                                   \
+        .mirror = odd,                                                               \
+        .hardcases = cases,                                                          \
+        .timing_a = timing,                                                          \
+        .ordinary_a = ordinary,                                                      \
+        .plot_linear = true,                                                         \
+        .baseline = local("glibc " #fn, loop_##fn),                                  \
+        .peers = list(fn##_peers),                                                   \
+        .departs = departures,                                                       \
     };
+
+#define ZT_TRIG_ROW(fn, EXPORT)                                                 \
+    ZT_ROW1(fn, EXPORT, trig_special, trig_regions, true, #fn ",near_pi2", \
+            lin(-10.0, 10.0), 0.75, short_form_departs)
 
 ZT_TRIG_ROW(sin, VDSIN)
 ZT_TRIG_ROW(cos, VDCOS)
@@ -96,42 +103,25 @@ const Region hyperbolic_regions[] = {
     {lg2(710.5, kMax), kNone, 0.25, "overflow"},
 };
 
-const Peer sinh_peers[] = {
-    mvec("libmvec AVX2", "_ZGVdN4v_sinh", 4, Isa::Avx2),
-    mvec("libmvec AVX", "_ZGVcN4v_sinh", 4, Isa::Avx),
-    mvec("libmvec SSE", "_ZGVbN2v_sinh", 2, Isa::Base),
-    sleef("SLEEF u10 AVX", "Sleef_sinhd4_u10avx", 4, Isa::Avx),
-    sleef("SLEEF u35 AVX", "Sleef_sinhd4_u35avx", 4, Isa::Avx),
-    sleef("SLEEF u10 SSE4", "Sleef_sinhd2_u10sse4", 2, Isa::Sse41),
-};
-const Peer cosh_peers[] = {
-    mvec("libmvec AVX2", "_ZGVdN4v_cosh", 4, Isa::Avx2),
-    mvec("libmvec AVX", "_ZGVcN4v_cosh", 4, Isa::Avx),
-    mvec("libmvec SSE", "_ZGVbN2v_cosh", 2, Isa::Base),
-    sleef("SLEEF u10 AVX", "Sleef_coshd4_u10avx", 4, Isa::Avx),
-    sleef("SLEEF u35 AVX", "Sleef_coshd4_u35avx", 4, Isa::Avx),
-    sleef("SLEEF u10 SSE4", "Sleef_coshd2_u10sse4", 2, Isa::Sse41),
-};
+// The peers of the hyperbolic functions and their inverses: libmvec's and
+// SLEEF's 1-ulp functions, and any more (SLEEF's 3.5-ulp ones) after them.
+#define ZT_HYP_PEERS(fn, ...)                                              \
+    const Peer fn##_peers[] = {                                            \
+        mvec("libmvec AVX2", "_ZGVdN4v_" #fn, 4, Isa::Avx2),               \
+        mvec("libmvec AVX", "_ZGVcN4v_" #fn, 4, Isa::Avx),                 \
+        mvec("libmvec SSE", "_ZGVbN2v_" #fn, 2, Isa::Base),                \
+        sleef("SLEEF u10 AVX", "Sleef_" #fn "d4_u10avx", 4, Isa::Avx),     \
+        sleef("SLEEF u10 SSE4", "Sleef_" #fn "d2_u10sse4", 2, Isa::Sse41), \
+        __VA_ARGS__};
+#define ZT_SLEEF_U35(fn) sleef("SLEEF u35 AVX", "Sleef_" #fn "d4_u35avx", 4, Isa::Avx)
 
-// A row of the hyperbolic functions and their inverses: name, export,
-// special points, regions, whether -p is swept as well, timing interval and
-// an argument of the vector path.
+ZT_HYP_PEERS(sinh, ZT_SLEEF_U35(sinh))
+ZT_HYP_PEERS(cosh, ZT_SLEEF_U35(cosh))
+
+// A row of the hyperbolic functions and their inverses, with no hard-case
+// files and no departures.
 #define ZT_HYP_ROW(fn, EXPORT, points, spread, odd, timing, ordinary) \
-    constexpr FunctionRow fn##_row = {                             \
-        .name = #fn,                                               \
-        .exported = #EXPORT,                                       \
-        .formula = #fn "(x)",                                      \
-        .shape = Shape::D1,                                        \
-        .ref1 = mpfr_##fn,                                         \
-        .regions = list(spread),                                   \
-        .special_a = list(points),                                 \
-        .mirror = odd,                                             \
-        .timing_a = timing,                                        \
-        .ordinary_a = ordinary,                                    \
-        .plot_linear = true,                                       \
-        .baseline = local("glibc " #fn, loop_##fn),                \
-        .peers = list(fn##_peers),                                 \
-    };
+    ZT_ROW1(fn, EXPORT, points, spread, odd, nullptr, timing, ordinary, nullptr)
 
 ZT_HYP_ROW(sinh, VDSINH, hyperbolic_special, hyperbolic_regions, true, lin(-10.0, 10.0), 0.75)
 ZT_HYP_ROW(cosh, VDCOSH, hyperbolic_special, hyperbolic_regions, true, lin(-10.0, 10.0), 0.75)
@@ -155,15 +145,8 @@ const Region tanh_regions[] = {
     {lg2(20.0, kMax), kNone, 0.25, "the constant row"},
 };
 
-const Peer tanh_peers[] = {
-    mvec("libmvec AVX2", "_ZGVdN4v_tanh", 4, Isa::Avx2),
-    mvec("libmvec AVX", "_ZGVcN4v_tanh", 4, Isa::Avx),
-    mvec("libmvec SSE", "_ZGVbN2v_tanh", 2, Isa::Base),
-    sleef("SLEEF u10 AVX", "Sleef_tanhd4_u10avx", 4, Isa::Avx),
-    sleef("SLEEF u35 AVX", "Sleef_tanhd4_u35avx", 4, Isa::Avx),
-    sleef("SLEEF u10 SSE4", "Sleef_tanhd2_u10sse4", 2, Isa::Sse41),
-};
 
+ZT_HYP_PEERS(tanh, ZT_SLEEF_U35(tanh))
 ZT_HYP_ROW(tanh, VDTANH, tanh_special, tanh_regions, true, lin(-5.0, 5.0), 0.75)
 
 // ---------------------------------------------------------------- Asinh, Acosh, Atanh
@@ -210,14 +193,6 @@ const Region atanh_regions[] = {
     {lg2(1.0, kMax), kNone, 0.1, "beyond +-1"},
 };
 
-#define ZT_HYP_PEERS(fn)                                                 \
-    const Peer fn##_peers[] = {                                          \
-        mvec("libmvec AVX2", "_ZGVdN4v_" #fn, 4, Isa::Avx2),             \
-        mvec("libmvec AVX", "_ZGVcN4v_" #fn, 4, Isa::Avx),               \
-        mvec("libmvec SSE", "_ZGVbN2v_" #fn, 2, Isa::Base),              \
-        sleef("SLEEF u10 AVX", "Sleef_" #fn "d4_u10avx", 4, Isa::Avx),   \
-        sleef("SLEEF u10 SSE4", "Sleef_" #fn "d2_u10sse4", 2, Isa::Sse41), \
-    };
 ZT_HYP_PEERS(asinh)
 ZT_HYP_PEERS(acosh)
 ZT_HYP_PEERS(atanh)

@@ -104,19 +104,20 @@ const Region hyperbolic_regions[] = {
 };
 
 // The peers of the hyperbolic functions and their inverses: libmvec's and
-// SLEEF's 1-ulp functions, and any more (SLEEF's 3.5-ulp ones) after them.
-#define ZT_HYP_PEERS(fn, ...)                                              \
-    const Peer fn##_peers[] = {                                            \
-        mvec("libmvec AVX2", "_ZGVdN4v_" #fn, 4, Isa::Avx2),               \
-        mvec("libmvec AVX", "_ZGVcN4v_" #fn, 4, Isa::Avx),                 \
-        mvec("libmvec SSE", "_ZGVbN2v_" #fn, 2, Isa::Base),                \
-        sleef("SLEEF u10 AVX", "Sleef_" #fn "d4_u10avx", 4, Isa::Avx),     \
-        sleef("SLEEF u10 SSE4", "Sleef_" #fn "d2_u10sse4", 2, Isa::Sse41), \
+// SLEEF's 1-ulp functions (SLEEF's on |a| up to `sleef_to`, 0 for all), and
+// any more (SLEEF's 3.5-ulp ones) after them.
+#define ZT_HYP_PEERS(fn, sleef_to, ...)                                               \
+    const Peer fn##_peers[] = {                                                       \
+        mvec("libmvec AVX2", "_ZGVdN4v_" #fn, 4, Isa::Avx2),                          \
+        mvec("libmvec AVX", "_ZGVcN4v_" #fn, 4, Isa::Avx),                            \
+        mvec("libmvec SSE", "_ZGVbN2v_" #fn, 2, Isa::Base),                           \
+        sleef("SLEEF u10 AVX", "Sleef_" #fn "d4_u10avx", 4, Isa::Avx, sleef_to),      \
+        sleef("SLEEF u10 SSE4", "Sleef_" #fn "d2_u10sse4", 2, Isa::Sse41, sleef_to),  \
         __VA_ARGS__};
 #define ZT_SLEEF_U35(fn) sleef("SLEEF u35 AVX", "Sleef_" #fn "d4_u35avx", 4, Isa::Avx)
 
-ZT_HYP_PEERS(sinh, ZT_SLEEF_U35(sinh))
-ZT_HYP_PEERS(cosh, ZT_SLEEF_U35(cosh))
+ZT_HYP_PEERS(sinh, 0, ZT_SLEEF_U35(sinh))
+ZT_HYP_PEERS(cosh, 0, ZT_SLEEF_U35(cosh))
 
 // A row of the hyperbolic functions and their inverses, with no hard-case
 // files and no departures.
@@ -146,7 +147,7 @@ const Region tanh_regions[] = {
 };
 
 
-ZT_HYP_PEERS(tanh, ZT_SLEEF_U35(tanh))
+ZT_HYP_PEERS(tanh, 0, ZT_SLEEF_U35(tanh))
 ZT_HYP_ROW(tanh, VDTANH, tanh_special, tanh_regions, true, lin(-5.0, 5.0), 0.75)
 
 // ---------------------------------------------------------------- Asinh, Acosh, Atanh
@@ -193,9 +194,10 @@ const Region atanh_regions[] = {
     {lg2(1.0, kMax), kNone, 0.1, "beyond +-1"},
 };
 
-ZT_HYP_PEERS(asinh)
-ZT_HYP_PEERS(acosh)
-ZT_HYP_PEERS(atanh)
+// SLEEF's asinh and acosh overflow from 1.34e154 on, beyond their domain.
+ZT_HYP_PEERS(asinh, 1.34e154)
+ZT_HYP_PEERS(acosh, 1.34e154)
+ZT_HYP_PEERS(atanh, 0)
 
 ZT_HYP_ROW(asinh, VDASINH, asinh_special, asinh_regions, true, lin(-10.0, 10.0), 0.75)
 ZT_HYP_ROW(acosh, VDACOSH, acosh_special, acosh_regions, false, lin(1.0, 10.0), 2.0)

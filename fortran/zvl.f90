@@ -378,6 +378,91 @@ module zvl
       real(c_double), intent(inout) :: r(*)
       integer(c_int), value :: ir
     end subroutine VDERFINV_Idx
+    ! Hyperbolic
+    subroutine VDSINH(n, a, r) bind(C, name="VDSINH")
+      import :: c_int, c_double
+      integer(c_int), intent(in) :: n
+      real(c_double), intent(in) :: a(*)
+      real(c_double), intent(inout) :: r(*)
+    end subroutine VDSINH
+    subroutine VDSINH_Idx(n, a, ia, r, ir) bind(C, name="VDSINH_Idx")
+      import :: c_int, c_double
+      integer(c_int), intent(in) :: n
+      real(c_double), intent(in) :: a(*)
+      integer(c_int), value :: ia
+      real(c_double), intent(inout) :: r(*)
+      integer(c_int), value :: ir
+    end subroutine VDSINH_Idx
+    subroutine VDCOSH(n, a, r) bind(C, name="VDCOSH")
+      import :: c_int, c_double
+      integer(c_int), intent(in) :: n
+      real(c_double), intent(in) :: a(*)
+      real(c_double), intent(inout) :: r(*)
+    end subroutine VDCOSH
+    subroutine VDCOSH_Idx(n, a, ia, r, ir) bind(C, name="VDCOSH_Idx")
+      import :: c_int, c_double
+      integer(c_int), intent(in) :: n
+      real(c_double), intent(in) :: a(*)
+      integer(c_int), value :: ia
+      real(c_double), intent(inout) :: r(*)
+      integer(c_int), value :: ir
+    end subroutine VDCOSH_Idx
+    subroutine VDTANH(n, a, r) bind(C, name="VDTANH")
+      import :: c_int, c_double
+      integer(c_int), intent(in) :: n
+      real(c_double), intent(in) :: a(*)
+      real(c_double), intent(inout) :: r(*)
+    end subroutine VDTANH
+    subroutine VDTANH_Idx(n, a, ia, r, ir) bind(C, name="VDTANH_Idx")
+      import :: c_int, c_double
+      integer(c_int), intent(in) :: n
+      real(c_double), intent(in) :: a(*)
+      integer(c_int), value :: ia
+      real(c_double), intent(inout) :: r(*)
+      integer(c_int), value :: ir
+    end subroutine VDTANH_Idx
+    subroutine VDACOSH(n, a, r) bind(C, name="VDACOSH")
+      import :: c_int, c_double
+      integer(c_int), intent(in) :: n
+      real(c_double), intent(in) :: a(*)
+      real(c_double), intent(inout) :: r(*)
+    end subroutine VDACOSH
+    subroutine VDACOSH_Idx(n, a, ia, r, ir) bind(C, name="VDACOSH_Idx")
+      import :: c_int, c_double
+      integer(c_int), intent(in) :: n
+      real(c_double), intent(in) :: a(*)
+      integer(c_int), value :: ia
+      real(c_double), intent(inout) :: r(*)
+      integer(c_int), value :: ir
+    end subroutine VDACOSH_Idx
+    subroutine VDASINH(n, a, r) bind(C, name="VDASINH")
+      import :: c_int, c_double
+      integer(c_int), intent(in) :: n
+      real(c_double), intent(in) :: a(*)
+      real(c_double), intent(inout) :: r(*)
+    end subroutine VDASINH
+    subroutine VDASINH_Idx(n, a, ia, r, ir) bind(C, name="VDASINH_Idx")
+      import :: c_int, c_double
+      integer(c_int), intent(in) :: n
+      real(c_double), intent(in) :: a(*)
+      integer(c_int), value :: ia
+      real(c_double), intent(inout) :: r(*)
+      integer(c_int), value :: ir
+    end subroutine VDASINH_Idx
+    subroutine VDATANH(n, a, r) bind(C, name="VDATANH")
+      import :: c_int, c_double
+      integer(c_int), intent(in) :: n
+      real(c_double), intent(in) :: a(*)
+      real(c_double), intent(inout) :: r(*)
+    end subroutine VDATANH
+    subroutine VDATANH_Idx(n, a, ia, r, ir) bind(C, name="VDATANH_Idx")
+      import :: c_int, c_double
+      integer(c_int), intent(in) :: n
+      real(c_double), intent(in) :: a(*)
+      integer(c_int), value :: ia
+      real(c_double), intent(inout) :: r(*)
+      integer(c_int), value :: ir
+    end subroutine VDATANH_Idx
     ! Rounding to integers
     subroutine VDCEIL(n, a, r) bind(C, name="VDCEIL")
       import :: c_int, c_double

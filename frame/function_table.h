@@ -37,6 +37,12 @@
     D1(VDASIN, vdAsin, 288, Asin)                           \
     D1(VDATAN, vdAtan, 306, Atan)                           \
     D2(VDATAN2, vdAtan2, 324, Atan2)                        \
+    D1(VDCOSH, vdCosh, 342, Cosh)                           \
+    D1(VDSINH, vdSinh, 360, Sinh)                           \
+    D1(VDTANH, vdTanh, 378, Tanh)                           \
+    D1(VDACOSH, vdAcosh, 396, Acosh)                        \
+    D1(VDASINH, vdAsinh, 414, Asinh)                        \
+    D1(VDATANH, vdAtanh, 432, Atanh)                        \
     D1(VDERF, vdErf, 450, Erf)                              \
     D1(VDERFC, vdErfc, 468, Erfc)                           \
     D1(VDERFINV, vdErfInv, 486, ErfInv)                     \

@@ -152,6 +152,18 @@ ZVL_API void ZEL_Set_Dynamic(int flag);
  *   VDASIN     asin(a), keeping the sign of a zero; as VDACOS
  *   VDATAN     atan(a), keeping the sign of a zero; +-pi/2 at +-inf; never
  *              reports
+ *   VDCOSH     cosh(a), +inf at +-inf; ZVL_STATUS_OVERFLOW for finite |a| above
+ *              710.47586007394386 (result +inf)
+ *   VDSINH     sinh(a), keeping the sign of a zero; as VDCOSH, with -inf
+ *              below -710.47586007394386
+ *   VDTANH     tanh(a), keeping the sign of a zero; exactly +-1 from |a| = 20
+ *              on and at +-inf; never reports
+ *   VDACOSH    acosh(a), +0 at 1, +inf at +inf; ZVL_STATUS_ERRDOM below 1
+ *              and at -inf (NaN)
+ *   VDASINH    asinh(a), keeping the sign of a zero; +-inf at +-inf; never
+ *              reports
+ *   VDATANH    atanh(a), keeping the sign of a zero; ZVL_STATUS_SING at +-1
+ *              (+-inf), ZVL_STATUS_ERRDOM beyond them (NaN)
  *   VDERF      erf(a); never reports
  *   VDERFC     erfc(a), relative accuracy down to its subnormal tail;
  *              ZVL_STATUS_UNDERFLOW for finite a above 27.226017111108362
@@ -184,6 +196,18 @@ ZVL_API void VDASIN(const int *n, const double *a, double *r);
 ZVL_API void VDASIN_Idx(const int *n, const double *a, int ia, double *r, int ir);
 ZVL_API void VDATAN(const int *n, const double *a, double *r);
 ZVL_API void VDATAN_Idx(const int *n, const double *a, int ia, double *r, int ir);
+ZVL_API void VDCOSH(const int *n, const double *a, double *r);
+ZVL_API void VDCOSH_Idx(const int *n, const double *a, int ia, double *r, int ir);
+ZVL_API void VDSINH(const int *n, const double *a, double *r);
+ZVL_API void VDSINH_Idx(const int *n, const double *a, int ia, double *r, int ir);
+ZVL_API void VDTANH(const int *n, const double *a, double *r);
+ZVL_API void VDTANH_Idx(const int *n, const double *a, int ia, double *r, int ir);
+ZVL_API void VDACOSH(const int *n, const double *a, double *r);
+ZVL_API void VDACOSH_Idx(const int *n, const double *a, int ia, double *r, int ir);
+ZVL_API void VDASINH(const int *n, const double *a, double *r);
+ZVL_API void VDASINH_Idx(const int *n, const double *a, int ia, double *r, int ir);
+ZVL_API void VDATANH(const int *n, const double *a, double *r);
+ZVL_API void VDATANH_Idx(const int *n, const double *a, int ia, double *r, int ir);
 ZVL_API void VDERF(const int *n, const double *a, double *r);
 ZVL_API void VDERF_Idx(const int *n, const double *a, int ia, double *r, int ir);
 ZVL_API void VDERFC(const int *n, const double *a, double *r);

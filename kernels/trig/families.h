@@ -8,3 +8,5 @@
 #include ZVL_FAMILY(sincos)
 #include ZVL_FAMILY(atan)
 #include ZVL_FAMILY(asin_acos)
+#include ZVL_FAMILY(hyperbolic)
+#include ZVL_FAMILY(inverse_hyperbolic)

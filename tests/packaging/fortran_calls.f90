@@ -200,6 +200,60 @@ program fortran_calls
   call expect('VDERFINV', y(1), 0.4769362762044699d0)
   call same('VDERFINV_Idx', y, yi(4:6))
 
+  ! VDSINH: sinh(a[i])
+  a = 0.5d0
+  ai = 0
+  ai(3:) = 0.5d0
+  call VDSINH(n, a, y)
+  call VDSINH_Idx(n, ai, 2, yi, 3)
+  call expect('VDSINH', y(1), 0.5210953054937474d0)
+  call same('VDSINH_Idx', y, yi(4:6))
+
+  ! VDCOSH: cosh(a[i])
+  a = 0.5d0
+  ai = 0
+  ai(3:) = 0.5d0
+  call VDCOSH(n, a, y)
+  call VDCOSH_Idx(n, ai, 2, yi, 3)
+  call expect('VDCOSH', y(1), 1.1276259652063807d0)
+  call same('VDCOSH_Idx', y, yi(4:6))
+
+  ! VDTANH: tanh(a[i])
+  a = 0.5d0
+  ai = 0
+  ai(3:) = 0.5d0
+  call VDTANH(n, a, y)
+  call VDTANH_Idx(n, ai, 2, yi, 3)
+  call expect('VDTANH', y(1), 0.46211715726000974d0)
+  call same('VDTANH_Idx', y, yi(4:6))
+
+  ! VDACOSH: acosh(a[i])
+  a = 2.0d0
+  ai = 0
+  ai(3:) = 2.0d0
+  call VDACOSH(n, a, y)
+  call VDACOSH_Idx(n, ai, 2, yi, 3)
+  call expect('VDACOSH', y(1), 1.3169578969248166d0)
+  call same('VDACOSH_Idx', y, yi(4:6))
+
+  ! VDASINH: asinh(a[i])
+  a = 0.5d0
+  ai = 0
+  ai(3:) = 0.5d0
+  call VDASINH(n, a, y)
+  call VDASINH_Idx(n, ai, 2, yi, 3)
+  call expect('VDASINH', y(1), 0.48121182505960347d0)
+  call same('VDASINH_Idx', y, yi(4:6))
+
+  ! VDATANH: atanh(a[i])
+  a = 0.5d0
+  ai = 0
+  ai(3:) = 0.5d0
+  call VDATANH(n, a, y)
+  call VDATANH_Idx(n, ai, 2, yi, 3)
+  call expect('VDATANH', y(1), 0.5493061443340549d0)
+  call same('VDATANH_Idx', y, yi(4:6))
+
   ! VDCEIL: a[i] rounded towards +inf
   a = -2.5d0
   ai = 0

@@ -116,6 +116,7 @@ struct Peer {
     int width;
     Isa isa;
     LoopFn loop;
+    double up_to = 0;  // the peer's own domain, |a| at most this (0: every double)
 };
 
 // Which argument the error plots run along.

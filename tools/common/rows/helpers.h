@@ -45,8 +45,9 @@ constexpr Peer local(const char* label, LoopFn loop, Isa isa = Isa::Base) {
 constexpr Peer mvec(const char* label, const char* symbol, int width, Isa isa) {
     return {label, PeerLib::Mvec, symbol, width, isa, nullptr};
 }
-constexpr Peer sleef(const char* label, const char* symbol, int width, Isa isa) {
-    return {label, PeerLib::Sleef, symbol, width, isa, nullptr};
+// up_to: SLEEF's documented domain where it is narrower than the doubles.
+constexpr Peer sleef(const char* label, const char* symbol, int width, Isa isa, double up_to = 0) {
+    return {label, PeerLib::Sleef, symbol, width, isa, nullptr, up_to};
 }
 
 }  // namespace

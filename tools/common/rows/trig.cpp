@@ -53,31 +53,34 @@ bool short_form_departs(int cpu, int mode, double a) {
     return cpu == 1 && mode == 2 && !(std::fabs(a) <= 0x1p18);
 }
 
-// A row of a one-argument function fn whose sampling is group's: its
-// regions, special points and timing interval.
-#define ZT_TRIG_ROW(fn, EXPORT, group, hard, departs_fn) \
-    constexpr FunctionRow fn##_row = {                   \
-        .name = #fn,                                     \
-        .exported = #EXPORT,                             \
-        .formula = #fn "(x)",                            \
-        .shape = Shape::D1,                              \
-        .ref1 = mpfr_##fn,                               \
-        .regions = list(group##_regions),                \
-        .special_a = list(group##_special),              \
-        .mirror = true,                                  \
-        .hardcases = hard,                               \
-        .timing_a = group##_timing,                      \
-        .ordinary_a = 0.75,                              \
-        .plot_linear = true,                             \
-        .baseline = local("glibc " #fn, loop_##fn),      \
-        .peers = list(fn##_peers),                       \
-        .departs = departs_fn,                           \
+// A one-argument row: name, export, special points, regions, whether -p is
+// swept as well, hard-case files (or nullptr), timing interval, an argument
+// of the vector path, and the departures (or nullptr).
+#define ZT_ROW1(fn, EXPORT, points, spread, odd, cases, timing, ordinary, departures) \
+    constexpr FunctionRow fn##_row = {                                               \
+        .name = #fn,                                                                 \
+        .exported = #EXPORT,                                                         \
+        .formula = #fn "(x)",                                                        \
+        .shape = Shape::D1,                                                          \
+        .ref1 = mpfr_##fn,                                                           \
+        .regions = list(spread),                                                     \
+        .special_a = list(points),                                                   \
+        .mirror = odd,                                                               \
+        .hardcases = cases,                                                          \
+        .timing_a = timing,                                                          \
+        .ordinary_a = ordinary,                                                      \
+        .plot_linear = true,                                                         \
+        .baseline = local("glibc " #fn, loop_##fn),                                  \
+        .peers = list(fn##_peers),                                                   \
+        .departs = departures,                                                       \
     };
 
-constexpr Interval trig_timing = lin(-10.0, 10.0);
+#define ZT_TRIG_ROW(fn, EXPORT)                                                 \
+    ZT_ROW1(fn, EXPORT, trig_special, trig_regions, true, #fn ",near_pi2", \
+            lin(-10.0, 10.0), 0.75, short_form_departs)
 
-ZT_TRIG_ROW(sin, VDSIN, trig, "sin,near_pi2", short_form_departs)
-ZT_TRIG_ROW(cos, VDCOS, trig, "cos,near_pi2", short_form_departs)
+ZT_TRIG_ROW(sin, VDSIN)
+ZT_TRIG_ROW(cos, VDCOS)
 
 // ---------------------------------------------------------------- Atan
 
@@ -192,10 +195,132 @@ const Peer acos_peers[] = ZT_TRIG_PEERS(acos, "v");
 
 constexpr Interval asin_timing = lin(-1.0, 1.0);
 
-ZT_TRIG_ROW(asin, VDASIN, asin, nullptr, nullptr)
-ZT_TRIG_ROW(acos, VDACOS, asin, nullptr, nullptr)
+ZT_ROW1(asin, VDASIN, asin_special, asin_regions, true, nullptr, asin_timing, 0.75, nullptr)
+ZT_ROW1(acos, VDACOS, asin_special, asin_regions, true, nullptr, asin_timing, 0.75, nullptr)
 
-constexpr FunctionRow trig_rows[] = {cos_row, sin_row, acos_row, asin_row, atan_row, atan2_row};
+// ---------------------------------------------------------------- Sinh, Cosh
+
+ZT_LOOP1(loop_sinh, std::sinh(x))
+ZT_LOOP1(loop_cosh, std::cosh(x))
+
+// 1/8, where Sinh's vector range starts (below it the callout's polynomial);
+// 40, from which e^-|x| is dropped; 708.39892578125, where the vector range
+// ends; 710.47586007394386, the last finite result.
+const double hyperbolic_special[] = {
+    0.0, kTiny, kMin, 0x1p-26, 0.125, 1.0, 40.0, 708.39892578125, 0x1.633ce8fb9f87dp+9,
+    1000.0, kMax, kInf, kNaN,
+};
+
+const Region hyperbolic_regions[] = {
+    {lin(-10.0, 10.0), kNone, 3, "where both exponentials count"},
+    {lg2(0x1p-30, 710.5), kNone, 3, "every binade up to overflow"},
+    {lg2(kTiny, 0x1p-30), kNone, 0.5, "tiny arguments"},
+    {lg2(710.5, kMax), kNone, 0.25, "overflow"},
+};
+
+// The peers of the hyperbolic functions and their inverses: libmvec's and
+// SLEEF's 1-ulp functions (SLEEF's on |a| up to `sleef_to`, 0 for all), and
+// any more (SLEEF's 3.5-ulp ones) after them.
+#define ZT_HYP_PEERS(fn, sleef_to, ...)                                               \
+    const Peer fn##_peers[] = {                                                       \
+        mvec("libmvec AVX2", "_ZGVdN4v_" #fn, 4, Isa::Avx2),                          \
+        mvec("libmvec AVX", "_ZGVcN4v_" #fn, 4, Isa::Avx),                            \
+        mvec("libmvec SSE", "_ZGVbN2v_" #fn, 2, Isa::Base),                           \
+        sleef("SLEEF u10 AVX", "Sleef_" #fn "d4_u10avx", 4, Isa::Avx, sleef_to),      \
+        sleef("SLEEF u10 SSE4", "Sleef_" #fn "d2_u10sse4", 2, Isa::Sse41, sleef_to),  \
+        __VA_ARGS__};
+#define ZT_SLEEF_U35(fn) sleef("SLEEF u35 AVX", "Sleef_" #fn "d4_u35avx", 4, Isa::Avx)
+
+ZT_HYP_PEERS(sinh, 0, ZT_SLEEF_U35(sinh))
+ZT_HYP_PEERS(cosh, 0, ZT_SLEEF_U35(cosh))
+
+// A row of the hyperbolic functions and their inverses, with no hard-case
+// files and no departures.
+#define ZT_HYP_ROW(fn, EXPORT, points, spread, odd, timing, ordinary) \
+    ZT_ROW1(fn, EXPORT, points, spread, odd, nullptr, timing, ordinary, nullptr)
+
+ZT_HYP_ROW(sinh, VDSINH, hyperbolic_special, hyperbolic_regions, true, lin(-10.0, 10.0), 0.75)
+ZT_HYP_ROW(cosh, VDCOSH, hyperbolic_special, hyperbolic_regions, true, lin(-10.0, 10.0), 0.75)
+
+// ---------------------------------------------------------------- Tanh
+
+ZT_LOOP1(loop_tanh, std::tanh(x))
+
+// 1/8, 0.140625 and 0.171875: the end of row 0 and the centres of rows 1
+// and 2; 2^-8 inside row 0; 18, the centre of row 29; 20, from which row
+// 30 gives exactly 1.
+const double tanh_special[] = {
+    0.0, kTiny, kMin, 0x1p-26, 0x1p-8, 0.125, 0.140625, 0.171875, 0.25, 1.0, 18.0, 20.0,
+    22.0, kMax, kInf, kNaN,
+};
+
+const Region tanh_regions[] = {
+    {lin(-5.0, 5.0), kNone, 3, "where tanh is not yet 1"},
+    {lg2(0x1p-30, 20.0), kNone, 3, "every row of the table"},
+    {lg2(kTiny, 0x1p-30), kNone, 0.5, "tiny arguments"},
+    {lg2(20.0, kMax), kNone, 0.25, "the constant row"},
+};
+
+
+ZT_HYP_PEERS(tanh, 0, ZT_SLEEF_U35(tanh))
+ZT_HYP_ROW(tanh, VDTANH, tanh_special, tanh_regions, true, lin(-5.0, 5.0), 0.75)
+
+// ---------------------------------------------------------------- Asinh, Acosh, Atanh
+
+ZT_LOOP1(loop_asinh, std::asinh(x))
+ZT_LOOP1(loop_acosh, std::acosh(x))
+ZT_LOOP1(loop_atanh, std::atanh(x))
+
+// 1/8, below which HA takes its series; 0.5625, where LA's and EP's vector
+// range starts; 2^28, from which HA takes 2|x|; 1e154, from which LA and EP
+// take |x| and add ln 2.
+const double asinh_special[] = {
+    0.0, kTiny, kMin, 0x1p-26, 0.125, 0.5625, 1.0, 0x1p28, 1e154, kMax, kInf, kNaN,
+};
+const Region asinh_regions[] = {
+    {lin(-10.0, 10.0), kNone, 3, "around the switches"},
+    {lg2(0x1p-30, kMax), kNone, 3, "every binade"},
+    {lg2(kTiny, 0x1p-30), kNone, 0.5, "tiny arguments"},
+};
+
+// 1.0625 and 1.13001, HA's and LA's switches to the expansion about 1;
+// 2^28 and 1e154, as Asinh's; below 1 the domain error.
+const double acosh_special[] = {
+    1.0, 0x1.0000000000001p0, 1.0625, 1.13001, 2.0, 0x1p28, 1e154, kMax, kInf, kNaN,
+    0x1.fffffffffffffp-1, 0.5, 0.0, -0.0, -1.0, -kInf,
+};
+const Region acosh_regions[] = {
+    {lin(1.0, 1.2), kNone, 3, "around the switches near 1"},
+    {lin(1.0, 1.0 + 0x1p-20), kNone, 1, "next to 1, where the result is small"},
+    {lg(1.0, kMax), kNone, 3, "every binade"},
+    {lg2(kTiny, 1.0), kNone, 0.1, "below the domain"},
+};
+
+// 2^-8 and 1/4, HA's and LA's switches from the series; +-1, the poles.
+const double atanh_special[] = {
+    0.0, kTiny, kMin, 0x1p-26, 0x1p-8, 0.25, 0.5, 0x1.fffffffffffffp-1, 1.0,
+    0x1.0000000000001p0, 2.0, kInf, kNaN,
+};
+const Region atanh_regions[] = {
+    {lin(-1.0, 1.0), kNone, 4, "the open interval"},
+    {lg2(0x1p-30, 1.0), kNone, 2, "every binade"},
+    {lin(1.0 - 0x1p-20, 1.0), kNone, 1, "near the poles"},
+    {lg2(kTiny, 0x1p-30), kNone, 0.5, "tiny arguments"},
+    {lg2(1.0, kMax), kNone, 0.1, "beyond +-1"},
+};
+
+// SLEEF's asinh and acosh overflow from 1.34e154 on, beyond their domain.
+ZT_HYP_PEERS(asinh, 1.34e154)
+ZT_HYP_PEERS(acosh, 1.34e154)
+ZT_HYP_PEERS(atanh, 0)
+
+ZT_HYP_ROW(asinh, VDASINH, asinh_special, asinh_regions, true, lin(-10.0, 10.0), 0.75)
+ZT_HYP_ROW(acosh, VDACOSH, acosh_special, acosh_regions, false, lin(1.0, 10.0), 2.0)
+ZT_HYP_ROW(atanh, VDATANH, atanh_special, atanh_regions, true, lin(-0.99, 0.99), 0.5)
+
+constexpr FunctionRow trig_rows[] = {cos_row,   sin_row,  acos_row,  asin_row,
+                                     atan_row,  atan2_row, cosh_row, sinh_row,
+                                     tanh_row,  acosh_row, asinh_row, atanh_row};
 
 }  // namespace
 

@@ -319,6 +319,24 @@ module zvl
       real(c_double), intent(inout) :: r(*)
       integer(c_int), value :: ir
     end subroutine VDERFINV_Idx
+    ! Trigonometric
+    subroutine VDSINCOS(n, a, y, z) bind(C, name="VDSINCOS")
+      import :: c_int, c_double
+      integer(c_int), intent(in) :: n
+      real(c_double), intent(in) :: a(*)
+      real(c_double), intent(inout) :: y(*)
+      real(c_double), intent(inout) :: z(*)
+    end subroutine VDSINCOS
+    subroutine VDSINCOS_Idx(n, a, ia, y, iy, z, iz) bind(C, name="VDSINCOS_Idx")
+      import :: c_int, c_double
+      integer(c_int), intent(in) :: n
+      real(c_double), intent(in) :: a(*)
+      integer(c_int), value :: ia
+      real(c_double), intent(inout) :: y(*)
+      integer(c_int), value :: iy
+      real(c_double), intent(inout) :: z(*)
+      integer(c_int), value :: iz
+    end subroutine VDSINCOS_Idx
     ! Rounding to integers
     subroutine VDCEIL(n, a, r) bind(C, name="VDCEIL")
       import :: c_int, c_double

@@ -33,6 +33,7 @@
     D1(VDLOG10, vdLog10, 180, Log10)                        \
     D1(VDCOS, vdCos, 198, Cos)                              \
     D1(VDSIN, vdSin, 216, Sin)                              \
+    D12(VDSINCOS, vdSinCos, 234, SinCos)                    \
     D1(VDERF, vdErf, 450, Erf)                              \
     D1(VDERFC, vdErfc, 468, Erfc)                           \
     D1(VDERFINV, vdErfInv, 486, ErfInv)                     \

@@ -193,6 +193,17 @@ ZVL_API void VDPOW(const int *n, const double *a, const double *b, double *r);
 ZVL_API void VDPOW_Idx(const int *n, const double *a, int ia, const double *b, int ib,
                        double *r, int ir);
 
+/*
+ * Real functions, one input, two outputs: y[i] = f(a[i]), z[i] = g(a[i]).
+ *   VDSINCOS  y = sin(a), z = cos(a) from one reduction; as VDSIN and VDCOS,
+ *             ZVL_STATUS_ERRDOM for +-inf. In EP mode on SSE3-only
+ *             processors, |a| > 1e15, infinities and NaN give +0 in both
+ *             and no status
+ */
+ZVL_API void VDSINCOS(const int *n, const double *a, double *y, double *z);
+ZVL_API void VDSINCOS_Idx(const int *n, const double *a, int ia, double *y, int iy, double *z,
+                          int iz);
+
 /* Real array and real scalar: r[i] = f(a[i], *b).  *b is read once per call
  * and never tested for null; a null r is reported as parameter 3.
  *   VDPOWX  a^b as VDPOW; exponents 1, 2, 0.5, -1 give the correctly rounded

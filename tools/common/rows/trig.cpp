@@ -54,12 +54,15 @@ bool short_form_departs(int cpu, int mode, double a) {
     return cpu == 1 && mode == 2 && !(std::fabs(a) <= 0x1p18);
 }
 
-#define ZT_TRIG_ROW(fn, EXPORT)                          \
-    constexpr FunctionRow fn##_row = {                   \
-        .name = #fn,                                     \
+// The row of `name` for the sine or cosine `fn`, output `out` of EXPORT (0
+// for a function of one output).
+#define ZT_TRIG_ROW_OF(name_, fn, EXPORT, out, peers_)   \
+    constexpr FunctionRow name_##_row = {                \
+        .name = #name_,                                  \
         .exported = #EXPORT,                             \
         .formula = #fn "(x)",                            \
         .shape = Shape::D1,                              \
+        .output = out,                                   \
         .ref1 = mpfr_##fn,                               \
         .regions = list(trig_regions),                   \
         .special_a = list(trig_special),                 \
@@ -69,14 +72,18 @@ bool short_form_departs(int cpu, int mode, double a) {
         .ordinary_a = 0.75,                              \
         .plot_linear = true,                             \
         .baseline = local("glibc " #fn, loop_##fn),      \
-        .peers = list(fn##_peers),                       \
-        .departs = short_form_departs,                      \
+        .peers = peers_,                                 \
+        .departs = short_form_departs,                   \
     };
+#define ZT_TRIG_ROW(fn, EXPORT) ZT_TRIG_ROW_OF(fn, fn, EXPORT, 0, list(fn##_peers))
 
 ZT_TRIG_ROW(sin, VDSIN)
 ZT_TRIG_ROW(cos, VDCOS)
+// SinCos: one row per output, each against glibc's function of that output.
+ZT_TRIG_ROW_OF(sincos_sin, sin, VDSINCOS, 1, {})
+ZT_TRIG_ROW_OF(sincos_cos, cos, VDSINCOS, 2, {})
 
-constexpr FunctionRow trig_rows[] = {cos_row, sin_row};
+constexpr FunctionRow trig_rows[] = {cos_row, sin_row, sincos_sin_row, sincos_cos_row};
 
 }  // namespace
 

@@ -34,6 +34,7 @@
     D1(VDCOS, vdCos, 198, Cos)                              \
     D1(VDSIN, vdSin, 216, Sin)                              \
     D12(VDSINCOS, vdSinCos, 234, SinCos)                    \
+    D1(VDTAN, vdTan, 252, Tan)                              \
     D1(VDERF, vdErf, 450, Erf)                              \
     D1(VDERFC, vdErfc, 468, Erfc)                           \
     D1(VDERFINV, vdErfInv, 486, ErfInv)                     \

@@ -147,6 +147,8 @@ ZVL_API void ZEL_Set_Dynamic(int flag);
  *   VDSIN      sin(a), keeping the sign of a zero; as VDCOS. In EP mode on
  *              SSE3-only processors, |a| > 1e15, infinities and NaN give +0
  *              and no status
+ *   VDTAN      tan(a), keeping the sign of a zero; ZVL_STATUS_ERRDOM for
+ *              +-inf, NaN for NaN silently; no finite argument reports
  *   VDERF      erf(a); never reports
  *   VDERFC     erfc(a), relative accuracy down to its subnormal tail;
  *              ZVL_STATUS_UNDERFLOW for finite a above 27.226017111108362
@@ -173,6 +175,8 @@ ZVL_API void VDCOS(const int *n, const double *a, double *r);
 ZVL_API void VDCOS_Idx(const int *n, const double *a, int ia, double *r, int ir);
 ZVL_API void VDSIN(const int *n, const double *a, double *r);
 ZVL_API void VDSIN_Idx(const int *n, const double *a, int ia, double *r, int ir);
+ZVL_API void VDTAN(const int *n, const double *a, double *r);
+ZVL_API void VDTAN_Idx(const int *n, const double *a, int ia, double *r, int ir);
 ZVL_API void VDERF(const int *n, const double *a, double *r);
 ZVL_API void VDERF_Idx(const int *n, const double *a, int ia, double *r, int ir);
 ZVL_API void VDERFC(const int *n, const double *a, double *r);

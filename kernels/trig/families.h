@@ -6,3 +6,4 @@
 #undef ZVL_SUBSYSTEM
 #define ZVL_SUBSYSTEM trig
 #include ZVL_FAMILY(sincos)
+#include ZVL_FAMILY(tan)

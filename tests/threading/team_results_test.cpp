@@ -32,7 +32,7 @@ using zvl_test::Shape;
 // Kernels whose results depend on where a chunk starts inside a block: one
 // division (Inv) or one extended-precision product of the divisors (Div) is
 // shared among the block, and a block with a zero divisor is done element by
-// element instead. Column bits: 2 LA, 4 EP.
+// element instead. Column bits: 1 HA, 2 LA, 4 EP.
 struct SplitDependent {
     const char* exported;
     uint8_t columns;
@@ -43,7 +43,11 @@ constexpr SplitDependent kSplitDependent[] = {
     {"VDDIV", 0x6, 0x1e},
 };
 
+// Those, and the cells the row's traits name (Tan: HA shares one division
+// between two elements, LA and EP refuse an element's neighbour of the pair
+// with it).
 bool split_dependent(const Row& f, int cpu, int col) {
+    if (std::strchr(f.traits->chunk_variants, f.cell(cpu, col).variant)) return true;
     for (const SplitDependent& d : kSplitDependent)
         if (std::strcmp(d.exported, f.exported) == 0 && (d.columns >> col & 1) && (d.cpus >> cpu & 1))
             return true;

@@ -84,8 +84,10 @@ TEST_P(EveryFrontEnd, ParallelMatchesSerial) {
     std::vector<double> parallel2(x.a.size()), serial2(x.a.size()), direct2(x.a.size());
     const unsigned modes[3] = {ZVL_HA, ZVL_LA, ZVL_EP};
     const int whole_blocks = 16 * team_ * (200000 / (16 * team_));
+    // Tan HA shares one division between two elements
+    const bool ha_shares = std::strchr(f.traits->chunk_variants, f.cell(4, 0).variant) != nullptr;
     for (int run = 0; run < 4; ++run) {
-        const int col = run == 0 ? 0 : run - 1, n = run == 0 ? 200003 : whole_blocks;
+        const int col = run == 0 ? 0 : run - 1, n = run == 0 && !ha_shares ? 200003 : whole_blocks;
         zvl::set_mode(modes[col]);
         f.entry(&n, x.a.data(), x.bp(), parallel.data(), parallel2.data());
         team(false);

@@ -26,13 +26,13 @@ struct Bound {
 
 // One entry per function of the library's table that the tools can measure.
 #define ZT_BIND_D1(EXPORT, report, id, fam) \
-    {#EXPORT, Shape::D1, &zvl::kernels_##EXPORT, EXPORT, nullptr, &zvl::plans::fam},
+    {#EXPORT, Shape::D1, &zvl::kernels_##EXPORT, EXPORT, nullptr, &zvl::plans::fam, nullptr},
 #define ZT_BIND_D2(EXPORT, report, id, fam) \
-    {#EXPORT, Shape::D2, &zvl::kernels_##EXPORT, nullptr, EXPORT, &zvl::plans::fam},
+    {#EXPORT, Shape::D2, &zvl::kernels_##EXPORT, nullptr, EXPORT, &zvl::plans::fam, nullptr},
 #define ZT_BIND_DX(EXPORT, report, id, fam) \
-    {#EXPORT, Shape::DX, &zvl::kernels_##EXPORT, nullptr, EXPORT, &zvl::plans::fam},
+    {#EXPORT, Shape::DX, &zvl::kernels_##EXPORT, nullptr, EXPORT, &zvl::plans::fam, nullptr},
 #define ZT_BIND_R1(EXPORT, report, fam) \
-    {#EXPORT, Shape::R1, &zvl::kernels_##EXPORT, EXPORT, nullptr, &zvl::plans::fam},
+    {#EXPORT, Shape::R1, &zvl::kernels_##EXPORT, EXPORT, nullptr, &zvl::plans::fam, nullptr},
 #define ZT_BIND_D12(EXPORT, report, id, fam) \
     {#EXPORT, Shape::D1, &zvl::kernels_##EXPORT, nullptr, nullptr, &zvl::plans::fam, EXPORT},
 

@@ -160,6 +160,10 @@ struct FunctionRow {
     // (the silent zeros of the short form of Sin and Cos EP at cpu type 1):
     // not measured in that cell. mode is 0 HA, 1 LA, 2 EP.
     bool (*departs)(int cpu, int mode, double a) = nullptr;
+    // The plan variants that send an element's neighbour of the pair (2k,
+    // 2k + 1) to the callout with it (Tan LA and EP): next to a directed
+    // case that neighbour is not compared.
+    const char* pair_variants = "";
 };
 
 // A function of the library with its measuring row.

@@ -20,15 +20,6 @@ namespace {
 
 constexpr double kInf = HUGE_VAL;
 
-// The label a cell reports under: the step pi/32 cells, the older
-// callouts' own.
-std::string label_of(const Row& r, int cpu, int col) {
-    const std::string fn = r.exported;
-    if (fn == "VDSINCOS") return r.cell(cpu, col).variant == 'H' ? "dSinCos_LA" : "dSinCos_HA";
-    if (r.cell(cpu, col).variant == 'B') return fn == "VDSIN" ? "dSin_HA" : "dCos_HA";
-    return Slot{&r, cpu, col}.name();
-}
-
 TEST(SinCos, InfinityInsideABlock) {
     for (const char* name : {"VDSIN", "VDCOS", "VDSINCOS"}) {
         const Row& r = row(name);
@@ -65,7 +56,7 @@ TEST(SinCos, InfinityInsideABlock) {
                 ASSERT_EQ(log.list().size(), 1u) << where;
                 EXPECT_EQ(log.list()[0].status, ZVL_STATUS_ERRDOM) << where;
                 EXPECT_EQ(log.list()[0].index, 21) << where;
-                EXPECT_EQ(log.list()[0].name, label_of(r, cpu, col)) << where;
+                EXPECT_EQ(log.list()[0].name, (Slot{&r, cpu, col}.name())) << where;
             }
     }
 }

@@ -83,7 +83,57 @@ ZT_TRIG_ROW(cos, VDCOS)
 ZT_TRIG_ROW_OF(sincos_sin, sin, VDSINCOS, 1, {})
 ZT_TRIG_ROW_OF(sincos_cos, cos, VDSINCOS, 2, {})
 
-constexpr FunctionRow trig_rows[] = {cos_row, sin_row, sincos_sin_row, sincos_cos_row};
+// ---------------------------------------------------------------- Tan
+
+ZT_LOOP1(loop_tan, std::tan(x))
+
+// Where a path changes: 2^-252, below which the callout returns x; 12800,
+// from which the scalar tangent reduces with TrigReduce (and cpu type 0's HA
+// refuses); 128000, the bound of the other kernels; odd multiples of pi/2,
+// the poles, and of pi/4, where LA and EP exchange numerator and
+// denominator; the rows of the scalar tangent around the pole.
+const double tan_special[] = {
+    0.0, -0.0, kTiny, kMin, 0x1p-252, 0x1p-26, 1.0, 12800.0, 128000.0, 0x1p17, 0x1p1023, kMax, kInf,
+    -kInf, kNaN, 0x1.921fb54442d18p+0, 3 * 0x1.921fb54442d18p+0, 0x1.921fb54442d18p-1,
+    3 * 0x1.921fb54442d18p-1, 8.5 * 0x1.921fb54442d18p-4, 15.5 * 0x1.921fb54442d18p-4,
+};
+
+const Region tan_regions[] = {
+    {lin(-10.0, 10.0), kNone, 3, "a few periods"},
+    {lg2(0x1p-30, 12800.0), kNone, 2, "cpu type 0's vector path"},
+    {lg2(12800.0, 128000.0), kNone, 2, "the other vector paths, TrigReduce in the callout"},
+    {lg2(128000.0, kMax), kNone, 1, "huge arguments, the callout's reduction"},
+    {lg2(kTiny, 0x1p-30), kNone, 0.25, "tiny arguments"},
+};
+
+const Peer tan_peers[] = {
+    mvec("libmvec AVX2", "_ZGVdN4v_tan", 4, Isa::Avx2),
+    mvec("libmvec AVX", "_ZGVcN4v_tan", 4, Isa::Avx),
+    mvec("libmvec SSE", "_ZGVbN2v_tan", 2, Isa::Base),
+    sleef("SLEEF u10 AVX", "Sleef_tand4_u10avx", 4, Isa::Avx),
+    sleef("SLEEF u35 AVX", "Sleef_tand4_u35avx", 4, Isa::Avx),
+    sleef("SLEEF u10 SSE4", "Sleef_tand2_u10sse4", 2, Isa::Sse41),
+};
+
+constexpr FunctionRow tan_row = {
+    .name = "tan",
+    .exported = "VDTAN",
+    .formula = "tan(x)",
+    .shape = Shape::D1,
+    .ref1 = mpfr_tan,
+    .regions = list(tan_regions),
+    .special_a = list(tan_special),
+    .mirror = true,
+    .hardcases = "tan,near_pi2",
+    .timing_a = lin(-10.0, 10.0),
+    .ordinary_a = 0.75,
+    .plot_linear = true,
+    .baseline = local("glibc tan", loop_tan),
+    .peers = list(tan_peers),
+    .pair_variants = "LP",
+};
+
+constexpr FunctionRow trig_rows[] = {cos_row, sin_row, sincos_sin_row, sincos_cos_row, tan_row};
 
 }  // namespace
 

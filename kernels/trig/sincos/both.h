@@ -38,17 +38,25 @@ struct SinCosCallout {
     static int32_t callout(const double* x, double* s, double* c) { return sincos_callout(x, s, c); }
 };
 
+// The sine from row N and the cosine from row N + a quarter turn of a table
+// of `rows` rows, each by row(j) from the one remainder m.
+template <class V, class Row>
+inline void sincos_rows(typename V::vd x, const TrigRemainder<V>& m, uint32_t rows, Row row,
+                        typename V::vd* s, typename V::vd* c) {
+    uint32_t j[V::lanes];
+    trig_turned_rows<V>(m, 0, rows, j);
+    *s = keep_zero_sign<V>(x, row(j));
+    trig_turned_rows<V>(m, rows / 4, rows, j);
+    *c = row(j);
+}
+
 // --- A: HA, step pi/256 ------------------------------------------------------
 
 struct SinCosA : PerVectorPair<SinCosA>, SinCosCallout {
     template <class V>
     static void eval2(typename V::vd x, typename V::vd* s, typename V::vd* c) {
         const TrigRemainder<V> m = trig_remainder<V, TrigStep256>(x);
-        uint32_t j[V::lanes];
-        trig_turned_rows<V>(m, 0, 512, j);
-        *s = keep_zero_sign<V>(x, trig_a_row<V, SinRows512>(m, j));
-        trig_turned_rows<V>(m, 128, 512, j);
-        *c = trig_a_row<V, SinRows512>(m, j);
+        sincos_rows<V>(x, m, 512, [&](const uint32_t* j) { return trig_a_row<V, SinRows512>(m, j); }, s, c);
     }
     template <class V>
     static typename V::vd special(typename V::vd x) {
@@ -75,11 +83,8 @@ struct SinCosF : PerVectorPair<SinCosF>, SinCosCallout {
     template <class V>
     static void eval2(typename V::vd x, typename V::vd* s, typename V::vd* c) {
         const TrigRemainder<V> m = trig_remainder<V, TrigStep64>(x);
-        uint32_t j[V::lanes];
-        trig_turned_rows<V>(m, 0, 128, j);
-        *s = keep_zero_sign<V>(x, trig_b_row<V>(zvl::SinCosTable128, m, j));
-        trig_turned_rows<V>(m, 32, 128, j);
-        *c = trig_b_row<V>(zvl::SinCosTable128, m, j);
+        sincos_rows<V>(x, m, 128, [&](const uint32_t* j) { return trig_b_row<V>(zvl::SinCosTable128, m, j); },
+                       s, c);
     }
     template <class V>
     static typename V::vd special(typename V::vd x) {

@@ -144,10 +144,12 @@ __attribute__((always_inline)) inline void scratch_loop(const F& f, int32_t n, c
     for (int32_t base = 0; base < m; base += W)
         scratch_block<Cpu, V, NV, F, S>(f, base, a, b, r, r2, name, xs, zs, ys, us);
     if constexpr (PairTail<F>::value && W > 2) {
-        static_assert(V::lanes <= 2, "the pair is one or two vectors of the block's wrapper");
-        check_scratch_form<F, V, 2 / V::lanes, S>();
+        // the pair is one or two vectors of the block's wrapper, or two
+        // single lanes where its vectors are wider
+        using P = std::conditional_t<(V::lanes <= 2), V, Scalar>;
+        check_scratch_form<F, P, 2 / P::lanes, S>();
         for (; n - m >= 2; m += 2)
-            scratch_block<Cpu, V, 2 / V::lanes, F, S>(f, m, a, b, r, r2, name, xs, zs, ys, us);
+            scratch_block<Cpu, P, 2 / P::lanes, F, S>(f, m, a, b, r, r2, name, xs, zs, ys, us);
     }
     for (int32_t i = m; i < n; ++i) {
         double x1[1] = {a[i]}, z1[1] = {0.0}, y1[1], u1[1];

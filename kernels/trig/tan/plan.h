@@ -10,8 +10,9 @@
 //      the callout
 //   L  LA, the rational form of degree 7 over 6 after a reduction by pi/2 in
 //      four parts, one division an element; P  EP, degree 5 over 4 and three
-//      parts. Two elements a round: when the high word of either's |x| is
-//      above that of 128000 both go to the callout
+//      parts. Elements go in pairs (blocks of 8, 16 at cpu type 5, then
+//      pairs): when the high word of either's |x| is above that of 128000
+//      both go to the callout
 //
 // Callouts report as "dTan_HA" (HA) and "dTan_LA" (LA and EP).
 #pragma once
@@ -24,16 +25,18 @@ namespace {
 
 constexpr Cell kTanH = own('H', 64, Guard::x87_64_short, Loop::batch);
 constexpr Cell kTanZ = own('Z', 4, Guard::mxcsr, Loop::scratch);
-constexpr Cell kTanL = own('L', 8, Guard::mxcsr, Loop::scratch, Wrap::v128);
-constexpr Cell kTanP = own('P', 8, Guard::mxcsr, Loop::scratch, Wrap::v128);
+constexpr Cell kTanL8 = own('L', 8, Guard::mxcsr, Loop::scratch);
+constexpr Cell kTanP8 = own('P', 8, Guard::mxcsr, Loop::scratch);
+constexpr Cell kTanL16 = own('L', 16, Guard::mxcsr, Loop::scratch);
+constexpr Cell kTanP16 = own('P', 16, Guard::mxcsr, Loop::scratch);
 
 constexpr Plan Tan = plan(
     {kTanZ, kRunsHA, kRunsHA},
-    {kTanH, kTanL, kTanP},
-    {kTanH, kTanL, kTanP},
-    {kTanH, kTanL, kTanP},
-    {kTanH, kTanL, kTanP},
-    {kTanH, kTanL, kTanP});
+    {kTanH, kTanL8, kTanP8},
+    {kTanH, kTanL8, kTanP8},
+    {kTanH, kTanL8, kTanP8},
+    {kTanH, kTanL8, kTanP8},
+    {kTanH, kTanL16, kTanP16});
 
 static_assert(well_formed(Tan));
 

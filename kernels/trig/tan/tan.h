@@ -159,38 +159,44 @@ struct TanBatch {
         }
     }
 
+    // Numerator and denominator of element i in the 64-bit significand,
+    // exchanged for odd N.
+    static void terms(const double* t, int i, Ext* n, Ext* d) {
+        const Ext tt = ext(t[kBatch + i]) + ext(t[2 * kBatch + i]);
+        const Ext z = tt * tt;
+        const Ext num = tt * (1 + z * (ext(TanConst::P[2]) + ext(t[3 * kBatch + i])));
+        const Ext den = 1 + z * (ext(TanConst::Q[2]) + ext(t[4 * kBatch + i]));
+        const bool odd = (zvl::low_word(t[i]) & 1u) != 0;
+        *n = odd ? den : num;
+        *d = odd ? num : den;
+    }
+
     static uint64_t finish(const double* x, const double* t, double* y, int count) {
-        Ext n[kBatch], d[kBatch];
         uint64_t refused = 0;
-        for (int i = 0; i < count; ++i) {
-            if (!(__builtin_fabs(x[i]) < bound)) {
-                refused |= uint64_t{1} << i;
-                n[i] = 0;
-                d[i] = 1;
-                continue;
-            }
-            const Ext tt = ext(t[kBatch + i]) + ext(t[2 * kBatch + i]);
-            const Ext z = tt * tt;
-            const Ext num = tt * (1 + z * (ext(TanConst::P[2]) + ext(t[3 * kBatch + i])));
-            const Ext den = 1 + z * (ext(TanConst::Q[2]) + ext(t[4 * kBatch + i]));
-            const bool odd = (zvl::low_word(t[i]) & 1u) != 0;
-            n[i] = odd ? den : num;
-            d[i] = odd ? num : den;
-        }
+        for (int i = 0; i < count; ++i)
+            if (!(__builtin_fabs(x[i]) < bound)) refused |= uint64_t{1} << i;
         int i = 0;
         for (; i + 1 < count; i += 2) {
-            const Ext D = d[i] * d[i + 1];
-            // a refused element leaves its partner as it would be alone
+            Ext n0, d0, n1, d1;
+            terms(t, i, &n0, &d0);
+            terms(t, i + 1, &n1, &d1);
+            const Ext D = d0 * d1;
+            // a refused element (its terms are whatever its input gave)
+            // leaves its partner divided alone, as a lone element is
             if ((refused >> i & 3u) == 0 && single_image_finite_nonzero(D)) {
                 const Ext R = reciprocal(D);
-                y[i] = to_double(n[i] * d[i + 1] * R);
-                y[i + 1] = to_double(n[i + 1] * d[i] * R);
+                y[i] = to_double(n0 * d1 * R);
+                y[i + 1] = to_double(n1 * d0 * R);
             } else {
-                y[i] = to_double(n[i] / d[i]);
-                y[i + 1] = to_double(n[i + 1] / d[i + 1]);
+                y[i] = to_double(n0 / d0);
+                y[i + 1] = to_double(n1 / d1);
             }
         }
-        if (i < count) y[i] = to_double(n[i] / d[i]);
+        if (i < count) {
+            Ext n, d;
+            terms(t, i, &n, &d);
+            y[i] = to_double(n / d);
+        }
         return refused;
     }
     static int32_t callout(const double* x, double* y) { return tan_callout(x, y); }

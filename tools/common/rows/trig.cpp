@@ -9,6 +9,19 @@ namespace {
 
 ZT_LOOP1(loop_sin, std::sin(x))
 ZT_LOOP1(loop_cos, std::cos(x))
+// glibc's sincos, keeping one output (it computes both)
+double sincos_sin(double x) {
+    double s, c;
+    ::sincos(x, &s, &c);
+    return s;
+}
+double sincos_cos(double x) {
+    double s, c;
+    ::sincos(x, &s, &c);
+    return c;
+}
+ZT_LOOP1(loop_sincos_sin, sincos_sin(x))
+ZT_LOOP1(loop_sincos_cos, sincos_cos(x))
 
 // Where a path changes: 2^-252, below which the callout returns x or 1;
 // 2^17, from which it reduces with TrigReduce; the vector bounds 65568 (step
@@ -55,7 +68,7 @@ bool short_form_departs(int cpu, int mode, double a) {
 }
 
 // The row of `name` for the sine or cosine `fn`, output `out` of EXPORT (0
-// for a function of one output).
+// for a function of one output), timed beside glibc's loop of `name`.
 #define ZT_TRIG_ROW_OF(name_, fn, EXPORT, out, peers_)   \
     constexpr FunctionRow name_##_row = {                \
         .name = #name_,                                  \
@@ -71,7 +84,7 @@ bool short_form_departs(int cpu, int mode, double a) {
         .timing_a = lin(-10.0, 10.0),                    \
         .ordinary_a = 0.75,                              \
         .plot_linear = true,                             \
-        .baseline = local("glibc " #fn, loop_##fn),      \
+        .baseline = local("glibc " #name_, loop_##name_), \
         .peers = peers_,                                 \
         .departs = short_form_departs,                   \
     };
@@ -79,7 +92,8 @@ bool short_form_departs(int cpu, int mode, double a) {
 
 ZT_TRIG_ROW(sin, VDSIN)
 ZT_TRIG_ROW(cos, VDCOS)
-// SinCos: one row per output, each against glibc's function of that output.
+// SinCos: one row per output, each against MPFR's function of that output
+// and timed beside glibc's sincos.
 ZT_TRIG_ROW_OF(sincos_sin, sin, VDSINCOS, 1, {})
 ZT_TRIG_ROW_OF(sincos_cos, cos, VDSINCOS, 2, {})
 

@@ -86,10 +86,13 @@ inline typename V::vd tangent_core(typename V::vd x, typename V::vd low, uint32_
     const vd N = V::sub(s, V::splat(zvl::Fp64::shifter));
     const vd s16 = V::add(V::splat(K::shifter16), v);
     const vd M = V::sub(s16, V::splat(K::shifter16));
+    // the row's twenty words, two adjacent words a load
     uint32_t j[V::lanes];
     V::low_words(s, j);
-    for (int l = 0; l < V::lanes; ++l) j[l] = ((j[l] + q16) & 31u) * 20u;
-    const auto T = [&](int k) { return V::gather(zvl::TanTable32 + k, j); };
+    for (int l = 0; l < V::lanes; ++l) j[l] = ((j[l] + q16) & 31u) * 10u;
+    vd w[20];
+    for (int k = 0; k < 20; k += 2) V::gather_pairs(zvl::TanTable32 + k, j, w[k], w[k + 1]);
+    const auto T = [&](int k) { return w[k]; };
 
     // x = B + r + c
     const vd t = V::sub(x, V::mul(V::splat(K::C1), N));

@@ -378,6 +378,38 @@ module zvl
       real(c_double), intent(inout) :: r(*)
       integer(c_int), value :: ir
     end subroutine VDERFINV_Idx
+    ! Trigonometric
+    subroutine VDTAN(n, a, r) bind(C, name="VDTAN")
+      import :: c_int, c_double
+      integer(c_int), intent(in) :: n
+      real(c_double), intent(in) :: a(*)
+      real(c_double), intent(inout) :: r(*)
+    end subroutine VDTAN
+    subroutine VDTAN_Idx(n, a, ia, r, ir) bind(C, name="VDTAN_Idx")
+      import :: c_int, c_double
+      integer(c_int), intent(in) :: n
+      real(c_double), intent(in) :: a(*)
+      integer(c_int), value :: ia
+      real(c_double), intent(inout) :: r(*)
+      integer(c_int), value :: ir
+    end subroutine VDTAN_Idx
+    subroutine VDSINCOS(n, a, y, z) bind(C, name="VDSINCOS")
+      import :: c_int, c_double
+      integer(c_int), intent(in) :: n
+      real(c_double), intent(in) :: a(*)
+      real(c_double), intent(inout) :: y(*)
+      real(c_double), intent(inout) :: z(*)
+    end subroutine VDSINCOS
+    subroutine VDSINCOS_Idx(n, a, ia, y, iy, z, iz) bind(C, name="VDSINCOS_Idx")
+      import :: c_int, c_double
+      integer(c_int), intent(in) :: n
+      real(c_double), intent(in) :: a(*)
+      integer(c_int), value :: ia
+      real(c_double), intent(inout) :: y(*)
+      integer(c_int), value :: iy
+      real(c_double), intent(inout) :: z(*)
+      integer(c_int), value :: iz
+    end subroutine VDSINCOS_Idx
     ! Hyperbolic
     subroutine VDSINH(n, a, r) bind(C, name="VDSINH")
       import :: c_int, c_double

@@ -33,6 +33,8 @@
     D1(VDLOG10, vdLog10, 180, Log10)                        \
     D1(VDCOS, vdCos, 198, Cos)                              \
     D1(VDSIN, vdSin, 216, Sin)                              \
+    D12(VDSINCOS, vdSinCos, 234, SinCos)                    \
+    D1(VDTAN, vdTan, 252, Tan)                              \
     D1(VDACOS, vdAcos, 270, Acos)                           \
     D1(VDASIN, vdAsin, 288, Asin)                           \
     D1(VDATAN, vdAtan, 306, Atan)                           \

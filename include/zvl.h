@@ -147,6 +147,8 @@ ZVL_API void ZEL_Set_Dynamic(int flag);
  *   VDSIN      sin(a), keeping the sign of a zero; as VDCOS. In EP mode on
  *              SSE3-only processors, |a| > 1e15, infinities and NaN give +0
  *              and no status
+ *   VDTAN      tan(a), keeping the sign of a zero; ZVL_STATUS_ERRDOM for
+ *              +-inf, NaN for NaN silently; no finite argument reports
  *   VDACOS     acos(a) in [0, pi]; ZVL_STATUS_ERRDOM and NaN for |a| > 1 and
  *              +-inf, NaN for NaN silently
  *   VDASIN     asin(a), keeping the sign of a zero; as VDACOS
@@ -190,6 +192,8 @@ ZVL_API void VDCOS(const int *n, const double *a, double *r);
 ZVL_API void VDCOS_Idx(const int *n, const double *a, int ia, double *r, int ir);
 ZVL_API void VDSIN(const int *n, const double *a, double *r);
 ZVL_API void VDSIN_Idx(const int *n, const double *a, int ia, double *r, int ir);
+ZVL_API void VDTAN(const int *n, const double *a, double *r);
+ZVL_API void VDTAN_Idx(const int *n, const double *a, int ia, double *r, int ir);
 ZVL_API void VDACOS(const int *n, const double *a, double *r);
 ZVL_API void VDACOS_Idx(const int *n, const double *a, int ia, double *r, int ir);
 ZVL_API void VDASIN(const int *n, const double *a, double *r);
@@ -232,6 +236,17 @@ ZVL_API void VDPOW_Idx(const int *n, const double *a, int ia, const double *b, i
 ZVL_API void VDATAN2(const int *n, const double *a, const double *b, double *r);
 ZVL_API void VDATAN2_Idx(const int *n, const double *a, int ia, const double *b, int ib,
                          double *r, int ir);
+
+/*
+ * Real functions, one input, two outputs: y[i] = f(a[i]), z[i] = g(a[i]).
+ *   VDSINCOS  y = sin(a), z = cos(a) from one reduction; as VDSIN and VDCOS,
+ *             ZVL_STATUS_ERRDOM for +-inf. In EP mode on SSE3-only
+ *             processors, |a| > 1e15, infinities and NaN give +0 in both
+ *             and no status
+ */
+ZVL_API void VDSINCOS(const int *n, const double *a, double *y, double *z);
+ZVL_API void VDSINCOS_Idx(const int *n, const double *a, int ia, double *y, int iy, double *z,
+                          int iz);
 
 /* Real array and real scalar: r[i] = f(a[i], *b).  *b is read once per call
  * and never tested for null; a null r is reported as parameter 3.

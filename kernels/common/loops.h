@@ -46,6 +46,18 @@ struct PerVector {
     static double one(double x, double z) { return F::template eval<Scalar>(x, z); }
 };
 
+// The same for one input and two outputs: eval2<V>(x, &y, &u).
+template <class F>
+struct PerVectorPair {
+    using form = forms::Lanes;
+    template <class V, int NV>
+    static void block(const typename V::vd* x, typename V::vd* y, typename V::vd* u) {
+#pragma GCC unroll 16
+        for (int j = 0; j < NV; ++j) F::template eval2<V>(x[j], &y[j], &u[j]);
+    }
+    static void one(double x, double* y, double* u) { F::template eval2<Scalar>(x, y, u); }
+};
+
 // Runs loop form `L` on wrapper X with blocks of W: the arrays are a, b (the
 // second input), r and r2 (the second output), null where the shape has
 // none; `f` is the family, an object when it carries data. Left to the

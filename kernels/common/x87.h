@@ -1,6 +1,6 @@
 // The x87 unit's extended format, for the kernels that compute on its stack
-// (Div LA and EP at cpu types 1 to 4; Tan HA and the complex support set
-// are to follow): the type, the guard that gives it its 64-bit
+// (Div LA and EP at cpu types 1 to 4, Tan HA at cpu types 1 to 5; the
+// complex support set is to follow): the type, the guard that gives it its 64-bit
 // significand, and the few operations such kernels need. Everything rounds
 // to double only where a result is stored.
 //

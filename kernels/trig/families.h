@@ -6,6 +6,7 @@
 #undef ZVL_SUBSYSTEM
 #define ZVL_SUBSYSTEM trig
 #include ZVL_FAMILY(sincos)
+#include ZVL_FAMILY(tan)
 #include ZVL_FAMILY(atan)
 #include ZVL_FAMILY(asin_acos)
 #include ZVL_FAMILY(hyperbolic)

@@ -26,6 +26,8 @@ FUNCTIONS = (
     ('erf', 'VDERF', 'D1', 'erf(a[i])', True, (0.5,), (0.5204998778130465,)),
     ('erfc', 'VDERFC', 'D1', 'erfc(a[i]) = 1 - erf(a[i])', True, (1.0,), (0.15729920705028513,)),
     ('erfinv', 'VDERFINV', 'D1', 'erfinv(a[i]), the x with erf(x) = a[i]', True, (0.5,), (0.4769362762044699,)),
+    ('tan', 'VDTAN', 'D1', 'tan(a[i])', False, (0.5,), (0.54630248984379,)),
+    ('sincos', 'VDSINCOS', 'D12', 'y[i] = sin(a[i]), z[i] = cos(a[i])', False, (0.5,), (0.479425538604203, 0.877582561890373)),
     ('sinh', 'VDSINH', 'D1', 'sinh(a[i])', False, (0.5,), (0.5210953054937474,)),
     ('cosh', 'VDCOSH', 'D1', 'cosh(a[i])', False, (0.5,), (1.1276259652063807,)),
     ('tanh', 'VDTANH', 'D1', 'tanh(a[i])', False, (0.5,), (0.46211715726000974,)),

@@ -89,6 +89,14 @@ const Traits kTraits[] = {
     {.exported = "VDLOG10", .a_lo = 1e-300, .a_hi = 1e300,
      .reports = {0.0, 0}, .reports_standin = {2.0, 0}, .status = kSing,
      .quiet = {1e-310, 0}, .quiet_standin = {2.0, 0}},
+    // The trigonometric callouts' labels: the older step pi/32 cells of Sin
+    // and Cos, every SinCos and Tan cell.
+    {.exported = "VDSIN", .labels = {{"B", "dSin_HA"}}},
+    {.exported = "VDCOS", .labels = {{"B", "dCos_HA"}}},
+    {.exported = "VDSINCOS", .labels = {{"AFCDE", "dSinCos_HA"}, {"H", "dSinCos_LA"}}},
+    {.exported = "VDTAN", .a_lo = 1e-3, .a_hi = 1e3, .a_signed = true, .reports = {HUGE_VAL, 0},
+     .reports_standin = {1.0, 0}, .status = kDom, .quiet = {kNaN, 0}, .quiet_standin = {1.0, 0},
+     .pair_variants = "LP", .chunk_variants = "HLP", .labels = {{"HZ", "dTan_HA"}, {"LP", "dTan_LA"}}},
     {.exported = "VDACOS", .a_lo = 1e-3, .a_hi = 0.999, .a_signed = true,
      .reports = {2.0, 0}, .reports_standin = {0.5, 0}, .status = kDom,
      .quiet = {kNaN, 0}, .quiet_standin = {0.5, 0}},
@@ -216,6 +224,8 @@ bool runs_ha(const Row& r, int cpu, int col) {
 
 std::string Slot::name() const {
     const zvl::Where w = row->plan->target(cpu, col);
+    for (const Traits::Label& l : row->traits->labels)
+        if (l.name && std::strchr(l.variants, row->plan->at(w.cpu, w.col).variant)) return l.name;
     return std::string("zel_zvl_core_") + kCpuLabels[w.cpu] + "_zvl_d" + (row->report + 2) + "_" +
            kTags[w.col];
 }

@@ -60,6 +60,20 @@ struct Traits {
     // same whatever the caller's rounding. (A moded function's slots say so
     // by their plan's guards.)
     uint8_t rounding_shielded = 0;
+    // The plan variants that send an element's neighbour of the pair (2k,
+    // 2k + 1) to the callout with it (Tan LA and EP): that neighbour may
+    // change, within the mode's accuracy.
+    const char* pair_variants = "";
+    // The plan variants whose results depend on where a chunk of a parallel
+    // call starts: they share work between neighbouring elements.
+    const char* chunk_variants = "";
+    // The plan variants whose callouts report under a fixed label of their
+    // own rather than the kernel's name (the trigonometric families).
+    struct Label {
+        const char* variants;
+        const char* name;
+    };
+    Label labels[2] = {{"", nullptr}, {"", nullptr}};
 };
 
 struct Row {
@@ -94,7 +108,7 @@ struct Slot {
     int cpu;
     int col;
     Kernel kernel() const { return row->kernel(cpu, col); }
-    std::string name() const;  // the name it reports under
+    std::string name() const;  // the name it reports under: the kernel's, or its label
 };
 
 bool runs_ha(const Row& r, int cpu, int col);  // the slot forwards to its cpu type's HA kernel

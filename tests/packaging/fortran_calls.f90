@@ -200,6 +200,26 @@ program fortran_calls
   call expect('VDERFINV', y(1), 0.4769362762044699d0)
   call same('VDERFINV_Idx', y, yi(4:6))
 
+  ! VDTAN: tan(a[i])
+  a = 0.5d0
+  ai = 0
+  ai(3:) = 0.5d0
+  call VDTAN(n, a, y)
+  call VDTAN_Idx(n, ai, 2, yi, 3)
+  call expect('VDTAN', y(1), 0.54630248984379d0)
+  call same('VDTAN_Idx', y, yi(4:6))
+
+  ! VDSINCOS: y[i] = sin(a[i]), z[i] = cos(a[i])
+  a = 0.5d0
+  ai = 0
+  ai(3:) = 0.5d0
+  call VDSINCOS(n, a, y, z)
+  call VDSINCOS_Idx(n, ai, 2, yi, 3, zi, 4)
+  call expect('VDSINCOS', y(1), 0.479425538604203d0)
+  call same('VDSINCOS_Idx', y, yi(4:6))
+  call expect('VDSINCOS', z(1), 0.877582561890373d0)
+  call same('VDSINCOS_Idx', z, zi(5:7))
+
   ! VDSINH: sinh(a[i])
   a = 0.5d0
   ai = 0

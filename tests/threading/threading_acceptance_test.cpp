@@ -80,20 +80,28 @@ TEST_P(EveryFrontEnd, ParallelMatchesSerial) {
     const Row& f = GetParam();
     const zvl_test::Args x = zvl_test::ordinary(f, 200003, 10);
     std::vector<double> parallel(x.a.size()), serial(x.a.size()), direct(x.a.size());
+    // the second output of SinCos
+    std::vector<double> parallel2(x.a.size()), serial2(x.a.size()), direct2(x.a.size());
     const unsigned modes[3] = {ZVL_HA, ZVL_LA, ZVL_EP};
     const int whole_blocks = 16 * team_ * (200000 / (16 * team_));
+    // Tan HA shares one division between two elements
+    const bool ha_shares = std::strchr(f.traits->chunk_variants, f.cell(4, 0).variant) != nullptr;
     for (int run = 0; run < 4; ++run) {
-        const int col = run == 0 ? 0 : run - 1, n = run == 0 ? 200003 : whole_blocks;
+        const int col = run == 0 ? 0 : run - 1, n = run == 0 && !ha_shares ? 200003 : whole_blocks;
         zvl::set_mode(modes[col]);
-        f.entry(&n, x.a.data(), x.bp(), parallel.data(), nullptr);
+        f.entry(&n, x.a.data(), x.bp(), parallel.data(), parallel2.data());
         team(false);
-        f.entry(&n, x.a.data(), x.bp(), serial.data(), nullptr);
+        f.entry(&n, x.a.data(), x.bp(), serial.data(), serial2.data());
         team(true);
-        f.kernel(4, col)(n, x.a.data(), x.bp(), direct.data(), nullptr);
+        f.kernel(4, col)(n, x.a.data(), x.bp(), direct.data(), direct2.data());
         EXPECT_EQ(std::memcmp(parallel.data(), serial.data(), sizeof(double) * n), 0)
             << n << " " << col;
         EXPECT_EQ(std::memcmp(parallel.data(), direct.data(), sizeof(double) * n), 0)
             << n << " " << col;
+        if (f.shape == zvl_test::Shape::D12) {
+            EXPECT_EQ(std::memcmp(parallel2.data(), serial2.data(), sizeof(double) * n), 0) << n << " " << col;
+            EXPECT_EQ(std::memcmp(parallel2.data(), direct2.data(), sizeof(double) * n), 0) << n << " " << col;
+        }
     }
     zvl::set_mode(ZVL_HA);
 }

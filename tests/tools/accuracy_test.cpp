@@ -82,7 +82,8 @@ TEST(Registry, RowsAreComplete) {
     for (const FunctionRow& r : rows()) {
         SCOPED_TRACE(r.name);
         EXPECT_TRUE(names.insert(r.name).second) << "row name used twice";
-        EXPECT_TRUE(exported.insert(r.exported).second) << "exported name used twice";
+        EXPECT_TRUE(exported.insert(std::string(r.exported) + "/" + std::to_string(r.output)).second)
+            << "exported name used twice";
         const bool two = arity(r.shape) == 2;
         EXPECT_TRUE(two ? r.ref2 != nullptr : r.ref1 != nullptr) << "no MPFR reference";
         EXPECT_TRUE(!r.regions.empty() || (two && r.sampler)) << "nothing to sample";

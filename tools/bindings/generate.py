@@ -572,39 +572,55 @@ def reference(funcs, budgets, acc_header, acc):
         w("- Modes: %s" % f["modes"])
         w("")
         modes = MODES if f["shape"] not in ("R1", "R12") else ["all"]
-        if not any((f["name"], m, c) in acc for m in modes for c in range(6)):
+        # one in, two out with accuracy modes: one measured row per output,
+        # named <name>_<output> in the budgets
+        names = [f["name"]]
+        if f["shape"] == "D12":
+            names = list(dict.fromkeys(k for k, _ in budgets if k.startswith(f["name"] + "_"))) or names
+        if not any((n, m, c) in acc for n in names for m in modes for c in range(6)):
             w("Accuracy: not measured (the measuring tools have no row for it).")
             continue
-        w("| mode | budget | %s |" % " | ".join("%s (%d)" % (CPU_LABELS[c], c) for c in range(5, -1, -1)))
-        w("|---|---|" + "---|" * 6)
-        for m in modes:
-            budget = budgets.get((f["name"], m)) or budgets.get((f["name"], "all"))
-            rel = budget is not None and budget[0] == "rel"
-            cells = []
-            for c in range(5, -1, -1):
-                d = acc.get((f["name"], m, c))
-                cells.append("-" if d is None else measured_text(d[1] if rel else d[0], rel))
-            w("| %s | %s | %s |" % ("-" if m == "all" else m, budget_text(budget), " | ".join(cells)))
-        worst = []
-        for m in modes:
-            budget = budgets.get((f["name"], m)) or budgets.get((f["name"], "all"))
-            rel = budget is not None and budget[0] == "rel"
-            best = None
-            for c in range(6):
-                d = acc.get((f["name"], m, c))
-                if d is None:
-                    continue
-                v = d[1] if rel else d[0]
-                if best is None or v > best[0]:
-                    best = (v, c, d[3] if rel else d[2])
-            if best and best[0] > 0:
-                worst.append("%s at %s on cpu type %d" % ("all" if m == "all" else m, best[2], best[1]))
-        w("")
-        if worst:
-            w("Worst inputs: %s." % "; ".join(worst))
-        else:
-            w("Exact on every input measured.")
+        for k, n in enumerate(names):
+            if len(names) > 1:
+                if k > 0:
+                    w("")
+                w("Output `%s`:" % n[len(f["name"]) + 1:])
+                w("")
+            accuracy_table(w, n, modes, budgets, acc)
     return "\n".join(L) + "\n"
+
+
+def accuracy_table(w, name, modes, budgets, acc):
+    """The measured table of one row and its worst inputs."""
+    w("| mode | budget | %s |" % " | ".join("%s (%d)" % (CPU_LABELS[c], c) for c in range(5, -1, -1)))
+    w("|---|---|" + "---|" * 6)
+    for m in modes:
+        budget = budgets.get((name, m)) or budgets.get((name, "all"))
+        rel = budget is not None and budget[0] == "rel"
+        cells = []
+        for c in range(5, -1, -1):
+            d = acc.get((name, m, c))
+            cells.append("-" if d is None else measured_text(d[1] if rel else d[0], rel))
+        w("| %s | %s | %s |" % ("-" if m == "all" else m, budget_text(budget), " | ".join(cells)))
+    worst = []
+    for m in modes:
+        budget = budgets.get((name, m)) or budgets.get((name, "all"))
+        rel = budget is not None and budget[0] == "rel"
+        best = None
+        for c in range(6):
+            d = acc.get((name, m, c))
+            if d is None:
+                continue
+            v = d[1] if rel else d[0]
+            if best is None or v > best[0]:
+                best = (v, c, d[3] if rel else d[2])
+        if best and best[0] > 0:
+            worst.append("%s at %s on cpu type %d" % ("all" if m == "all" else m, best[2], best[1]))
+    w("")
+    if worst:
+        w("Worst inputs: %s." % "; ".join(worst))
+    else:
+        w("Exact on every input measured.")
 
 
 # ---------------------------------------------------------------- main

@@ -12,6 +12,7 @@ namespace {
 
 using Front1 = void (*)(const int*, const double*, double*);
 using Front2 = void (*)(const int*, const double*, const double*, double*);
+using Front12 = void (*)(const int*, const double*, double*, double*);
 
 struct Bound {
     const char* exported;
@@ -20,19 +21,22 @@ struct Bound {
     Front1 front1;
     Front2 front2;
     const zvl::Plan* plan;
+    Front12 front12;  // one in, two out: measured by one D1 row per output
 };
 
 // One entry per function of the library's table that the tools can measure.
 #define ZT_BIND_D1(EXPORT, report, id, fam) \
-    {#EXPORT, Shape::D1, &zvl::kernels_##EXPORT, EXPORT, nullptr, &zvl::plans::fam},
+    {#EXPORT, Shape::D1, &zvl::kernels_##EXPORT, EXPORT, nullptr, &zvl::plans::fam, nullptr},
 #define ZT_BIND_D2(EXPORT, report, id, fam) \
-    {#EXPORT, Shape::D2, &zvl::kernels_##EXPORT, nullptr, EXPORT, &zvl::plans::fam},
+    {#EXPORT, Shape::D2, &zvl::kernels_##EXPORT, nullptr, EXPORT, &zvl::plans::fam, nullptr},
 #define ZT_BIND_DX(EXPORT, report, id, fam) \
-    {#EXPORT, Shape::DX, &zvl::kernels_##EXPORT, nullptr, EXPORT, &zvl::plans::fam},
+    {#EXPORT, Shape::DX, &zvl::kernels_##EXPORT, nullptr, EXPORT, &zvl::plans::fam, nullptr},
 #define ZT_BIND_R1(EXPORT, report, fam) \
-    {#EXPORT, Shape::R1, &zvl::kernels_##EXPORT, EXPORT, nullptr, &zvl::plans::fam},
+    {#EXPORT, Shape::R1, &zvl::kernels_##EXPORT, EXPORT, nullptr, &zvl::plans::fam, nullptr},
+#define ZT_BIND_D12(EXPORT, report, id, fam) \
+    {#EXPORT, Shape::D1, &zvl::kernels_##EXPORT, nullptr, nullptr, &zvl::plans::fam, EXPORT},
 
-const Bound bound[] = {ZVL_FUNCTIONS(ZT_BIND_D1, ZT_BIND_D2, ZVL_IGNORE_ROW, ZT_BIND_DX,
+const Bound bound[] = {ZVL_FUNCTIONS(ZT_BIND_D1, ZT_BIND_D2, ZT_BIND_D12, ZT_BIND_DX,
                                      ZVL_IGNORE_ROW, ZVL_IGNORE_ROW, ZVL_IGNORE_ROW, ZT_BIND_R1,
                                      ZVL_IGNORE_ROW)};
 
@@ -45,13 +49,15 @@ const Joined& joined() {
     static const Joined j = [] {
         Joined out;
         for (const Bound& b : bound) {
-            const FunctionRow* row = nullptr;
+            bool found = false;
             for (const FunctionRow& r : rows())
-                if (std::strcmp(r.exported, b.exported) == 0 && r.shape == b.shape) row = &r;
-            if (row)
-                out.live.push_back({row, b.exported, b.shape, b.set, b.front1, b.front2, b.plan});
-            else
-                out.orphans.push_back(b.exported);
+                if (std::strcmp(r.exported, b.exported) == 0 && r.shape == b.shape &&
+                    (r.output != 0) == (b.front12 != nullptr)) {
+                    out.live.push_back(
+                        {&r, b.exported, b.shape, b.set, b.front1, b.front2, b.plan, b.front12, r.output});
+                    found = true;
+                }
+            if (!found) out.orphans.push_back(b.exported);
         }
         return out;
     }();
@@ -83,6 +89,19 @@ void call_dx(const void* k, int32_t n, const double* a, const double* b, double*
     runs_of_equal_b(n, b, [&](int32_t i, int32_t j) { kernel(j - i, a + i, b[i], r + i); });
 }
 
+// One in, two out: the row's output into r, the other into a scratch array.
+double* scratch_of(int32_t n) {
+    thread_local std::vector<double> scratch;
+    if (scratch.size() < static_cast<size_t>(n)) scratch.resize(static_cast<size_t>(n));
+    return scratch.data();
+}
+void call_d12_y(const void* k, int32_t n, const double* a, const double*, double* r) {
+    function_at<zvl::KernelD12>(k)(n, a, r, scratch_of(n));
+}
+void call_d12_z(const void* k, int32_t n, const double* a, const double*, double* r) {
+    function_at<zvl::KernelD12>(k)(n, a, scratch_of(n), r);
+}
+
 // Front-end trampolines; ctx is the Function.
 void front_d1(const void* f, int32_t n, const double* a, const double*, double* r) {
     const int len = n;
@@ -98,6 +117,13 @@ void front_dx(const void* f, int32_t n, const double* a, const double* b, double
         const int len = j - i;
         entry(&len, a + i, b + i, r + i);
     });
+}
+
+void front_d12(const void* f, int32_t n, const double* a, const double*, double* r) {
+    const int len = n;
+    const Function& fn = *static_cast<const Function*>(f);
+    double* other = scratch_of(n);
+    fn.front12(&len, a, fn.output == 1 ? r : other, fn.output == 1 ? other : r);
 }
 
 // The kernel of one cpu type and mode from a function's KernelSet<K>.
@@ -132,6 +158,7 @@ const char* mode_label(const Function& f, int m) { return has_modes(f) ? kModeNa
 int arity(Shape s) { return s == Shape::D2 || s == Shape::DX ? 2 : 1; }
 
 Callable kernel(const Function& f, int cpu, Mode mode) {
+    if (f.output != 0) return {f.output == 1 ? call_d12_y : call_d12_z, kernel_of<zvl::KernelD12>(f, cpu, mode)};
     switch (f.shape) {
         case Shape::D1: return {call_d1, kernel_of<zvl::KernelD1>(f, cpu, mode)};
         case Shape::D2: return {call_d2, kernel_of<zvl::KernelD2>(f, cpu, mode)};
@@ -145,6 +172,7 @@ Callable kernel(const Function& f, int cpu, Mode mode) {
 }
 
 Callable front_end(const Function& f) {
+    if (f.output != 0) return {front_d12, &f};
     switch (f.shape) {
         case Shape::D1:
         case Shape::R1: return {front_d1, &f};

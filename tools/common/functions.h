@@ -38,8 +38,9 @@ constexpr List<T> list(const T (&a)[N]) {
     return {a, N};
 }
 
-// Argument shapes the tools handle (the library's D12 and complex shapes are
-// not measured by them).
+// Argument shapes the tools handle (the library's complex shapes are not
+// measured by them; a one-in, two-out function is measured as one D1 row per
+// output, see FunctionRow::output).
 enum class Shape : uint8_t {
     D1,  // r = f(a)
     D2,  // r = f(a, b)
@@ -129,6 +130,9 @@ struct FunctionRow {
     const char* exported = nullptr;  // the library's exported name: joins the function table
     const char* formula = nullptr;   // for headings, "exp(x)"
     Shape shape = Shape::D1;
+    // A function of one input and two outputs (SinCos) has a D1 row for
+    // each output: 1 the first (y), 2 the second (z); 0 for every other.
+    int output = 0;
     Ref1 ref1 = nullptr;  // D1, R1
     Ref2 ref2 = nullptr;  // D2, DX
     List<Region> regions = {};
@@ -157,6 +161,10 @@ struct FunctionRow {
     // (the silent zeros of the short form of Sin and Cos EP at cpu type 1):
     // not measured in that cell. mode is 0 HA, 1 LA, 2 EP.
     bool (*departs)(int cpu, int mode, double a) = nullptr;
+    // The plan variants that send an element's neighbour of the pair (2k,
+    // 2k + 1) to the callout with it (Tan LA and EP): next to a directed
+    // case that neighbour is not compared.
+    const char* pair_variants = "";
 };
 
 // A function of the library with its measuring row.
@@ -170,6 +178,10 @@ struct Function {
     void (*front1)(const int*, const double*, double*);
     void (*front2)(const int*, const double*, const double*, double*);
     const zvl::Plan* plan;  // its family's: what each slot runs
+    // One in, two out: the entry, and the output the row measures (as
+    // FunctionRow::output); the other goes to a scratch array.
+    void (*front12)(const int*, const double*, double*, double*);
+    int output;
 };
 
 // The library's functions that have a row, in function-table order.

@@ -17,7 +17,8 @@
 //              one(double x, double* y, double* u) -> void    (two outputs)
 //              callout(const double* x, [const double* z,] double* y[, double* u]) -> int32_t
 //              optional in the scratch form: static constexpr bool pair_tail,
-//              two elements left after the blocks run as a block of two lanes
+//              the elements left after the blocks run in blocks of two lanes
+//              while two are left
 //   BlockMask  block<V, NV>(...) -> uint32_t: the refused lanes' bits, from
 //              inside the block; the remainder runs block<Scalar, 1>; callout
 //   BlockAt    block_at<V, NV>(const double* src, const vd* x, vd* y) -> int:

@@ -4,8 +4,8 @@
 // scalar callout, which returns 0 or a status. A reported element is stored
 // to r[i], handed to the error pipeline, and its result taken back from
 // r[i], since a callback may have replaced it. The remainder runs the block
-// formula one element at a time, after a pair of two lanes where the family
-// asks for it (PairTail). Forms: Lanes, BlockMask, BlockAt.
+// formula one element at a time, after pairs of two lanes where the family
+// asks for them (PairTail). Forms: Lanes, BlockMask, BlockAt.
 #pragma once
 
 #include <type_traits>
@@ -60,9 +60,10 @@ inline uint32_t special_bits(const F& f, typename V::vd x, typename V::vd z) {
         return static_cast<uint32_t>(lane_bits<V>(f.template special<V>(x)));
 }
 
-// A family whose remainder runs a pair before the last element declares
-// `static constexpr bool pair_tail = true;`: after the blocks, two elements
-// left run as one block of two lanes.
+// A family whose remainder runs in pairs before the last element declares
+// `static constexpr bool pair_tail = true;`: after the blocks, while two
+// elements are left they run as one block of two lanes (so every pair of
+// elements 2k, 2k + 1 is computed together).
 template <class F, class = void>
 struct PairTail : std::false_type {};
 template <class F>
@@ -143,12 +144,12 @@ __attribute__((always_inline)) inline void scratch_loop(const F& f, int32_t n, c
     for (int32_t base = 0; base < m; base += W)
         scratch_block<Cpu, V, NV, F, S>(f, base, a, b, r, r2, name, xs, zs, ys, us);
     if constexpr (PairTail<F>::value && W > 2) {
-        static_assert(V::lanes <= 2, "the pair is one or two vectors of the block's wrapper");
-        check_scratch_form<F, V, 2 / V::lanes, S>();
-        if (n - m >= 2) {
-            scratch_block<Cpu, V, 2 / V::lanes, F, S>(f, m, a, b, r, r2, name, xs, zs, ys, us);
-            m += 2;
-        }
+        // the pair is one or two vectors of the block's wrapper, or two
+        // single lanes where its vectors are wider
+        using P = std::conditional_t<(V::lanes <= 2), V, Scalar>;
+        check_scratch_form<F, P, 2 / P::lanes, S>();
+        for (; n - m >= 2; m += 2)
+            scratch_block<Cpu, P, 2 / P::lanes, F, S>(f, m, a, b, r, r2, name, xs, zs, ys, us);
     }
     for (int32_t i = m; i < n; ++i) {
         double x1[1] = {a[i]}, z1[1] = {0.0}, y1[1], u1[1];

@@ -57,6 +57,10 @@ struct TrigStep32 {
     static constexpr double C6 = zvl::from_bits(0xbf56c16c16c16c17);  // -1.3888888888888889e-03
     static constexpr double C4 = zvl::from_bits(0x3fa5555555555555);  // 0.041666666666666664
     static constexpr double C2 = -0.5;
+    // the same for the vector kernels (kernels/trig/sincos/sincos.h)
+    static constexpr bool split_p1 = false;
+    static constexpr double S[] = {S9, S7, S5, S3};
+    static constexpr double C[] = {C8, C6, C4, C2};
     // 2^55 and 2^-55: (x 2^55 - x) 2^-55 is x, with the inexact flag
     static constexpr double two55 = zvl::from_bits(0x4360000000000000);
     static constexpr double two_m55 = zvl::from_bits(0x3c80000000000000);

@@ -1,4 +1,4 @@
-// Sin and Cos by cpu type and accuracy mode.
+// Sin, Cos and SinCos by cpu type and accuracy mode.
 //
 //   A  HA, step pi/256: a double-word remainder through SinTable512 or
 //      CosTable512; |x| > 65568 to the callout
@@ -44,7 +44,28 @@ constexpr Plan Cos = plan(
     {kTrigA, kTrigC, kTrigD},
     {kTrigA, kTrigC, kTrigD});
 
-static_assert(well_formed(Sin) && well_formed(Cos));
+// SinCos: both results from one reduction (both.h).
+//   A  HA at cpu type 5, step pi/256 on SinTable512, rows N and N + 128
+//   F  HA elsewhere, step pi/64 on SinCosTable128, rows N and N + 32;
+//      |x| >= 90112 and NaN to the callout
+//   C, D  LA and EP by pi, one bound |x| > 2^23
+//   H  LA of cpu type 1, by pi/2 with the polynomials of degrees 13 and 14;
+//      its callout reports as "dSinCos_LA", every other as "dSinCos_HA"
+//   E  EP of cpu type 1, the short form: +0 above 1e15, for infinities and
+//      NaN, silently
+constexpr Cell kSinCosF4 = own('F', 4, Guard::mxcsr, Loop::scratch);
+constexpr Cell kSinCosF16 = own('F', 16, Guard::mxcsr, Loop::scratch);
+constexpr Cell kSinCosH = own('H', 4, Guard::mxcsr, Loop::scratch);
+
+constexpr Plan SinCos = plan(
+    {kSinCosF4, kRunsHA, kRunsHA},
+    {kSinCosF4, kSinCosH, kTrigE},
+    {kSinCosF16, kTrigC, kTrigD},
+    {kSinCosF16, kTrigC, kTrigD},
+    {kSinCosF16, kTrigC, kTrigD},
+    {kTrigA, kTrigC, kTrigD});
+
+static_assert(well_formed(Sin) && well_formed(Cos) && well_formed(SinCos));
 
 }  // namespace
 }  // namespace plans

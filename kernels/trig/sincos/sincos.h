@@ -27,7 +27,7 @@
 // from 2^51 pi/32 (2.2e14) the shifter no longer rounds x 32/pi to N.
 //
 // Sin keeps the sign of a zero: the sums give +0 for -0, and x's sign is
-// put back where x is zero. Cos by pi gives 1 for a zero, not the sine of
+// put back where x is zero. Cos by pi gives 1 below 2^-27, not the sine of
 // its remainder (1 - 2^-53).
 //
 // Included by the trig units inside their own context (see unit.h).
@@ -36,6 +36,7 @@
 #include "kernels/common/unit.h"
 #include "kernels/trig/sincos/callout.h"
 #include "kernels/trig/sincos/data.h"
+#include "kernels/trig/poly.h"
 
 namespace {
 
@@ -103,40 +104,78 @@ struct TrigStep256 {
     static constexpr double C6 = zvl::from_bits(0xbf56c16ab163b2d7);  // -0.0013888875887985619
     static constexpr double C4 = zvl::from_bits(0x3fa5555555554ccf);  // 0.041666666666651524
     static constexpr double C2 = -0.5;
+    static constexpr bool split_p1 = true;
+    static constexpr double S[] = {S5, S3};
+    static constexpr double C[] = {C6, C4, C2};
 };
+
+// The remainder of one step, shared by every row read from it: x = N step
+// + r + c, z = r r, sin r - r = ps, cos r - 1 = pc, and each lane's low
+// word of the shifted N (the row before any turn).
+template <class V>
+struct TrigRemainder {
+    typename V::vd r, c, z, ps, pc;
+    uint32_t w[V::lanes];
+};
+
+// T: the step's constants, inv_step, the parts P1 (or P1a and P1b, two
+// exact steps) to P3, and the coefficients sin (S) and cos (C) of the
+// remainder, highest first, without the leading 1.
+template <class V, class T>
+inline TrigRemainder<V> trig_remainder(typename V::vd x) {
+    using vd = typename V::vd;
+    TrigRemainder<V> m;
+    vd N;
+    const vd s = trig_round<V>(x, T::inv_step, &N);
+    vd t;
+    if constexpr (T::split_p1)
+        t = V::sub(V::sub(x, V::mul(N, V::splat(T::P1a))), V::mul(N, V::splat(T::P1b)));
+    else
+        t = V::sub(x, V::mul(N, V::splat(T::P1)));
+    m.r = V::sub(t, V::mul(N, V::splat(T::P2)));
+    m.c = V::sub(V::sub(V::sub(t, m.r), V::mul(N, V::splat(T::P2))), V::mul(N, V::splat(T::P3)));
+    m.z = V::mul(m.r, m.r);
+    m.ps = V::mul(V::mul(horner<V>(T::S, m.z), m.z), m.r);
+    m.pc = V::mul(horner<V>(T::C, m.z), m.z);
+    V::low_words(s, m.w);
+    return m;
+}
+
+// Row indices `turn` rows on, of a table of `rows` rows of four words.
+template <class V>
+inline void trig_turned_rows(const TrigRemainder<V>& m, uint32_t turn, uint32_t rows, uint32_t* j) {
+    for (int l = 0; l < V::lanes; ++l) j[l] = ((m.w[l] + turn) & (rows - 1)) * 4u;
+}
+
+// Step pi/256 from the rows j of table K (K the places of its words).
+template <class V, class K>
+inline typename V::vd trig_a_row(const TrigRemainder<V>& m, const uint32_t* j) {
+    using vd = typename V::vd;
+    const vd dl = V::gather(K::table + K::dl, j), dh = V::gather(K::table + K::dh, j);
+    const vd vh = V::gather(K::table + K::vh, j), vl = V::gather(K::table + K::vl, j);
+    const vd a = V::mul(m.r, dh);
+    const vd b = V::mul(m.r, dl);
+    const vd u = V::add(vh, a);
+    const vd e1 = V::add(V::sub(vh, u), a);
+    const vd h = V::add(b, u);
+    const vd e2 = V::add(V::sub(u, h), b);
+    const vd e = V::add(e2, e1);
+    const vd d = V::add(dl, dh);
+    const vd q = V::add(e, V::mul(m.ps, d));
+    const vd w = V::sub(d, V::mul(m.r, vh));
+    const vd l = V::add(V::mul(m.c, w), vl);
+    return V::add(h, V::add(V::add(q, V::mul(m.pc, vh)), l));
+}
 
 // K: the table and the places of its words in a row.
 template <class K>
 struct TrigA : PerVector<TrigA<K>> {
     template <class V>
     static typename V::vd eval(typename V::vd x) {
-        using vd = typename V::vd;
-        using T = TrigStep256;
-        vd N;
-        const vd s = trig_round<V>(x, T::inv_step, &N);
-        const vd t = V::sub(V::sub(x, V::mul(N, V::splat(T::P1a))), V::mul(N, V::splat(T::P1b)));
-        const vd r = V::sub(t, V::mul(N, V::splat(T::P2)));
-        const vd c = V::sub(V::sub(V::sub(t, r), V::mul(N, V::splat(T::P2))), V::mul(N, V::splat(T::P3)));
+        const TrigRemainder<V> m = trig_remainder<V, TrigStep256>(x);
         uint32_t j[V::lanes];
-        trig_rows<V>(s, 511u, 4u, j);
-        const vd dl = V::gather(K::table + K::dl, j), dh = V::gather(K::table + K::dh, j);
-        const vd vh = V::gather(K::table + K::vh, j), vl = V::gather(K::table + K::vl, j);
-        const vd a = V::mul(r, dh);
-        const vd b = V::mul(r, dl);
-        const vd u = V::add(vh, a);
-        const vd e1 = V::add(V::sub(vh, u), a);
-        const vd h = V::add(b, u);
-        const vd e2 = V::add(V::sub(u, h), b);
-        const vd e = V::add(e2, e1);
-        const vd z = V::mul(r, r);
-        const vd ps = V::mul(V::mul(V::add(V::mul(V::splat(T::S5), z), V::splat(T::S3)), z), r);
-        const vd d = V::add(dl, dh);
-        const vd q = V::add(e, V::mul(ps, d));
-        const vd pc = V::mul(
-            V::add(V::mul(V::add(V::mul(V::splat(T::C6), z), V::splat(T::C4)), z), V::splat(T::C2)), z);
-        const vd w = V::sub(d, V::mul(r, vh));
-        const vd l = V::add(V::mul(c, w), vl);
-        const vd y = V::add(h, V::add(V::add(q, V::mul(pc, vh)), l));
+        trig_turned_rows<V>(m, 0, 512, j);
+        const typename V::vd y = trig_a_row<V, K>(m, j);
         return K::is_sin ? keep_zero_sign<V>(x, y) : y;
     }
     template <class V>
@@ -159,6 +198,33 @@ struct CosRows512 {
 
 // --- B: HA, step pi/32 -------------------------------------------------------
 
+// Step pi/32 (and pi/64) from the rows j of a table of the SinCosTable64
+// order: cos B low (dl), sin B high (vh), sin B low (vl), cos B high (dh);
+// CosTable64 holds cos in place of sin and -sin in place of cos.
+template <class V>
+inline typename V::vd trig_b_row(const double* table, const TrigRemainder<V>& m, const uint32_t* j) {
+    using vd = typename V::vd;
+    const vd dl = V::gather(table + 0, j), vh = V::gather(table + 1, j);
+    const vd vl = V::gather(table + 2, j), dh = V::gather(table + 3, j);
+    const vd r = m.r;
+    const vd rdh = V::mul(r, dh), rdl = V::mul(r, dl);
+    const vd g = V::add(vh, rdh);
+    const vd h = V::add(g, rdl);
+    const vd d = V::add(dl, dh);
+    const vd sum = V::add(
+        V::add(V::add(V::add(V::mul(m.ps, d), V::mul(m.pc, vh)), V::add(V::mul(m.c, V::sub(d, V::mul(r, vh))), vl)),
+               V::add(rdh, V::sub(vh, g))),
+        V::add(rdl, V::sub(g, h)));
+    return V::add(h, sum);
+}
+
+// The high-word test of the step pi/32 and pi/64 kernels: |x| >= 90112,
+// and NaN.
+template <class V>
+inline typename V::vd trig_b_special(typename V::vd x) {
+    return not_mask<V>(V::lt(abs_of<V>(x), V::splat(TrigConst::bound32)));
+}
+
 template <class K>
 struct TrigB : PerVector<TrigB<K>> {
     // the callout of the older form reports under this label
@@ -166,47 +232,15 @@ struct TrigB : PerVector<TrigB<K>> {
 
     template <class V>
     static typename V::vd eval(typename V::vd x) {
-        using vd = typename V::vd;
-        using T = TrigStep32;
-        vd N;
-        const vd s = trig_round<V>(x, T::inv_step, &N);
-        const vd t = V::sub(x, V::mul(N, V::splat(T::P1)));
-        const vd r = V::sub(t, V::mul(N, V::splat(T::P2)));
-        const vd c = V::sub(V::sub(V::sub(t, r), V::mul(N, V::splat(T::P2))), V::mul(N, V::splat(T::P3)));
-        const vd z = V::mul(r, r);
-        const vd ps = V::mul(
-            V::mul(V::add(V::mul(V::add(V::mul(V::add(V::mul(V::splat(T::S9), z), V::splat(T::S7)), z),
-                                        V::splat(T::S5)),
-                                  z),
-                          V::splat(T::S3)),
-                   z),
-            r);
-        const vd pc = V::mul(
-            V::add(V::mul(V::add(V::mul(V::add(V::mul(V::splat(T::C8), z), V::splat(T::C6)), z), V::splat(T::C4)),
-                          z),
-                   V::splat(T::C2)),
-            z);
+        const TrigRemainder<V> m = trig_remainder<V, TrigStep32>(x);
         uint32_t j[V::lanes];
-        trig_rows<V>(s, 63u, 4u, j);
-        // cos B low (dl), sin B high (vh), sin B low (vl), cos B high (dh);
-        // CosTable64 holds cos in place of sin and -sin in place of cos
-        const vd dl = V::gather(K::table + 0, j), vh = V::gather(K::table + 1, j);
-        const vd vl = V::gather(K::table + 2, j), dh = V::gather(K::table + 3, j);
-        const vd rdh = V::mul(r, dh), rdl = V::mul(r, dl);
-        const vd g = V::add(vh, rdh);
-        const vd h = V::add(g, rdl);
-        const vd d = V::add(dl, dh);
-        const vd sum = V::add(
-            V::add(V::add(V::add(V::mul(ps, d), V::mul(pc, vh)), V::add(V::mul(c, V::sub(d, V::mul(r, vh))), vl)),
-                   V::add(rdh, V::sub(vh, g))),
-            V::add(rdl, V::sub(g, h)));
-        const vd y = V::add(h, sum);
+        trig_turned_rows<V>(m, 0, 64, j);
+        const typename V::vd y = trig_b_row<V>(K::table, m, j);
         return K::is_sin ? keep_zero_sign<V>(x, y) : y;
     }
-    // |x| >= 90112, and NaN
     template <class V>
     static typename V::vd special(typename V::vd x) {
-        return not_mask<V>(V::lt(abs_of<V>(x), V::splat(TrigConst::bound32)));
+        return trig_b_special<V>(x);
     }
     static int32_t callout(const double* x, double* y) { return sin_or_cos_callout<K::is_sin>(x, y); }
 };
@@ -241,34 +275,46 @@ struct SinPoly9 {
     static constexpr bool four_parts = false;
 };
 
+// (-1)^N sin(x - M pi), N in the low bit of s; M is N for the sine and N
+// - 1/2 for the cosine.
+template <class V, class P>
+inline typename V::vd trig_by_pi(typename V::vd x, typename V::vd s, typename V::vd M) {
+    using vd = typename V::vd;
+    using T = TrigConst;
+    vd r = V::sub(x, V::mul(M, V::splat(T::pi1)));
+    r = V::sub(r, V::mul(M, V::splat(T::pi2)));
+    if constexpr (P::four_parts) {
+        r = V::sub(r, V::mul(M, V::splat(T::pi3_la)));
+        r = V::sub(r, V::mul(M, V::splat(T::pi4_la)));
+    } else {
+        r = V::sub(r, V::mul(M, V::splat(T::pi3_ep)));
+    }
+    const vd z = V::mul(r, r);
+    const vd p = horner<V>(P::c, z);
+    return V::xor_(V::add(V::mul(V::mul(p, z), r), r), V::shl_i64(s, 63));
+}
+
+// The cosine by pi is 1 below 2^-27, where cos x rounds to 1: r is there
+// pi/2 less its rounding, whose sine rounds below 1.
+template <class V>
+inline typename V::vd cos_of_small(typename V::vd x, typename V::vd y) {
+    return V::select(V::lt(abs_of<V>(x), V::splat(0x1p-27)), V::splat(1.0), y);
+}
+
 template <bool IsSin, class P>
 struct TrigByPi : PerVector<TrigByPi<IsSin, P>> {
     template <class V>
     static typename V::vd eval(typename V::vd x) {
         using vd = typename V::vd;
         using T = TrigConst;
-        vd s, M;
+        vd M;
         if constexpr (IsSin) {
-            s = trig_round<V>(x, T::inv_pi, &M);
+            const vd s = trig_round<V>(x, T::inv_pi, &M);
+            return keep_zero_sign<V>(x, trig_by_pi<V, P>(x, s, M));
         } else {
-            s = trig_round<V>(V::add(x, V::splat(T::half_pi)), T::inv_pi, &M);
-            M = V::sub(M, V::splat(0.5));
+            const vd s = trig_round<V>(V::add(x, V::splat(T::half_pi)), T::inv_pi, &M);
+            return cos_of_small<V>(x, trig_by_pi<V, P>(x, s, V::sub(M, V::splat(0.5))));
         }
-        vd r = V::sub(x, V::mul(M, V::splat(T::pi1)));
-        r = V::sub(r, V::mul(M, V::splat(T::pi2)));
-        if constexpr (P::four_parts) {
-            r = V::sub(r, V::mul(M, V::splat(T::pi3_la)));
-            r = V::sub(r, V::mul(M, V::splat(T::pi4_la)));
-        } else {
-            r = V::sub(r, V::mul(M, V::splat(T::pi3_ep)));
-        }
-        const vd z = V::mul(r, r);
-        vd p = V::splat(P::c[0]);
-        for (int k = 1; k < P::count; ++k) p = V::add(V::mul(p, z), V::splat(P::c[k]));
-        const vd y = V::xor_(V::add(V::mul(V::mul(p, z), r), r), V::shl_i64(s, 63));
-        if constexpr (IsSin) return keep_zero_sign<V>(x, y);
-        // r is then pi/2 less its rounding, whose sine rounds below 1
-        return V::select(V::eq(x, V::splat(0.0)), V::splat(1.0), y);
     }
     template <class V>
     static typename V::vd special(typename V::vd x) {
@@ -280,35 +326,43 @@ struct TrigByPi : PerVector<TrigByPi<IsSin, P>> {
 
 // --- E: EP of cpu type 1, the short form ------------------------------------
 
+// sin x and cos x by the short form, before the mask.
+template <class V>
+inline void trig_short(typename V::vd x, typename V::vd* sin_x, typename V::vd* cos_x) {
+    using vd = typename V::vd;
+    using T = TrigStep32;
+    vd N;
+    const vd s = trig_round<V>(x, T::inv_step, &N);
+    // the three parts of pi/32 with no low word kept: the third keeps the
+    // relative accuracy near the zeros
+    const vd r = V::sub(V::sub(V::sub(x, V::mul(N, V::splat(T::P1))), V::mul(N, V::splat(T::P2))),
+                        V::mul(N, V::splat(T::P3)));
+    const vd z = V::mul(r, r);
+    // sin r = r (1 + z (-1/6 + z/120)), cos r = 1 + z (-1/2 + z/24)
+    const vd sr = V::mul(
+        r, V::add(V::splat(1.0), V::mul(z, V::add(V::splat(-1.0 / 6.0), V::mul(z, V::splat(1.0 / 120.0))))));
+    const vd cr = V::add(V::splat(1.0), V::mul(z, V::add(V::splat(-0.5), V::mul(z, V::splat(1.0 / 24.0)))));
+    uint32_t j[V::lanes];
+    trig_rows<V>(s, 63u, 1u, j);
+    vd cb, sb;
+    V::gather_pairs(zvl::SinCosPairs64, j, cb, sb);
+    *sin_x = keep_zero_sign<V>(x, V::add(V::mul(cb, sr), V::mul(sb, cr)));
+    *cos_x = V::sub(V::mul(cb, cr), V::mul(sb, sr));
+}
+
+// +0 above 1e15, for infinities and for NaN.
+template <class V>
+inline typename V::vd trig_short_mask(typename V::vd x, typename V::vd y) {
+    return V::and_(y, V::le(abs_of<V>(x), V::splat(TrigConst::bound_short)));
+}
+
 template <bool IsSin>
 struct TrigShort : PerVector<TrigShort<IsSin>> {
     template <class V>
     static typename V::vd eval(typename V::vd x) {
-        using vd = typename V::vd;
-        using T = TrigStep32;
-        vd N;
-        const vd s = trig_round<V>(x, T::inv_step, &N);
-        // the three parts of pi/32 with no low word kept: the third keeps the
-        // relative accuracy near the zeros
-        const vd r = V::sub(V::sub(V::sub(x, V::mul(N, V::splat(T::P1))), V::mul(N, V::splat(T::P2))),
-                            V::mul(N, V::splat(T::P3)));
-        const vd z = V::mul(r, r);
-        // sin r = r (1 + z (-1/6 + z/120)), cos r = 1 + z (-1/2 + z/24)
-        const vd sr = V::mul(
-            r, V::add(V::splat(1.0),
-                      V::mul(z, V::add(V::splat(-1.0 / 6.0), V::mul(z, V::splat(1.0 / 120.0))))));
-        const vd cr =
-            V::add(V::splat(1.0), V::mul(z, V::add(V::splat(-0.5), V::mul(z, V::splat(1.0 / 24.0)))));
-        uint32_t j[V::lanes];
-        trig_rows<V>(s, 63u, 1u, j);
-        vd cb, sb;
-        V::gather_pairs(zvl::SinCosPairs64, j, cb, sb);
-        vd y;
-        if constexpr (IsSin)
-            y = keep_zero_sign<V>(x, V::add(V::mul(cb, sr), V::mul(sb, cr)));
-        else
-            y = V::sub(V::mul(cb, cr), V::mul(sb, sr));
-        return V::and_(y, V::le(abs_of<V>(x), V::splat(TrigConst::bound_short)));
+        typename V::vd sin_x, cos_x;
+        trig_short<V>(x, &sin_x, &cos_x);
+        return trig_short_mask<V>(x, IsSin ? sin_x : cos_x);
     }
     template <class V>
     static typename V::vd special(typename V::vd) {

@@ -40,6 +40,7 @@
 #include <cstdint>
 
 #include "base/bits.h"
+#include "kernels/common/isa.h"
 #include "kernels/trig/tan/data.h"
 #include "kernels/trig/trig_reduce/trig_reduce.h"
 #include "state/state.h"
@@ -72,12 +73,71 @@ struct TanScalar {
     static constexpr uint32_t tiny_field = 771;  // |x| < 2^-252: tan x rounds to x
 };
 
+// tan of x + low, quarter turns q16 / 16 on, for x below 12800 in
+// magnitude (or TrigReduce's high word) and not tiny: the arrangement above,
+// in the operations of wrapper V (Scalar here, the vectors of cpu type 0's
+// Tan HA).
+template <class V>
+inline typename V::vd tangent_core(typename V::vd x, typename V::vd low, uint32_t q16) {
+    using vd = typename V::vd;
+    using K = TanScalar;
+    const vd v = V::mul(x, V::splat(K::inv_step));
+    const vd s = V::add(V::splat(zvl::Fp64::shifter), v);
+    const vd N = V::sub(s, V::splat(zvl::Fp64::shifter));
+    const vd s16 = V::add(V::splat(K::shifter16), v);
+    const vd M = V::sub(s16, V::splat(K::shifter16));
+    // the row's twenty words, two adjacent words a load
+    uint32_t j[V::lanes];
+    V::low_words(s, j);
+    for (int l = 0; l < V::lanes; ++l) j[l] = ((j[l] + q16) & 31u) * 10u;
+    vd w[20];
+    for (int k = 0; k < 20; k += 2) V::gather_pairs(zvl::TanTable32 + k, j, w[k], w[k + 1]);
+    const auto T = [&](int k) { return w[k]; };
+
+    // x = B + r + c
+    const vd t = V::sub(x, V::mul(V::splat(K::C1), N));
+    const vd r = V::sub(t, V::mul(V::splat(K::C2), N));
+    const vd c = V::add(
+        V::sub(V::sub(V::sub(t, r), V::mul(V::splat(K::C2), N)), V::mul(V::splat(K::C3), N)), low);
+
+    // y + yl = x - M pi/32, W its 35 leading bits, R = 1/W
+    const vd p = V::sub(x, V::mul(V::splat(K::D1), M));
+    const vd h = V::mul(V::splat(K::D2), M);
+    const vd y = V::sub(p, h);
+    const vd yl = V::add(V::sub(V::sub(V::sub(p, y), h), V::mul(V::splat(K::D3), M)), low);
+    const vd W = V::and_(V::add(V::mul(V::splat(K::D2w), M), p), splat_bits<V>(~uint64_t{0x3ffff}));
+    const vd R = V::div(V::splat(1.0), W);
+    const vd f = V::mul(V::add(yl, V::sub(y, W)), R);
+    const vd Rs = V::and_(R, T(19));
+
+    const vd z = V::mul(r, r);
+    const vd z2 = V::mul(z, z);
+    const vd z3 = V::mul(r, z2);
+    vd A = V::add(V::add(V::add(V::mul(T(1), r), T(0)), V::mul(V::add(V::mul(T(4), r), T(2)), z)),
+                  V::mul(T(6), z2));
+    A = V::mul(
+        V::add(V::mul(V::add(A, V::mul(V::add(V::add(V::mul(T(10), r), T(8)), V::mul(T(12), z)), z3)), z2),
+               T(7)),
+        z2);
+    const vd Bp = V::add(V::mul(V::add(V::mul(T(5), r), T(3)), z),
+                         V::mul(z3, V::add(V::add(V::mul(T(11), r), T(9)), V::mul(T(13), z))));
+    const vd T16 = T(16), T17 = T(17);
+    const vd l = V::mul(T16, r);
+    const vd m = V::mul(T17, r);
+    const vd g = V::add(l, m);
+    const vd d = V::add(V::add(V::add(m, V::sub(l, g)), T(15)), V::mul(V::add(T16, T17), c));
+    const vd S = V::add(V::add(A, Bp), d);
+
+    const vd a = V::sub(Rs, T(14));
+    const vd b = V::sub(g, a);
+    return V::add(b, V::sub(V::add(S, V::sub(g, V::add(a, b))),
+                            V::mul(V::mul(T(18), R), V::sub(V::sub(V::splat(1.0), V::mul(W, Rs)), f))));
+}
+
 // tan x for a finite x.
 inline double scalar_tangent(double x) {
     using K = TanScalar;
-    using zvl::bits;
-    using zvl::from_bits;
-    const uint64_t ix = bits(x);
+    const uint64_t ix = zvl::bits(x);
     if ((static_cast<uint32_t>(ix >> 52) & 0x7ff) < K::tiny_field)
         return x == 0.0 ? x : (x * K::two55 - x) * K::two_m55;
     uint32_t q = 0;
@@ -88,43 +148,7 @@ inline double scalar_tangent(double x) {
         x = hl[0];
         low = hl[1];
     }
-    const double v = x * K::inv_step;
-    const double s = zvl::Fp64::shifter + v;
-    const double N = s - zvl::Fp64::shifter;
-    const double s16 = K::shifter16 + v;
-    const double M = s16 - K::shifter16;
-    const double* T = zvl::TanTable32 + 20 * ((zvl::low_word(s) + 16u * q) & 31u);
-
-    // x = B + r + c
-    const double t = x - K::C1 * N;
-    const double r = t - K::C2 * N;
-    const double c = ((((t - r) - K::C2 * N) - K::C3 * N) + low);
-
-    // y + yl = x - M pi/32, W its 35 leading bits, R = 1/W
-    const double p = x - K::D1 * M;
-    const double h = K::D2 * M;
-    const double y = p - h;
-    const double yl = ((((p - y) - h) - K::D3 * M) + low);
-    const double W = from_bits(bits(K::D2w * M + p) & ~uint64_t{0x3ffff});
-    const double R = 1.0 / W;
-    const double f = (yl + (y - W)) * R;
-    const double Rs = from_bits(bits(R) & bits(T[19]));
-
-    const double z = r * r;
-    const double z2 = z * z;
-    const double z3 = r * z2;
-    double A = ((T[1] * r + T[0]) + (T[4] * r + T[2]) * z) + T[6] * z2;
-    A = ((A + ((T[10] * r + T[8]) + T[12] * z) * z3) * z2 + T[7]) * z2;
-    const double Bp = (T[5] * r + T[3]) * z + z3 * ((T[11] * r + T[9]) + T[13] * z);
-    const double l = T[16] * r;
-    const double m = T[17] * r;
-    const double g = l + m;
-    const double d = ((m + (l - g)) + T[15]) + (T[16] + T[17]) * c;
-    const double S = (A + Bp) + d;
-
-    const double a = Rs - T[14];
-    const double b = g - a;
-    return b + ((S + (g - (a + b))) - (T[18] * R) * ((1.0 - W * Rs) - f));
+    return tangent_core<Scalar>(x, low, 16u * q);
 }
 
 // Pointer form: stores tan x, returns ZVL_STATUS_ERRDOM for an infinity.

@@ -90,7 +90,23 @@ typedef struct ZVLErrorRecord {
 
 typedef int (*ZVLErrorCallback)(ZVLErrorRecord *record);
 
-/* One double-complex element. */
+/*
+ * One double-complex element: two doubles, real part first, 16 bytes with
+ * no padding.  This is the layout of C99's double _Complex and of C++'s
+ * std::complex<double>, so arrays of either are passed by a cast:
+ *
+ *     double _Complex z[N], w[N];                 (C99)
+ *     VZEXP(&n, (const ZVLComplex16 *)z, (ZVLComplex16 *)w);
+ *
+ *     std::vector<std::complex<double>> z(N), w(N);   (C++)
+ *     VZEXP(&n, reinterpret_cast<const ZVLComplex16*>(z.data()),
+ *           reinterpret_cast<ZVLComplex16*>(w.data()));
+ *
+ * The complex functions compute each element in the x87 unit's extended
+ * format and round once; a fault shows only in the results and the raised
+ * floating-point flags: they set no status, errno or message and call no
+ * callback.
+ */
 typedef struct ZVLComplex16 {
     double real;
     double imag;

@@ -218,6 +218,16 @@ ZVL_API void VDPOWX_Idx(const int *n, const double *a, int ia, const double *b, 
                         int ir);
 
 /*
+ * Complex functions, one input, one output: r[i] = f(a[i]) on ZVLComplex16
+ * elements.  Each part of a result is within 1 ulp of that part (where a
+ * part cancels to near zero, the error is within 2^-52 of |f(a)|); special
+ * values follow C99 Annex G where it speaks.  Nothing is reported.
+ *   VZEXP    e^a = e^x (cos y + i sin y); the same in every accuracy mode
+ */
+ZVL_API void VZEXP(const int *n, const ZVLComplex16 *a, ZVLComplex16 *r);
+ZVL_API void VZEXP_Idx(const int *n, const ZVLComplex16 *a, int ia, ZVLComplex16 *r, int ir);
+
+/*
  * Rounding to integer values: no accuracy choice, nothing is ever reported.
  * VDRINT and VDNEARBYINT round in the caller's rounding mode; VDNEARBYINT
  * raises no inexact exception where the processor can avoid it. VDROUND

@@ -421,5 +421,20 @@ module zvl
       real(c_double), intent(inout) :: z(*)
       integer(c_int), value :: iz
     end subroutine VDMODF_Idx
+    ! Complex functions
+    subroutine VZEXP(n, a, r) bind(C, name="VZEXP")
+      import :: c_int, c_double_complex
+      integer(c_int), intent(in) :: n
+      complex(c_double_complex), intent(in) :: a(*)
+      complex(c_double_complex), intent(inout) :: r(*)
+    end subroutine VZEXP
+    subroutine VZEXP_Idx(n, a, ia, r, ir) bind(C, name="VZEXP_Idx")
+      import :: c_int, c_double_complex
+      integer(c_int), intent(in) :: n
+      complex(c_double_complex), intent(in) :: a(*)
+      integer(c_int), value :: ia
+      complex(c_double_complex), intent(inout) :: r(*)
+      integer(c_int), value :: ir
+    end subroutine VZEXP_Idx
   end interface
 end module zvl

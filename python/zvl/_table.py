@@ -29,6 +29,7 @@ FUNCTIONS = (
     ('rint', 'VDRINT', 'R1', "a[i] rounded in the caller's rounding mode", False, (2.5,), (2.0,)),
     ('nearbyint', 'VDNEARBYINT', 'R1', "a[i] rounded in the caller's rounding mode, without the inexact exception", False, (3.5,), (4.0,)),
     ('modf', 'VDMODF', 'R12', 'y[i] = integer part of a[i] (towards zero), z[i] = a[i] - y[i]', False, (-3.75,), (-3.0, -0.75)),
+    ('zexp', 'VZEXP', 'Z1', 'e^a[i] = e^x (cos y + i sin y) for a[i] = x + iy', False, ((1+1j),), ((1.4686939399158851+2.2873552871788423j),)),
 )
 
 CONSTANTS = {

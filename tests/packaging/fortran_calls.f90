@@ -226,6 +226,15 @@ program fortran_calls
   call expect('VDMODF', z(1), -0.75d0)
   call same('VDMODF_Idx', z, zi(5:7))
 
+  ! VZEXP: e^a[i] = e^x (cos y + i sin y) for a[i] = x + iy
+  ca = cmplx(1.0d0, 1.0d0, c_double_complex)
+  cai = 0
+  cai(3:) = cmplx(1.0d0, 1.0d0, c_double_complex)
+  call VZEXP(n, ca, cy)
+  call VZEXP_Idx(n, cai, 2, cyi, 3)
+  call expect('VZEXP', cy(1), cmplx(1.4686939399158851d0, 2.2873552871788423d0, c_double_complex))
+  call same('VZEXP_Idx', cy, cyi(4:6))
+
   if (failures > 0) then
     print '(i0, a)', failures, ' failures'
     error stop 1

@@ -223,9 +223,16 @@ ZVL_API void VDPOWX_Idx(const int *n, const double *a, int ia, const double *b, 
  * part cancels to near zero, the error is within 2^-52 of |f(a)|); special
  * values follow C99 Annex G where it speaks.  Nothing is reported.
  *   VZEXP    e^a = e^x (cos y + i sin y); the same in every accuracy mode
+ *   VZLN     ln a = ln|a| + i arg a, arg in [-pi, pi]; LA within 4 ulp, EP
+ *            within 2^-26 of |ln a|
+ *   VZLOG10  log10 a = ln a / ln 10; the same in every accuracy mode
  */
 ZVL_API void VZEXP(const int *n, const ZVLComplex16 *a, ZVLComplex16 *r);
 ZVL_API void VZEXP_Idx(const int *n, const ZVLComplex16 *a, int ia, ZVLComplex16 *r, int ir);
+ZVL_API void VZLN(const int *n, const ZVLComplex16 *a, ZVLComplex16 *r);
+ZVL_API void VZLN_Idx(const int *n, const ZVLComplex16 *a, int ia, ZVLComplex16 *r, int ir);
+ZVL_API void VZLOG10(const int *n, const ZVLComplex16 *a, ZVLComplex16 *r);
+ZVL_API void VZLOG10_Idx(const int *n, const ZVLComplex16 *a, int ia, ZVLComplex16 *r, int ir);
 
 /*
  * Rounding to integer values: no accuracy choice, nothing is ever reported.

@@ -13,6 +13,11 @@
 //                          bits, H is -ln R rounded to a multiple of 2^-42
 //                          (so that H plus a multiple of ln 2's high part
 //                          is exact) and L the double nearest the rest
+//   complex_tables ln_la   the LA kernel's polynomials, minimax fits: P (6
+//                          terms), ln(1 + r) = r + r^2 P(r) for |r| <= 0.009;
+//                          Q (9), the same for |t| <= 1/16; A (20),
+//                          atan v = v A(v^2) for 0 <= v <= 1
+//   complex_tables ln_ep   the EP kernel's: P (3), Q (5), A (10)
 //
 // Values come from MPFR at 256 bits and are printed as exact hexadecimal
 // literals, so the output is the same on every machine; the checked-in files
@@ -25,6 +30,7 @@
 #include <cstring>
 #include <string_view>
 
+#include "tools/fit/write.h"
 #include "tools/table_format.h"
 
 namespace {
@@ -121,13 +127,51 @@ void write_ln() {
         mpfr_mul_2ui(h, v, 42, MPFR_RNDN);
         mpfr_round(h, h);
         mpfr_div_2ui(h, h, 42, MPFR_RNDN);
+        if (mpfr_zero_p(h)) mpfr_set_zero(h, 1);  // -ln 1 is +0
         const double H = mpfr_get_d(h, MPFR_RNDN);
         mpfr_sub(v, v, h, MPFR_RNDN);
-        const double L = mpfr_get_d(v, MPFR_RNDN);
+        const double L = mpfr_zero_p(v) ? 0.0 : mpfr_get_d(v, MPFR_RNDN);
         std::printf("{%s, %s, %s},  // %d\n", put(mpfr_get_d(r, MPFR_RNDN), p[0], 40).data(),
                     put(H, p[1], 40).data(), put(L, p[2], 40).data(), j);
     }
     mpfr_clears(v, r, h, static_cast<mpfr_ptr>(nullptr));
+}
+
+// (ln(1 + v) - v)/v^2, the part the polynomials P and Q carry.
+void log1p_rest(mpfr_t out, const mpfr_t v) {
+    zvl_fit::Num t;
+    mpfr_log1p(t.v, v, MPFR_RNDN);
+    mpfr_sub(t.v, t.v, v, MPFR_RNDN);
+    mpfr_div(t.v, t.v, v, MPFR_RNDN);
+    mpfr_div(out, t.v, v, MPFR_RNDN);
+}
+
+void put_fit(const char* name, const zvl_fit::Problem& p) {
+    const zvl_fit::Fit f = zvl_fit::minimax(p);
+    char e[32];
+    zvl_fit::print_log2(e, sizeof e, f.error);
+    std::printf("// %s: %zu terms from the lowest power over [%g, %g], relative error %s\n{", name,
+                f.c.size(), p.lo, p.hi, e);
+    char a[40];
+    for (size_t i = 0; i < f.c.size(); ++i) {
+        zvl_tables::put_hex(f.c[i], a, sizeof a);
+        std::printf("%s%s", i ? ", " : "", a);
+    }
+    std::printf("},\n");
+}
+
+void write_polys(const char* arg, int p_terms, int q_terms, int a_terms) {
+    header(arg, "the polynomials P, Q and A of one Ln kernel, minimax fits of relative error.");
+    zvl_fit::Problem p;
+    p.target = log1p_rest;
+    for (int i = 0; i < p_terms; ++i) p.powers.push_back(i);
+    p.lo = -0.009, p.hi = 0.009;
+    put_fit("P", p);
+    p.powers.clear();
+    for (int i = 0; i < q_terms; ++i) p.powers.push_back(i);
+    p.lo = -0.0625, p.hi = 0.0625;
+    put_fit("Q", p);
+    put_fit("A", zvl_fit::odd_problem({mpfr_atan, true, 1.0}, a_terms));
 }
 
 }  // namespace
@@ -137,7 +181,9 @@ int main(int argc, char** argv) {
         if (std::strcmp(argv[1], "exp2") == 0) return write_exp2(), 0;
         if (std::strcmp(argv[1], "sincos") == 0) return write_sincos(), 0;
         if (std::strcmp(argv[1], "ln") == 0) return write_ln(), 0;
+        if (std::strcmp(argv[1], "ln_la") == 0) return write_polys("ln_la", 6, 9, 20), 0;
+        if (std::strcmp(argv[1], "ln_ep") == 0) return write_polys("ln_ep", 3, 5, 10), 0;
     }
-    std::fprintf(stderr, "usage: complex_tables exp2|sincos|ln\n");
+    std::fprintf(stderr, "usage: complex_tables exp2|sincos|ln|ln_la|ln_ep\n");
     return 2;
 }

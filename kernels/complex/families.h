@@ -6,3 +6,4 @@
 #undef ZVL_SUBSYSTEM
 #define ZVL_SUBSYSTEM complex
 #include ZVL_FAMILY(exp)
+#include ZVL_FAMILY(ln)

@@ -235,7 +235,7 @@ program fortran_calls
   call expect('VZEXP', cy(1), cmplx(1.4686939399158851d0, 2.2873552871788423d0, c_double_complex))
   call same('VZEXP_Idx', cy, cyi(4:6))
 
-  ! VZLN: ln a[i] = ln|a[i]| + i arg a[i], arg in [-pi, pi]
+  ! VZLN: ln a[i] = ln abs(a[i]) + i arg a[i], arg in [-pi, pi]
   ca = cmplx(1.0d0, 1.0d0, c_double_complex)
   cai = 0
   cai(3:) = cmplx(1.0d0, 1.0d0, c_double_complex)

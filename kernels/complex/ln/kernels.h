@@ -218,8 +218,8 @@ inline int lanes(typename V::vd x, typename V::vd y, typename V::vd& re, typenam
         re = far<V, M>(h, l);
     else if (nm == (1 << V::lanes) - 1)
         re = near_unit<V, M>(h, l);
-    else
-        re = V::select(near, near_unit<V, M>(h, l), far<V, M>(h, l));
+    else  // the near path on its own lanes alone: t^2 of a far lane could overflow
+        re = V::select(near, near_unit<V, M>(V::select(near, h, one), V::and_(near, l)), far<V, M>(h, l));
 
     vd a, alo;
     if constexpr (M == kHA) {

@@ -195,5 +195,24 @@ TEST(ZLn, OddElementLeavesTheBlockAlone) {
     }
 }
 
+// A block whose lanes take both paths raises no flag the elements alone
+// would not: a lane far from |z| = 1 must not run the near path's square.
+TEST(ZLn, MixedBlockRaisesNoOverflow) {
+    for (int cpu = 0; cpu < kCpuTypes; ++cpu) {
+        if (!cpu_runs(cpu)) continue;
+        for (int col = 0; col < 3; ++col) {
+            std::vector<Z> a(16, Z{1.5, 1.5}), r(16);
+            for (int k = 0; k < 16; k += 2) {
+                a[k] = Z{1e-148, -1.0294};  // near |z| = 1
+                a[k + 1] = Z{-0x1.13a8cded53471p+339, -1.7};
+            }
+            std::feclearexcept(FE_ALL_EXCEPT);
+            zvl::kernels_VZLN.k[cpu][col](16, a.data(), r.data());
+            EXPECT_EQ(std::fetestexcept(FE_OVERFLOW | FE_INVALID | FE_DIVBYZERO), 0)
+                << "cpu " << cpu << " column " << col;
+        }
+    }
+}
+
 }  // namespace
 }  // namespace zvl_test

@@ -48,4 +48,24 @@ inline void zblock_loop(int32_t n, const typename S::elem* a, typename S::elem* 
     }
 }
 
+// For complex families whose lanes are independent: block() from a
+// per-vector lanes<V>(x, y, re, im), which returns the refused lanes' bits
+// of one vector.
+template <class F>
+struct ZPerVector {
+    using form = forms::ZBlock;
+    template <class V, int W>
+    static uint32_t block(const double* x, const double* y, double* re, double* im) {
+        uint32_t refused = 0;
+        for (int i = 0; i < W; i += V::lanes) {
+            typename V::vd a, b;
+            refused |= static_cast<uint32_t>(F::template lanes<V>(V::load(x + i), V::load(y + i), a, b)) << i;
+            V::store(re + i, a);
+            V::store(im + i, b);
+        }
+        return refused;
+    }
+    static void element(ZVLComplex16* r, const ZVLComplex16* z) { F::scalar(r, z); }
+};
+
 }  // namespace

@@ -18,6 +18,7 @@
 // (e^x, +-0) on this path too.
 #pragma once
 
+#include "kernels/common/double_word.h"
 #include "kernels/common/unit.h"
 #include "kernels/complex/exp/data.h"
 #include "kernels/complex/exp/plan.h"
@@ -28,25 +29,12 @@ namespace {
 namespace zexp {
 
 constexpr uint64_t kShift = 0x4338000000000000;  // 3 * 2^51
-constexpr uint64_t kHigh26 = 0xfffffffff8000000;
-
-template <class V>
-struct Split {
-    typename V::vd hi, lo;
-};
-
-// a + b and its rounding error.
-template <class V>
-inline void two_sum(typename V::vd a, typename V::vd b, typename V::vd& s, typename V::vd& e) {
-    s = V::add(a, b);
-    const typename V::vd bb = V::sub(s, a);
-    e = V::add(V::sub(a, V::sub(s, bb)), V::sub(b, bb));
-}
+constexpr uint64_t kHigh26 = keep_bits(26);
 
 // sin(j pi/32 + r + c) times 2^100, split into a high part of 26 bits and
 // the rest; idx holds 4 j for each lane.
 template <class V>
-inline Split<V> sine(const uint32_t* idx, typename V::vd r, typename V::vd c, typename V::vd sp,
+inline Parts<V> sine(const uint32_t* idx, typename V::vd r, typename V::vd c, typename V::vd sp,
                      typename V::vd cp) {
     using vd = typename V::vd;
     const double* t = &zvl::sincos_table[0][0];
@@ -68,7 +56,7 @@ inline Split<V> sine(const uint32_t* idx, typename V::vd r, typename V::vd c, ty
 }
 
 template <class V>
-inline typename V::vd product(Split<V> a, Split<V> b, typename V::vd scale) {
+inline typename V::vd product(Parts<V> a, Parts<V> b, typename V::vd scale) {
     return V::mul(V::add(V::mul(a.hi, b.hi),
                          V::add(V::mul(a.hi, b.lo), V::add(V::mul(a.lo, b.hi), V::mul(a.lo, b.lo)))),
                   scale);
@@ -104,7 +92,7 @@ inline int lanes(typename V::vd x, typename V::vd y, typename V::vd& re, typenam
     const vd pt = V::mul(V::add(p, t), T);
     const vd E = V::add(T, pt);
     const vd Eh = V::and_(E, splat_bits<V>(kHigh26));
-    const Split<V> e{Eh, V::add(V::sub(T, Eh), pt)};
+    const Parts<V> e{Eh, V::add(V::sub(T, Eh), pt)};
     const vd scale = V::shl_i64(
         V::and_(V::add_i64(V::shr_i64(tn, 6), splat_bits<V>(0x3ff)), splat_bits<V>(0x7ff)), 52);
 
@@ -130,8 +118,8 @@ inline int lanes(typename V::vd x, typename V::vd y, typename V::vd& re, typenam
         kc[i] = 4 * ((ks[i] + 16) & 63);
         ks[i] = 4 * (ks[i] & 63);
     }
-    const Split<V> s = sine<V>(ks, ra, c, sp, cp);
-    const Split<V> co = sine<V>(kc, ra, c, sp, cp);
+    const Parts<V> s = sine<V>(ks, ra, c, sp, cp);
+    const Parts<V> co = sine<V>(kc, ra, c, sp, cp);
 
     const vd down = V::mul(scale, splat_bits<V>(0x39b0000000000000));  // 2^-100
     re = product<V>(co, e, down);
@@ -143,23 +131,15 @@ inline int lanes(typename V::vd x, typename V::vd y, typename V::vd& re, typenam
 
 }  // namespace zexp
 
-struct ZExpVector {
-    using form = forms::ZBlock;
-    template <class V, int W>
-    static uint32_t block(const double* x, const double* y, double* re, double* im) {
-        uint32_t refused = 0;
-        for (int i = 0; i < W; i += V::lanes) {
-            typename V::vd a, b;
-            refused |= static_cast<uint32_t>(zexp::lanes<V>(V::load(x + i), V::load(y + i), a, b)) << i;
-            V::store(re + i, a);
-            V::store(im + i, b);
-        }
-        return refused;
+struct ZExpLanes {
+    template <class V>
+    static int lanes(typename V::vd x, typename V::vd y, typename V::vd& re, typename V::vd& im) {
+        return zexp::lanes<V>(x, y, re, im);
     }
-    static void element(ZVLComplex16* r, const ZVLComplex16* z) { zExp_scalar(r, z); }
+    static void scalar(ZVLComplex16* r, const ZVLComplex16* z) { zExp_scalar(r, z); }
 };
 
-using ZExpFamily = PlannedFamily<zvl::plans::zExp, Shape<1, 1, ZVLComplex16>, Letter<'V', ZExpVector>>;
+using ZExpFamily = PlannedFamily<zvl::plans::zExp, Shape<1, 1, ZVLComplex16>, Letter<'V', ZPerVector<ZExpLanes>>>;
 
 }  // namespace
 

@@ -22,6 +22,7 @@
 // ln 2 in one part and s in one.
 #pragma once
 
+#include "kernels/common/double_word.h"
 #include "kernels/common/unit.h"
 #include "kernels/complex/ln/data.h"
 #include "kernels/complex/ln/plan.h"
@@ -33,7 +34,7 @@ namespace zln {
 
 enum Mode { kHA, kLA, kEP };
 
-constexpr uint64_t kHigh26 = 0xfffffffff8000000;
+constexpr uint64_t kHigh26 = keep_bits(26);
 
 // The polynomials, lowest power first.
 constexpr double kP_HA[] = {-0x1p-1, 0x1.5555555555613p-2, -0x1.0000000000262p-2, 0x1.9999997b36c81p-3,
@@ -66,42 +67,25 @@ inline typename V::vd horner(const double (&c)[N], typename V::vd v) {
     return p;
 }
 
+// s + e = a + b exactly, as a pair.
 template <class V>
-struct Pair {
-    typename V::vd hi, lo;
-};
-template <class V>
-inline Pair<V> two_sum(typename V::vd a, typename V::vd b) {
-    const typename V::vd s = V::add(a, b), bb = V::sub(s, a);
-    return {s, V::add(V::sub(a, V::sub(s, bb)), V::sub(b, bb))};
-}
-// Veltkamp's split: hi and lo of 26 bits each, so their products are exact.
-template <class V>
-inline Pair<V> split(typename V::vd v) {
-    const typename V::vd c = V::mul(v, V::splat(134217729.0));
-    const typename V::vd hi = V::sub(c, V::sub(c, v));
-    return {hi, V::sub(v, hi)};
-}
-// a * b and its rounding error.
-template <class V>
-inline Pair<V> two_prod(typename V::vd a, typename V::vd b) {
-    const typename V::vd p = V::mul(a, b);
-    const Pair<V> x = split<V>(a), y = split<V>(b);
-    return {p, V::add(V::add(V::add(V::sub(V::mul(x.hi, y.hi), p), V::mul(x.hi, y.lo)), V::mul(x.lo, y.hi)),
-                      V::mul(x.lo, y.lo))};
+inline Parts<V> sum_pair(typename V::vd a, typename V::vd b) {
+    Parts<V> p;
+    two_sum<V>(a, b, p.hi, p.lo);
+    return p;
 }
 
 // Half ln(1 + t), t = h^2 + l^2 - 1 formed without loss.
 template <class V, int M>
 inline typename V::vd near_unit(typename V::vd h, typename V::vd l) {
     using vd = typename V::vd;
-    const Pair<V> a = split<V>(h), b = split<V>(l);
+    const Parts<V> a = veltkamp_split<V>(h), b = veltkamp_split<V>(l);
     const vd two = V::splat(2.0);
-    Pair<V> s = two_sum<V>(V::mul(a.hi, a.hi), V::splat(-1.0));
+    Parts<V> s = sum_pair<V>(V::mul(a.hi, a.hi), V::splat(-1.0));
     vd lo = s.lo;
     const vd terms[3] = {V::mul(b.hi, b.hi), V::mul(two, V::mul(a.hi, a.lo)), V::mul(two, V::mul(b.hi, b.lo))};
     for (const vd term : terms) {
-        s = two_sum<V>(s.hi, term);
+        s = sum_pair<V>(s.hi, term);
         lo = V::add(lo, s.lo);
     }
     lo = V::add(V::add(lo, V::mul(a.lo, a.lo)), V::mul(b.lo, b.lo));
@@ -125,8 +109,10 @@ inline typename V::vd far(typename V::vd h, typename V::vd l) {
         s = V::add(V::mul(h, h), V::mul(l, l));
         slo = V::splat(0.0);
     } else {
-        const Pair<V> H = two_prod<V>(h, h), L = two_prod<V>(l, l);
-        const Pair<V> sum = two_sum<V>(H.hi, L.hi);
+        Parts<V> H, L;
+        two_product<V>(h, h, H.hi, H.lo);
+        two_product<V>(l, l, L.hi, L.lo);
+        const Parts<V> sum = sum_pair<V>(H.hi, L.hi);
         s = sum.hi;
         slo = V::add(V::add(sum.lo, H.lo), L.lo);
     }
@@ -140,7 +126,7 @@ inline typename V::vd far(typename V::vd h, typename V::vd l) {
     const double* t = &zvl::ln_table[0][0];
     const vd R = V::gather(t, j), Hj = V::gather(t + 1, j), Lj = V::gather(t + 2, j);
     const vd mh = V::and_(m, splat_bits<V>(kHigh26));
-    const Pair<V> r = two_sum<V>(V::sub(V::mul(R, mh), V::splat(1.0)), V::mul(R, V::sub(m, mh)));
+    const Parts<V> r = sum_pair<V>(V::sub(V::mul(R, mh), V::splat(1.0)), V::mul(R, V::sub(m, mh)));
     vd p;
     if constexpr (M == kHA)
         p = horner<V>(kP_HA, r.hi);
@@ -164,13 +150,13 @@ inline typename V::vd far(typename V::vd h, typename V::vd l) {
 
 // atan(ay/ax) for positive ax, ay, as a pair.
 template <class V>
-inline Pair<V> angle_ha(typename V::vd ax, typename V::vd ay) {
+inline Parts<V> angle_ha(typename V::vd ax, typename V::vd ay) {
     using vd = typename V::vd;
     const vd ay16 = V::mul(ay, V::splat(16.0));
     const vd i2 = V::le(V::mul(ax, V::splat(7.0)), ay16), i3 = V::le(V::mul(ax, V::splat(11.0)), ay16),
              i4 = V::le(V::mul(ax, V::splat(19.0)), ay16), i5 = V::le(V::mul(ax, V::splat(39.0)), ay16);
     const vd ax2 = V::add(ax, ax), ay2 = V::add(ay, ay);
-    const Pair<V> ax3 = two_sum<V>(ax2, ax);
+    const Parts<V> ax3 = sum_pair<V>(ax2, ax);
     vd num = ay, nlo = V::splat(0.0), den = ax, chi = V::splat(0.0), clo = V::splat(0.0);
     auto pick = [&](vd m, vd n, vd nl, vd d, uint64_t h, uint64_t l) {
         num = V::select(m, n, num);
@@ -186,7 +172,8 @@ inline Pair<V> angle_ha(typename V::vd ax, typename V::vd ay) {
          0x3fef730bd281f69b, 0x3c7007887af0cbbd);
     pick(i5, V::sub(zero, ax), zero, ay, 0x3ff921fb54442d18, 0x3c91a62633145c07);
     const vd v = V::div(num, den);
-    const Pair<V> p = two_prod<V>(v, den);
+    Parts<V> p;
+    two_product<V>(v, den, p.hi, p.lo);
     const vd vlo = V::div(V::add(V::sub(V::sub(num, p.hi), p.lo), nlo), den);
     const vd w = V::mul(v, v);
     const vd poly = V::mul(V::mul(v, w), horner<V>(kA_HA, w));
@@ -223,7 +210,7 @@ inline int lanes(typename V::vd x, typename V::vd y, typename V::vd& re, typenam
 
     vd a, alo;
     if constexpr (M == kHA) {
-        const Pair<V> p = angle_ha<V>(ax, ay);
+        const Parts<V> p = angle_ha<V>(ax, ay);
         a = p.hi;
         alo = p.lo;
     } else {
@@ -248,20 +235,12 @@ inline int lanes(typename V::vd x, typename V::vd y, typename V::vd& re, typenam
 }  // namespace zln
 
 template <int M>
-struct ZLnVector {
-    using form = forms::ZBlock;
-    template <class V, int W>
-    static uint32_t block(const double* x, const double* y, double* re, double* im) {
-        uint32_t refused = 0;
-        for (int i = 0; i < W; i += V::lanes) {
-            typename V::vd a, b;
-            refused |= static_cast<uint32_t>(zln::lanes<V, M>(V::load(x + i), V::load(y + i), a, b)) << i;
-            V::store(re + i, a);
-            V::store(im + i, b);
-        }
-        return refused;
+struct ZLnLanes {
+    template <class V>
+    static int lanes(typename V::vd x, typename V::vd y, typename V::vd& re, typename V::vd& im) {
+        return zln::lanes<V, M>(x, y, re, im);
     }
-    static void element(ZVLComplex16* r, const ZVLComplex16* z) { zLn_scalar(r, z); }
+    static void scalar(ZVLComplex16* r, const ZVLComplex16* z) { zLn_scalar(r, z); }
 };
 
 struct ZLog10Thin {
@@ -269,8 +248,8 @@ struct ZLog10Thin {
     static void element(ZVLComplex16* r, const ZVLComplex16* z) { zLog10_scalar(r, z); }
 };
 
-using ZLnFamily = PlannedFamily<zvl::plans::zLn, Shape<1, 1, ZVLComplex16>, Letter<'H', ZLnVector<zln::kHA>>,
-                                Letter<'L', ZLnVector<zln::kLA>>, Letter<'E', ZLnVector<zln::kEP>>>;
+using ZLnFamily = PlannedFamily<zvl::plans::zLn, Shape<1, 1, ZVLComplex16>, Letter<'H', ZPerVector<ZLnLanes<zln::kHA>>>,
+                                Letter<'L', ZPerVector<ZLnLanes<zln::kLA>>>, Letter<'E', ZPerVector<ZLnLanes<zln::kEP>>>>;
 using ZLog10Family = PlannedFamily<zvl::plans::zLog10, Shape<1, 1, ZVLComplex16>, Letter<'T', ZLog10Thin>>;
 
 }  // namespace

@@ -87,21 +87,16 @@ struct ProbeThin {
 
 // 2x by the vector code; parts from 2^100 up (and NaNs) to the scalar
 // routine, 4x.
-struct ProbeZBlock {
-    using form = forms::ZBlock;
-    template <class V, int W>
-    static uint32_t block(const double* x, const double* y, double* re, double* im) {
-        uint32_t refused = 0;
-        for (int i = 0; i < W; i += V::lanes) {
-            const typename V::vd a = V::load(x + i), b = V::load(y + i), bound = V::splat(0x1p100);
-            const typename V::vd ok = V::and_(V::lt(abs_of<V>(a), bound), V::lt(abs_of<V>(b), bound));
-            refused |= static_cast<uint32_t>(V::mask(ok) ^ ((1 << V::lanes) - 1)) << i;
-            V::store(re + i, V::add(a, a));
-            V::store(im + i, V::add(b, b));
-        }
-        return refused;
+struct ProbeZLanes {
+    template <class V>
+    static int lanes(typename V::vd x, typename V::vd y, typename V::vd& re, typename V::vd& im) {
+        const typename V::vd bound = V::splat(0x1p100);
+        const typename V::vd ok = V::and_(V::lt(abs_of<V>(x), bound), V::lt(abs_of<V>(y), bound));
+        re = V::add(x, x);
+        im = V::add(y, y);
+        return V::mask(ok) ^ ((1 << V::lanes) - 1);
     }
-    static void element(ZVLComplex16* y, const ZVLComplex16* x) {
+    static void scalar(ZVLComplex16* y, const ZVLComplex16* x) {
         y->real = 4 * x->real;
         y->imag = 4 * x->imag;
     }
@@ -110,7 +105,7 @@ struct ProbeZBlock {
 using ProbeFamily = PlannedFamily<zvl::plans::Probe, D12Shape, Letter<'A', ProbeLanes>, Letter<'B', ProbeMask>>;
 using ProbeBatchFamily = PlannedFamily<zvl::plans::ProbeBatch, D1Shape, Letter<'T', ProbeBatchT>>;
 using ZProbeFamily = PlannedFamily<zvl::plans::zProbe, Shape<1, 1, ZVLComplex16>, Letter<'Z', ProbeThin>,
-                                   Letter<'V', ProbeZBlock>>;
+                                   Letter<'V', ZPerVector<ProbeZLanes>>>;
 
 }  // namespace
 

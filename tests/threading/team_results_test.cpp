@@ -69,10 +69,12 @@ Args arguments(const Row& f, int n, bool special) {
     return x;
 }
 
-// Elements [from, from + n) through the kernel, into the same places of r.
+// Elements [from, from + n) through the kernel, into the same places of r
+// (a complex element is two doubles).
 void run_part(const Row& f, const Kernel& k, const Args& x, int from, int n, double* r) {
-    const double* b = f.shape == Shape::D2 ? x.b.data() + from : x.bp();
-    k(n, x.a.data() + from, b, r + from, nullptr);
+    const int at = from * f.elem_doubles;
+    const double* b = f.shape == Shape::D2 || f.shape == Shape::Z2 ? x.b.data() + at : x.bp();
+    k(n, x.a.data() + at, b, r + at, nullptr);
 }
 
 // All n elements through the driver of the row's shape.
@@ -90,8 +92,15 @@ void run_on_team(const Row& f, const Kernel& k, const Args& x, int n, double* r)
             zel_zvl_service_threader_d_cd_2i_d_1o(reinterpret_cast<zvl::KernelDx>(k.fn), n,
                                                   x.a.data(), x.b[0], r, 0, 0);
             break;
+        case Shape::Z1:
+            zel_zvl_service_threader_z_1i_1o(reinterpret_cast<zvl::KernelZ1>(k.fn), n,
+                                             reinterpret_cast<const ZVLComplex16*>(x.a.data()),
+                                             reinterpret_cast<ZVLComplex16*>(r), 0, 0);
+            break;
         case Shape::D12:
-            FAIL() << "no arithmetic row has two outputs";
+        case Shape::Z2:
+        case Shape::ZX:
+            FAIL() << "no arithmetic row of this shape yet";
     }
 }
 
@@ -126,7 +135,7 @@ protected:
             for (int col = 0; col < 3; ++col) {
                 if (!whole_blocks && split_dependent(*f, cpu_, col)) continue;
                 const Kernel k = f->kernel(cpu_, col);
-                std::vector<double> team(static_cast<size_t>(n)), direct(team.size());
+                std::vector<double> team(static_cast<size_t>(n * f->elem_doubles)), direct(team.size());
                 run_on_team(*f, k, x, n, team.data());
                 run_part(*f, k, x, 0, n, direct.data());
                 const int at = first_difference(team, direct);
@@ -196,7 +205,7 @@ TEST_F(TeamResults, SplitAnywhereMatchesWholeArray) {
             const Kernel k = f->kernel(cpu_, col);
             for (bool special : {false, true}) {
                 const Args x = arguments(*f, kN, special);
-                std::vector<double> whole(kN), split(kN);
+                std::vector<double> whole(static_cast<size_t>(kN * f->elem_doubles)), split(whole.size());
                 run_part(*f, k, x, 0, kN, whole.data());
                 for (int at = 1; at <= 33; ++at) {
                     run_part(*f, k, x, 0, at, split.data());

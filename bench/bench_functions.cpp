@@ -3,6 +3,9 @@
 // left out), beside the function's baseline loop and its glibc vector and
 // SLEEF peers, at n = 1000 (in cache) and n = 1000000 (streaming).
 //
+// The complex functions (zexp, zln, zlog10) run beside the loop over glibc's
+// function of the same name.
+//
 // Names read <function>/<mode>/<cpu label>/<n> and <function>/peer/<peer>/<n>,
 // so --benchmark_filter='^exp/HA/' or '/1000$' picks a slice. The counter
 // ns_per_elem is the time per element (shown in seconds with an SI prefix).
@@ -12,7 +15,9 @@
 #include <string>
 #include <vector>
 
+#include "tools/common/complex_rows.h"
 #include "tools/common/functions.h"
+#include "tools/common/rng.h"
 
 namespace {
 
@@ -87,6 +92,40 @@ void register_all() {
     }
 }
 
-const int registered = (register_all(), 0);
+// Complex functions: n elements of the row's timing region.
+void run_complex(benchmark::State& state, const ComplexRow* row, LoopZ fn, size_t n) {
+    std::vector<ZVLComplex16> a(n), r(n);
+    Rng rng(1);
+    for (ZVLComplex16& z : a) z = {draw(rng, row->timing.re), draw(rng, row->timing.im)};
+    for (auto _ : state) {
+        fn(static_cast<int32_t>(n), a.data(), r.data());
+        benchmark::DoNotOptimize(r.data());
+        benchmark::ClobberMemory();
+    }
+    state.SetItemsProcessed(static_cast<int64_t>(state.iterations() * n));
+    state.counters["ns_per_elem"] =
+        benchmark::Counter(static_cast<double>(n), benchmark::Counter::kIsIterationInvariantRate |
+                                                       benchmark::Counter::kInvert);
+}
+
+void register_complex() {
+    for (const ComplexFunction& f : complex_functions()) {
+        const ComplexRow* row = f.row;
+        for (size_t n : {size_t{1000}, size_t{1000000}}) {
+            const std::string size = "/" + std::to_string(n);
+            for (int m = 0; m < kModes; ++m)
+                for (int cpu = kCpuTypes - 1; cpu >= 0; --cpu) {
+                    if (!cpu_runnable(cpu)) continue;
+                    const std::string name =
+                        std::string(row->name) + "/" + kModeNames[m] + "/" + kCpuLabels[cpu] + size;
+                    benchmark::RegisterBenchmark(name.c_str(), run_complex, row, f.kernel(cpu, m), n);
+                }
+            const std::string name = std::string(row->name) + "/peer/" + slug(row->baseline_label) + size;
+            benchmark::RegisterBenchmark(name.c_str(), run_complex, row, row->baseline, n);
+        }
+    }
+}
+
+const int registered = (register_all(), register_complex(), 0);
 
 }  // namespace

@@ -597,5 +597,48 @@ module zvl
       real(c_double), intent(inout) :: z(*)
       integer(c_int), value :: iz
     end subroutine VDMODF_Idx
+    ! Complex functions
+    subroutine VZEXP(n, a, r) bind(C, name="VZEXP")
+      import :: c_int, c_double_complex
+      integer(c_int), intent(in) :: n
+      complex(c_double_complex), intent(in) :: a(*)
+      complex(c_double_complex), intent(inout) :: r(*)
+    end subroutine VZEXP
+    subroutine VZEXP_Idx(n, a, ia, r, ir) bind(C, name="VZEXP_Idx")
+      import :: c_int, c_double_complex
+      integer(c_int), intent(in) :: n
+      complex(c_double_complex), intent(in) :: a(*)
+      integer(c_int), value :: ia
+      complex(c_double_complex), intent(inout) :: r(*)
+      integer(c_int), value :: ir
+    end subroutine VZEXP_Idx
+    subroutine VZLN(n, a, r) bind(C, name="VZLN")
+      import :: c_int, c_double_complex
+      integer(c_int), intent(in) :: n
+      complex(c_double_complex), intent(in) :: a(*)
+      complex(c_double_complex), intent(inout) :: r(*)
+    end subroutine VZLN
+    subroutine VZLN_Idx(n, a, ia, r, ir) bind(C, name="VZLN_Idx")
+      import :: c_int, c_double_complex
+      integer(c_int), intent(in) :: n
+      complex(c_double_complex), intent(in) :: a(*)
+      integer(c_int), value :: ia
+      complex(c_double_complex), intent(inout) :: r(*)
+      integer(c_int), value :: ir
+    end subroutine VZLN_Idx
+    subroutine VZLOG10(n, a, r) bind(C, name="VZLOG10")
+      import :: c_int, c_double_complex
+      integer(c_int), intent(in) :: n
+      complex(c_double_complex), intent(in) :: a(*)
+      complex(c_double_complex), intent(inout) :: r(*)
+    end subroutine VZLOG10
+    subroutine VZLOG10_Idx(n, a, ia, r, ir) bind(C, name="VZLOG10_Idx")
+      import :: c_int, c_double_complex
+      integer(c_int), intent(in) :: n
+      complex(c_double_complex), intent(in) :: a(*)
+      integer(c_int), value :: ia
+      complex(c_double_complex), intent(inout) :: r(*)
+      integer(c_int), value :: ir
+    end subroutine VZLOG10_Idx
   end interface
 end module zvl

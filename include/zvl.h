@@ -90,7 +90,23 @@ typedef struct ZVLErrorRecord {
 
 typedef int (*ZVLErrorCallback)(ZVLErrorRecord *record);
 
-/* One double-complex element. */
+/*
+ * One double-complex element: two doubles, real part first, 16 bytes with
+ * no padding.  This is the layout of C99's double _Complex and of C++'s
+ * std::complex<double>, so arrays of either are passed by a cast:
+ *
+ *     double _Complex z[N], w[N];                 (C99)
+ *     VZEXP(&n, (const ZVLComplex16 *)z, (ZVLComplex16 *)w);
+ *
+ *     std::vector<std::complex<double>> z(N), w(N);   (C++)
+ *     VZEXP(&n, reinterpret_cast<const ZVLComplex16*>(z.data()),
+ *           reinterpret_cast<ZVLComplex16*>(w.data()));
+ *
+ * The complex functions compute each element in the x87 unit's extended
+ * format and round once; a fault shows only in the results and the raised
+ * floating-point flags: they set no status, errno or message and call no
+ * callback.
+ */
 typedef struct ZVLComplex16 {
     double real;
     double imag;
@@ -255,6 +271,23 @@ ZVL_API void VDSINCOS_Idx(const int *n, const double *a, int ia, double *y, int 
 ZVL_API void VDPOWX(const int *n, const double *a, const double *b, double *r);
 ZVL_API void VDPOWX_Idx(const int *n, const double *a, int ia, const double *b, double *r,
                         int ir);
+
+/*
+ * Complex functions, one input, one output: r[i] = f(a[i]) on ZVLComplex16
+ * elements.  Each part of a result is within 1 ulp of that part (where a
+ * part cancels to near zero, the error is within 2^-52 of |f(a)|); special
+ * values follow C99 Annex G where it speaks.  Nothing is reported.
+ *   VZEXP    e^a = e^x (cos y + i sin y); the same in every accuracy mode
+ *   VZLN     ln a = ln|a| + i arg a, arg in [-pi, pi]; LA within 4 ulp, EP
+ *            within 2^-26 of |ln a|
+ *   VZLOG10  log10 a = ln a / ln 10; the same in every accuracy mode
+ */
+ZVL_API void VZEXP(const int *n, const ZVLComplex16 *a, ZVLComplex16 *r);
+ZVL_API void VZEXP_Idx(const int *n, const ZVLComplex16 *a, int ia, ZVLComplex16 *r, int ir);
+ZVL_API void VZLN(const int *n, const ZVLComplex16 *a, ZVLComplex16 *r);
+ZVL_API void VZLN_Idx(const int *n, const ZVLComplex16 *a, int ia, ZVLComplex16 *r, int ir);
+ZVL_API void VZLOG10(const int *n, const ZVLComplex16 *a, ZVLComplex16 *r);
+ZVL_API void VZLOG10_Idx(const int *n, const ZVLComplex16 *a, int ia, ZVLComplex16 *r, int ir);
 
 /*
  * Rounding to integer values: no accuracy choice, nothing is ever reported.

@@ -6,3 +6,4 @@
 #include "kernels/explog/families.h"
 #include "kernels/trig/families.h"
 #include "kernels/erf/families.h"
+#include "kernels/complex/families.h"

@@ -69,16 +69,21 @@ struct PlannedFamily {
         run_arrays<Cpu, Col>(n, a, nullptr, r, r2, name);
     }
 
-    // The complex shapes run the thin form and report nothing. (The complex
-    // array-and-scalar shape passes one scalar, not an array: such a family
-    // writes its own run, as Powx does.)
+    // The complex shapes run the thin form or the block form and report
+    // nothing. (The complex array-and-scalar shape passes one scalar, not an
+    // array: such a family writes its own run, as Powx does.)
     template <int Cpu, int Col>
     static void run_complex(int32_t n, const ZVLComplex16* a, const ZVLComplex16* b, ZVLComplex16* r) {
         constexpr zvl::Cell c = P.at(Cpu, Col);
-        static_assert(!c.forwards() && c.loop == zvl::Loop::thin, "complex kernels of their own run the thin form");
+        static_assert(!c.forwards() && (c.loop == zvl::Loop::thin || c.loop == zvl::Loop::zblock),
+                      "complex kernels of their own run the thin or the block form");
         using F = typename ByLetter<c.variant, Letters...>::type;
         [[maybe_unused]] GuardFor<c.guard> guard;
-        if (n > 0) thin_loop<F, S>(n, a, b, r);
+        if (n <= 0) return;
+        if constexpr (c.loop == zvl::Loop::thin)
+            thin_loop<F, S>(n, a, b, r);
+        else
+            zblock_loop<WrapFor<c.wrap>, c.width, F, S>(n, a, r);
     }
     template <int Cpu, int Col>
     static void run(int32_t n, const ZVLComplex16* a, ZVLComplex16* r, const char*) {

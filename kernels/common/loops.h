@@ -10,6 +10,7 @@
 //   loops/exact.h    exact form      Exact (the rounding family)
 //   loops/batch.h    batch form      Batch (vector pass, extended pass)
 //   loops/thin.h     thin form       Thin (complex scalar routines)
+//   loops/zblock.h   block form      ZBlock (complex vector kernels)
 //
 // Included by the per-cpu units inside their unnamed namespace.
 #pragma once
@@ -21,6 +22,7 @@
 #include "kernels/common/loops/restart.h"
 #include "kernels/common/loops/scratch.h"
 #include "kernels/common/loops/thin.h"
+#include "kernels/common/loops/zblock.h"
 
 namespace {
 

@@ -42,6 +42,7 @@ enum class Loop : uint8_t {
     exact,    // the rounding family's: a block or its elements, nothing reported
     batch,    // batches of 64 with an extended-precision pass
     thin,     // one scalar routine call per element
+    zblock,   // complex blocks by parts, refused lanes through the scalar routine
 };
 
 // The vector wrapper of the loop: the unit's own, one double at a time, or

@@ -157,10 +157,15 @@ Kernel make(K k, Shape s) {
 // The exported entries in one calling form, by the entry's type.
 using D1Entry = void (*)(const int*, const double*, double*);
 using D12Entry = void (*)(const int*, const double*, double*, double*);
+using Z = ZVLComplex16;
+using Z1Entry = void (*)(const int*, const Z*, Z*);
+using Z2Entry = void (*)(const int*, const Z*, const Z*, Z*);  // and the array-and-scalar shape
 template <auto F>
 void entry(const int* n, const double* a, const double* b, double* r, double* r2) {
     if constexpr (std::is_same_v<decltype(F), D1Entry>) F(n, a, r);
     else if constexpr (std::is_same_v<decltype(F), D12Entry>) F(n, a, r, r2);
+    else if constexpr (std::is_same_v<decltype(F), Z1Entry>) F(n, z(a), z(r));
+    else if constexpr (std::is_same_v<decltype(F), Z2Entry>) F(n, z(a), z(b), z(r));
     else F(n, a, b, r);
 }
 template <auto F>
@@ -175,6 +180,12 @@ void entry_idx(const int* n, const double* a, int ia, const double* b, int ib, d
     else if constexpr (std::is_same_v<T, void (*)(const int*, const double*, int, const double*,
                                                   double*, int)>)
         F(n, a, ia, b, r, ir);  // the scalar has no index
+    else if constexpr (std::is_same_v<T, void (*)(const int*, const Z*, int, Z*, int)>)
+        F(n, z(a), ia, z(r), ir);
+    else if constexpr (std::is_same_v<T, void (*)(const int*, const Z*, int, const Z*, Z*, int)>)
+        F(n, z(a), ia, z(b), z(r), ir);
+    else if constexpr (std::is_same_v<T, void (*)(const int*, const Z*, int, const Z*, int, Z*, int)>)
+        F(n, z(a), ia, z(b), ib, z(r), ir);
     else
         F(n, a, ia, b, ib, r, ir);
 }
@@ -245,8 +256,14 @@ std::string slot_label(const Slot& s) {
 }
 
 void Args::set(int i, Element e, Shape s) {
-    a[static_cast<size_t>(i)] = e.a;
-    if (s == Shape::D2 || s == Shape::Z2) b[static_cast<size_t>(i)] = e.b;
+    const size_t k = static_cast<size_t>(i);
+    if (s == Shape::Z1 || s == Shape::Z2 || s == Shape::ZX) {
+        a[2 * k] = e.a;
+        a[2 * k + 1] = e.b;
+        return;
+    }
+    a[k] = e.a;
+    if (s == Shape::D2) b[k] = e.b;
 }
 
 Args ordinary(const Row& r, int n, uint64_t seed) {

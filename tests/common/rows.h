@@ -35,6 +35,8 @@ struct Kernel {
     void operator()(int32_t n, const double* a, const double* b, double* r, double* r2) const;
 };
 
+// One element of the arguments: a and b of a real row's two inputs, or the
+// real and imaginary parts of a complex row's first input.
 struct Element {
     double a, b;
 };

@@ -57,18 +57,20 @@ TEST_P(FrontEnd, ArgumentChecksInOrder) {
     // 1.5, or the row's largest ordinary argument below it (ErfInv's domain
     // ends at 1): a clean call
     const double clean = std::min(1.5, r.traits->a_hi);
-    std::vector<double> a(4, clean), b(4, 1.5), y(4, kUntouched), z(4, kUntouched);
+    const bool two_in = r.shape == Shape::D2 || r.shape == Shape::Z2;
+    // room for three complex elements
+    std::vector<double> a(6, clean), b(6, 1.5), y(6, kUntouched), z(6, kUntouched);
     // null_from: the first of the checked arrays given as null (`alone`: the
     // only one), -1 none.
     auto call = [&](int n, int null_from, bool alone) {
         std::vector<const double*> p = {a.data()};
-        if (r.shape == Shape::D2) p.push_back(b.data());
+        if (two_in) p.push_back(b.data());
         p.push_back(y.data());
         if (r.shape == Shape::D12) p.push_back(z.data());
         for (int i = 0; i < static_cast<int>(p.size()); ++i)
             if (null_from >= 0 && (i == null_from || (!alone && i > null_from))) p[i] = nullptr;
-        const double* bp = r.shape == Shape::D2 ? p[1] : null_from < 0 ? b.data() : nullptr;
-        double* out = const_cast<double*>(p[r.shape == Shape::D2 ? 2 : 1]);
+        const double* bp = two_in ? p[1] : null_from < 0 ? b.data() : nullptr;
+        double* out = const_cast<double*>(p[two_in ? 2 : 1]);
         double* out2 = r.shape == Shape::D12 ? const_cast<double*>(p[2]) : nullptr;
         zvl::set_status(kSentinel);
         return capture_stdout([&] { r.entry(&n, p[0], bp, out, out2); });
@@ -98,26 +100,28 @@ TEST_P(FrontEnd, IdxAdvancesByElements) {
     const Row& r = GetParam();
     const uint32_t cpu = zvl::cpu_type();
     const Args x = ordinary(r, 8);
-    std::vector<double> y(8, kUntouched), z(8, kUntouched), want(3), want2(3);
-    const double* bk = r.shape == Shape::D2 ? &x.b[1] : x.bp();
-    r.kernel(cpu, zvl::kHA)(3, &x.a[2], bk, want.data(), want2.data());
+    const int e = r.elem_doubles;  // doubles per element
+    const bool two_in = r.shape == Shape::D2 || r.shape == Shape::Z2;
+    std::vector<double> y(8 * e, kUntouched), z(8, kUntouched), want(3 * e), want2(3);
+    const double* bk = two_in ? &x.b[e] : x.bp();
+    r.kernel(cpu, zvl::kHA)(3, &x.a[2 * e], bk, want.data(), want2.data());
     zvl::set_mode(ZVL_HA);
     const int n = 3;
-    r.entry_idx(&n, x.a.data() + 6, -4, x.bp(), 1, y.data(), 3, z.data(), 4);
-    for (int i = 0; i < 8; ++i) {
-        const bool written = i >= 3 && i < 6;
-        EXPECT_TRUE(same(y[i], written ? want[i - 3] : kUntouched)) << "element " << i;
+    r.entry_idx(&n, x.a.data() + 6 * e, -4, x.bp(), 1, y.data(), 3, z.data(), 4);
+    for (int i = 0; i < 8 * e; ++i) {
+        const bool written = i >= 3 * e && i < 6 * e;
+        EXPECT_TRUE(same(y[i], written ? want[i - 3 * e] : kUntouched)) << "double " << i;
         if (r.shape == Shape::D12)
             EXPECT_TRUE(same(z[i], i >= 4 && i < 7 ? want2[i - 4] : kUntouched)) << i;
     }
-    const double* null_after = reinterpret_cast<const double*>(uintptr_t{16});
+    const double* null_after = reinterpret_cast<const double*>(uintptr_t{16} * e);
     const std::string out = capture_stdout(
         [&] { r.entry_idx(&n, null_after, -2, x.bp(), 0, y.data(), 0, z.data(), 0); });
     EXPECT_EQ(out, parameter_error(2, r.report));
     // a null array that its index moves off null passes
     const std::string past =
         capture_stdout([&] { r.entry_idx(&n, nullptr, 1, x.bp(), 0, nullptr, 0, nullptr, 0); });
-    EXPECT_EQ(past, parameter_error(r.shape == Shape::D2 ? 4 : 3, r.report));
+    EXPECT_EQ(past, parameter_error(two_in ? 4 : 3, r.report));
     EXPECT_EQ(zvl::get_status(), ZVL_STATUS_BADMEM);
 }
 
@@ -130,7 +134,7 @@ TEST_P(FrontEnd, AccuracyFieldChoosesTheSlot) {
     ASSERT_LE(cpu, 5);
     Args x = ordinary(r, 37);
     if (r.has_report()) x.set(30, r.traits->reports, r.shape);
-    const int n = static_cast<int>(x.a.size());
+    const int n = static_cast<int>(x.a.size()) / r.elem_doubles;
     ReportLog log;
     for (uint32_t field = 0; field < 16; ++field) {
         SCOPED_TRACE("accuracy field " + std::to_string(field));
@@ -141,8 +145,8 @@ TEST_P(FrontEnd, AccuracyFieldChoosesTheSlot) {
         zvl::set_status(kSentinel);
         log.clear();
         r.entry(&n, x.a.data(), x.bp(), got.data(), got2.data());
-        for (int i = 0; i < n; ++i)
-            ASSERT_TRUE(same(got[i], want[i]) && same(got2[i], want2[i])) << "element " << i;
+        for (size_t i = 0; i < got.size(); ++i)
+            ASSERT_TRUE(same(got[i], want[i]) && same(got2[i], want2[i])) << "double " << i;
         if (r.has_report()) {
             ASSERT_EQ(log.list().size(), 1u);
             EXPECT_EQ(log.list()[0].name, (Slot{&r, cpu, col}.name()));

@@ -35,25 +35,34 @@ class Contract : public testing::TestWithParam<Slot> {
     }
     const Row& row() const { return *GetParam().row; }
     bool two_out() const { return row().shape == Shape::D12; }
+    bool two_in() const { return row().shape == Shape::D2 || row().shape == Shape::Z2; }
+    // Doubles per element: 1, or 2 for a complex row.
+    size_t e() const { return static_cast<size_t>(row().elem_doubles); }
 
     Out run(const Args& x) const {
         Out o(x.a.size());
-        GetParam().kernel()(static_cast<int32_t>(x.a.size()), x.a.data(), x.bp(), o.r.data(),
+        GetParam().kernel()(static_cast<int32_t>(x.a.size() / e()), x.a.data(), x.bp(), o.r.data(),
                             o.r2.data());
         return o;
     }
     // Each element of x run on its own.
     Out alone(const Args& x) const {
         Out o(x.a.size());
-        for (size_t i = 0; i < x.a.size(); ++i) {
-            const double* b = row().shape == Shape::D2 ? &x.b[i] : x.bp();
+        for (size_t i = 0; i < x.a.size(); i += e()) {
+            const double* b = two_in() ? &x.b[i] : x.bp();
             GetParam().kernel()(1, &x.a[i], b, &o.r[i], &o.r2[i]);
         }
         return o;
     }
-    bool same_at(const Out& x, const Out& y, size_t i) const {
-        return same(x.r[i], y.r[i]) && (!two_out() || same(x.r2[i], y.r2[i]));
+    // Element i, all its parts.
+    bool same_at(const Out& x, const Out& y, size_t i, size_t j) const {
+        for (size_t k = 0; k < e(); ++k)
+            if (!same(x.r[i * e() + k], y.r[j * e() + k]) ||
+                (two_out() && !same(x.r2[i * e() + k], y.r2[j * e() + k])))
+                return false;
+        return true;
     }
+    bool same_at(const Out& x, const Out& y, size_t i) const { return same_at(x, y, i, i); }
 };
 
 // Every count up to three of the widest blocks, the arrays against an
@@ -67,21 +76,22 @@ TEST_P(Contract, CountsAndArrayEnds) {
     const Args all = ordinary(r, 3 * kWidest + 1);
     for (int n = -2; n <= 3 * kWidest + 1; ++n) {
         for (const bool at_end : {true, false}) {
-            const int m = n > 0 ? n : 0;
+            const int m = n > 0 ? n * r.elem_doubles : 0;
             auto place = [&](Fenced& f) { return at_end ? f.end() - m : f.begin(); };
             double *a = place(fa), *b = place(fb), *out = place(fr), *out2 = place(fr2);
             for (int i = 0; i < m; ++i) {
                 a[i] = all.a[static_cast<size_t>(i)];
-                if (r.shape == Shape::D2) b[i] = all.b[static_cast<size_t>(i)];
+                if (two_in()) b[i] = all.b[static_cast<size_t>(i)];
                 out[i] = out2[i] = kUntouched;
             }
-            const double* bp = r.shape == Shape::DX ? all.b.data() : b;
+            const double* bp = r.shape == Shape::DX || r.shape == Shape::ZX ? all.b.data() : b;
             k(n, a, bp, out, out2);
-            for (int i = 0; i < m; ++i) {
-                double want, want2 = 0;
-                ref(1, &a[i], r.shape == Shape::D2 ? &b[i] : bp, &want, &want2);
-                EXPECT_TRUE(close(out[i], want, GetParam().col, r.rounding))
-                    << "n " << n << " element " << i << ": " << out[i] << " want " << want;
+            for (int i = 0; i < m; i += r.elem_doubles) {
+                double want[2], want2 = 0;
+                ref(1, &a[i], two_in() ? &b[i] : bp, want, &want2);
+                for (int j = 0; j < r.elem_doubles; ++j)
+                    EXPECT_TRUE(close(out[i + j], want[j], GetParam().col, r.rounding))
+                        << "n " << n << " double " << i + j << ": " << out[i + j] << " want " << want[j];
                 if (two_out()) EXPECT_TRUE(close(out2[i], want2, GetParam().col, r.rounding));
             }
         }
@@ -119,8 +129,7 @@ TEST_P(Contract, SpecialElementAtEveryLane) {
             log.clear();
             const Out got = run(x);
             const size_t q = static_cast<size_t>(p);
-            EXPECT_TRUE(same(got.r[q], lone.r[0]) && (!two_out() || same(got.r2[q], lone.r2[0])))
-                << got.r[q] << " alone " << lone.r[0];
+            EXPECT_TRUE(same_at(got, lone, q, 0)) << got.r[q * e()] << " alone " << lone.r[0];
             ASSERT_EQ(log.list().size(), lone_reports.size());
             if (s == 0) {
                 const Report& rep = log.list()[0];
@@ -181,10 +190,10 @@ TEST_P(Contract, OutputMayBeAnInput) {
         for (size_t i = 0; i < got.size(); ++i) EXPECT_TRUE(same(got[i], w[i])) << what << " " << i;
     };
     Args io = x;
-    Out o(static_cast<size_t>(n));
+    Out o(io.a.size());
     k(n, io.a.data(), io.bp(), io.a.data(), o.r2.data());
     expect("r = a", io.a, want.r);
-    if (r.shape == Shape::D2) {
+    if (two_in()) {
         io = x;
         k(n, io.a.data(), io.b.data(), io.b.data(), nullptr);
         expect("r = b", io.b, want.r);
@@ -222,7 +231,7 @@ TEST_P(Contract, CallersControlWords) {
     EXPECT_EQ(mxcsr_after & 0xffc0u, odd_mxcsr & 0xffc0u);
     EXPECT_EQ(x87_after, odd_x87);
     if (r.shielded(s.cpu, s.col))
-        for (size_t i = 0; i < x.a.size(); ++i)
+        for (size_t i = 0; i < x.a.size() / e(); ++i)
             EXPECT_TRUE(same_at(got, want, i)) << "element " << i << ": " << got.r[i];
 }
 
@@ -252,8 +261,8 @@ TEST(KernelSets, OneAlgorithmOneResult) {
             for (int cpu = 0; cpu < kCpuTypes; ++cpu) {
                 if (!cpu_runs(cpu)) continue;
                 std::vector<double> y(x.a.size()), y2(x.a.size());
-                r.kernel(cpu, col)(static_cast<int32_t>(y.size()), x.a.data(), x.bp(), y.data(),
-                                   y2.data());
+                r.kernel(cpu, col)(static_cast<int32_t>(y.size() / static_cast<size_t>(r.elem_doubles)),
+                                   x.a.data(), x.bp(), y.data(), y2.data());
                 std::vector<double>& f = first[static_cast<int>(r.cell(cpu, col).variant)];
                 if (f.empty()) f = y;
                 for (size_t i = 0; i < y.size(); ++i)

@@ -339,6 +339,33 @@ program fortran_calls
   call expect('VDMODF', z(1), -0.75d0)
   call same('VDMODF_Idx', z, zi(5:7))
 
+  ! VZEXP: e^a[i] = e^x (cos y + i sin y) for a[i] = x + iy
+  ca = cmplx(1.0d0, 1.0d0, c_double_complex)
+  cai = 0
+  cai(3:) = cmplx(1.0d0, 1.0d0, c_double_complex)
+  call VZEXP(n, ca, cy)
+  call VZEXP_Idx(n, cai, 2, cyi, 3)
+  call expect('VZEXP', cy(1), cmplx(1.4686939399158851d0, 2.2873552871788423d0, c_double_complex))
+  call same('VZEXP_Idx', cy, cyi(4:6))
+
+  ! VZLN: ln a[i] = ln abs(a[i]) + i arg a[i], arg in [-pi, pi]
+  ca = cmplx(1.0d0, 1.0d0, c_double_complex)
+  cai = 0
+  cai(3:) = cmplx(1.0d0, 1.0d0, c_double_complex)
+  call VZLN(n, ca, cy)
+  call VZLN_Idx(n, cai, 2, cyi, 3)
+  call expect('VZLN', cy(1), cmplx(0.34657359027997264d0, 0.7853981633974483d0, c_double_complex))
+  call same('VZLN_Idx', cy, cyi(4:6))
+
+  ! VZLOG10: log10 a[i] = ln a[i] / ln 10
+  ca = cmplx(10.0d0, 10.0d0, c_double_complex)
+  cai = 0
+  cai(3:) = cmplx(10.0d0, 10.0d0, c_double_complex)
+  call VZLOG10(n, ca, cy)
+  call VZLOG10_Idx(n, cai, 2, cyi, 3)
+  call expect('VZLOG10', cy(1), cmplx(1.1505149978319906d0, 0.3410940884604603d0, c_double_complex))
+  call same('VZLOG10_Idx', cy, cyi(4:6))
+
   if (failures > 0) then
     print '(i0, a)', failures, ' failures'
     error stop 1

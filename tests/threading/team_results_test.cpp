@@ -73,16 +73,19 @@ Args arguments(const Row& f, int n, bool special) {
     return x;
 }
 
-// The results of a call: the second output is used by SinCos alone.
+// The results of a call (a complex element is two doubles): the second
+// output is used by SinCos alone.
 struct Results {
     std::vector<double> r, r2;
-    explicit Results(int n) : r(static_cast<size_t>(n)), r2(static_cast<size_t>(n)) {}
+    Results(const Row& f, int n)
+        : r(static_cast<size_t>(n * f.elem_doubles)), r2(static_cast<size_t>(n * f.elem_doubles)) {}
 };
 
 // Elements [from, from + n) through the kernel, into the same places of r.
 void run_part(const Row& f, const Kernel& k, const Args& x, int from, int n, Results* out) {
-    const double* b = f.shape == Shape::D2 ? x.b.data() + from : x.bp();
-    k(n, x.a.data() + from, b, out->r.data() + from, out->r2.data() + from);
+    const int at = from * f.elem_doubles;
+    const double* b = f.shape == Shape::D2 || f.shape == Shape::Z2 ? x.b.data() + at : x.bp();
+    k(n, x.a.data() + at, b, out->r.data() + at, out->r2.data() + at);
 }
 
 // All n elements through the driver of the row's shape.
@@ -101,10 +104,18 @@ void run_on_team(const Row& f, const Kernel& k, const Args& x, int n, Results* o
             zel_zvl_service_threader_d_cd_2i_d_1o(reinterpret_cast<zvl::KernelDx>(k.fn), n,
                                                   x.a.data(), x.b[0], r, 0, 0);
             break;
+        case Shape::Z1:
+            zel_zvl_service_threader_z_1i_1o(reinterpret_cast<zvl::KernelZ1>(k.fn), n,
+                                             reinterpret_cast<const ZVLComplex16*>(x.a.data()),
+                                             reinterpret_cast<ZVLComplex16*>(r), 0, 0);
+            break;
         case Shape::D12:
             zel_zvl_service_threader_d_1i_2o(reinterpret_cast<zvl::KernelD12>(k.fn), n, x.a.data(), r,
                                              out->r2.data(), 0, 0);
             break;
+        case Shape::Z2:
+        case Shape::ZX:
+            FAIL() << "no arithmetic row of this shape yet";
     }
 }
 
@@ -139,7 +150,7 @@ protected:
             for (int col = 0; col < 3; ++col) {
                 if (!whole_blocks && split_dependent(*f, cpu_, col)) continue;
                 const Kernel k = f->kernel(cpu_, col);
-                Results team(n), direct(n);
+                Results team(*f, n), direct(*f, n);
                 run_on_team(*f, k, x, n, &team);
                 run_part(*f, k, x, 0, n, &direct);
                 const int at = first_difference(team, direct);
@@ -209,7 +220,7 @@ TEST_F(TeamResults, SplitAnywhereMatchesWholeArray) {
             const Kernel k = f->kernel(cpu_, col);
             for (bool special : {false, true}) {
                 const Args x = arguments(*f, kN, special);
-                Results whole(kN), split(kN);
+                Results whole(*f, kN), split(*f, kN);
                 run_part(*f, k, x, 0, kN, &whole);
                 for (int at = 1; at <= 33; ++at) {
                     run_part(*f, k, x, 0, at, &split);

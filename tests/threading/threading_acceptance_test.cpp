@@ -94,13 +94,12 @@ TEST_P(EveryFrontEnd, ParallelMatchesSerial) {
         f.entry(&n, x.a.data(), x.bp(), serial.data(), serial2.data());
         team(true);
         f.kernel(4, col)(n, x.a.data(), x.bp(), direct.data(), direct2.data());
-        EXPECT_EQ(std::memcmp(parallel.data(), serial.data(), sizeof(double) * n), 0)
-            << n << " " << col;
-        EXPECT_EQ(std::memcmp(parallel.data(), direct.data(), sizeof(double) * n), 0)
-            << n << " " << col;
+        const size_t bytes = sizeof(double) * static_cast<size_t>(n * f.elem_doubles);
+        EXPECT_EQ(std::memcmp(parallel.data(), serial.data(), bytes), 0) << n << " " << col;
+        EXPECT_EQ(std::memcmp(parallel.data(), direct.data(), bytes), 0) << n << " " << col;
         if (f.shape == zvl_test::Shape::D12) {
-            EXPECT_EQ(std::memcmp(parallel2.data(), serial2.data(), sizeof(double) * n), 0) << n << " " << col;
-            EXPECT_EQ(std::memcmp(parallel2.data(), direct2.data(), sizeof(double) * n), 0) << n << " " << col;
+            EXPECT_EQ(std::memcmp(parallel2.data(), serial2.data(), bytes), 0) << n << " " << col;
+            EXPECT_EQ(std::memcmp(parallel2.data(), direct2.data(), bytes), 0) << n << " " << col;
         }
     }
     zvl::set_mode(ZVL_HA);
@@ -116,7 +115,7 @@ TEST_F(Acceptance, RoundingFamilyNeverReachesADriver) {
     constexpr int kLongest = 1 << 16;
     for (const Row& f : zvl_test::rows()) {
         const zvl_test::Args x = zvl_test::ordinary(f, kLongest);
-        std::vector<double> y(kLongest), z(kLongest);
+        std::vector<double> y(static_cast<size_t>(kLongest * f.elem_doubles)), z(y.size());
         for (int n : {1, 99, 100, 101, 1000, 10000, kLongest}) {
             if (!f.rounding && n != kLongest) continue;
             zvl::set_status(ZVL_STATUS_UNDERFLOW);

@@ -9,6 +9,7 @@
 #include <string>
 
 #include "tools/accuracy/budgets.h"
+#include "tools/accuracy/complex.h"
 
 namespace {
 
@@ -66,6 +67,38 @@ TEST_P(Within, EveryCpuTypeAndMode) {
 INSTANTIATE_TEST_SUITE_P(Functions, Within,
                          testing::ValuesIn(functions().begin(), functions().end()),
                          [](const testing::TestParamInfo<Function>& p) {
+                             return std::string(p.param.row->name);
+                         });
+
+// Complex functions: each part in ulps of that part and the normwise error.
+class ComplexWithin : public testing::TestWithParam<ComplexFunction> {};
+
+TEST_P(ComplexWithin, EveryCpuTypeAndMode) {
+    const ComplexFunction& f = GetParam();
+    const ZTable t = measure_complex(f, sample_count() / 4);
+    int measured_runs = 0;
+    for (int cpu = 0; cpu < kCpuTypes; ++cpu)
+        for (int m = 0; m < kModes; ++m) {
+            if (!t.ran[cpu][m]) continue;
+            ++measured_runs;
+            const Budget* b = budgets().find(f.row->name, static_cast<Mode>(m));
+            ASSERT_NE(b, nullptr) << f.row->name << " " << kModeNames[m] << " has no budget";
+            const ZStats& s = t.stats[cpu][m];
+            const ZVLComplex16 re = t.samples[s.worst_ulp[0]], im = t.samples[s.worst_ulp[1]],
+                               nw = t.samples[s.worst_norm];
+            EXPECT_TRUE(within(*b, s)) << f.row->name << " cpu " << cpu << " " << kModeNames[m]
+                                       << ": real part " << s.max_ulp[0] << " ulp at " << show(re.real)
+                                       << ", " << show(re.imag) << "; imaginary part " << s.max_ulp[1]
+                                       << " ulp at " << show(im.real) << ", " << show(im.imag)
+                                       << "; normwise " << s.max_norm << " at " << show(nw.real) << ", "
+                                       << show(nw.imag) << "; budget " << budget_text(b);
+        }
+    EXPECT_GT(measured_runs, 0);
+}
+
+INSTANTIATE_TEST_SUITE_P(Functions, ComplexWithin,
+                         testing::ValuesIn(complex_functions().begin(), complex_functions().end()),
+                         [](const testing::TestParamInfo<ComplexFunction>& p) {
                              return std::string(p.param.row->name);
                          });
 

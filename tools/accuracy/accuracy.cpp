@@ -173,6 +173,38 @@ double ulp_of(double rn) {
     return std::ldexp(1.0, e - 53);
 }
 
+Exact exact_of(mpfr_srcptr r, mpfr_ptr t) {
+    Exact e;
+    e.tail = 0;
+    if (mpfr_nan_p(r)) {
+        e.kind = Exact::NotANumber;
+        e.rn = __builtin_nan("");
+    } else if (mpfr_inf_p(r)) {
+        // Past MPFR's own exponent range: a finite exact value.
+        e.rn = mpfr_signbit(r) ? -kInf : kInf;
+        e.kind = mpfr_overflow_p() ? Exact::Overflow : Exact::Infinite;
+        e.tail = e.kind == Exact::Overflow ? e.rn : 0;
+    } else if (mpfr_zero_p(r)) {
+        e.rn = mpfr_signbit(r) ? -0.0 : 0.0;
+        e.kind = mpfr_underflow_p() ? Exact::Number : Exact::Zero;
+    } else {
+        e.rn = mpfr_get_d(r, MPFR_RNDN);
+        if (std::isinf(e.rn)) {
+            e.kind = Exact::Overflow;
+            mpfr_set_ui_2exp(t, 1, 1024, MPFR_RNDN);
+            if (e.rn < 0) mpfr_neg(t, t, MPFR_RNDN);
+            mpfr_sub(t, r, t, MPFR_RNDN);
+            mpfr_mul_2si(t, t, -971, MPFR_RNDN);
+            e.tail = mpfr_get_d(t, MPFR_RNDN);
+        } else {
+            e.kind = Exact::Number;
+            set_ulp_scaled(t, r, e.rn);
+            e.tail = mpfr_get_d(t, MPFR_RNDN);
+        }
+    }
+    return e;
+}
+
 std::vector<Exact> exact_values(const FunctionRow& row, const Samples& s, int precision) {
     std::vector<Exact> out(s.size());
     mpfr_t x, y, r, t;
@@ -187,34 +219,7 @@ std::vector<Exact> exact_values(const FunctionRow& row, const Samples& s, int pr
         } else {
             row.ref1(r, x, MPFR_RNDN);
         }
-        Exact& e = out[i];
-        e.tail = 0;
-        if (mpfr_nan_p(r)) {
-            e.kind = Exact::NotANumber;
-            e.rn = __builtin_nan("");
-        } else if (mpfr_inf_p(r)) {
-            // Past MPFR's own exponent range: a finite exact value.
-            e.rn = mpfr_signbit(r) ? -kInf : kInf;
-            e.kind = mpfr_overflow_p() ? Exact::Overflow : Exact::Infinite;
-            e.tail = e.kind == Exact::Overflow ? e.rn : 0;
-        } else if (mpfr_zero_p(r)) {
-            e.rn = mpfr_signbit(r) ? -0.0 : 0.0;
-            e.kind = mpfr_underflow_p() ? Exact::Number : Exact::Zero;
-        } else {
-            e.rn = mpfr_get_d(r, MPFR_RNDN);
-            if (std::isinf(e.rn)) {
-                e.kind = Exact::Overflow;
-                mpfr_set_ui_2exp(t, 1, 1024, MPFR_RNDN);
-                if (e.rn < 0) mpfr_neg(t, t, MPFR_RNDN);
-                mpfr_sub(t, r, t, MPFR_RNDN);
-                mpfr_mul_2si(t, t, -971, MPFR_RNDN);
-                e.tail = mpfr_get_d(t, MPFR_RNDN);
-            } else {
-                e.kind = Exact::Number;
-                set_ulp_scaled(t, r, e.rn);
-                e.tail = mpfr_get_d(t, MPFR_RNDN);
-            }
-        }
+        out[i] = exact_of(r, t);
     }
     mpfr_clears(x, y, r, t, static_cast<mpfr_ptr>(nullptr));
     return out;

@@ -65,6 +65,9 @@ struct Exact {
 // Exact values by MPFR at `precision` bits.
 std::vector<Exact> exact_values(const FunctionRow& row, const Samples& s, int precision = 192);
 
+// The exact value r (its MPFR flags as the computation left them) as the
+// error formulas take it; t is scratch of r's precision.
+Exact exact_of(mpfr_srcptr r, mpfr_ptr t);
 double ulp_of(double rn);  // the ulp the errors are measured in
 double ulp_error(double got, const Exact& e);
 // Relative error of a result whose ulp error is `ulps`.

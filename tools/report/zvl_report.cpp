@@ -4,11 +4,12 @@
 // printed as tables and written as one self-contained HTML page.
 //
 //   zvl-report [--out page.html] [--samples N] [--seed S] [--quick]
-//              [--data accuracy.txt] [--no-timing]
+//              [--data accuracy.txt] [--no-timing] [--complex-only]
 //
 // --data writes each function's largest errors per mode and cpu type, with
 // their inputs, for docs/reference.md (tools/bindings/generate.py reads
-// it); --no-timing measures accuracy only and writes no page.
+// it); --no-timing measures accuracy only and writes no page;
+// --complex-only measures the complex functions alone and writes no page.
 #include <chrono>
 #include <cmath>
 #include <cstdio>
@@ -20,6 +21,8 @@
 #include "base/cpuid.h"
 #include "build_info.h"
 #include "zvl_version.h"
+#include "tools/accuracy/complex.h"
+#include "tools/common/rng.h"
 #include "tools/report/report.h"
 #include "tools/report/timing.h"
 #include "tools/ulp/options.h"
@@ -342,11 +345,81 @@ void print_summary(const std::vector<FunctionReport>& reports, int head) {
     }
 }
 
+// A complex function: each part in ulps of that part and the normwise error
+// on every cpu type and mode, and the time per element at n = 1000 against
+// the glibc loop of the same function.
+struct ComplexReport {
+    const ComplexFunction* f;
+    ZTable acc;
+    const Budget* budget[kModes];
+    bool timed[kCpuTypes][kModes];
+    double ns[kCpuTypes][kModes];
+    double baseline_ns;
+};
+
+Callable complex_callable(const LoopZ& k) {
+    return {[](const void* ctx, int32_t n, const double* a, const double*, double* r) {
+                (*static_cast<const LoopZ*>(ctx))(n, reinterpret_cast<const ZVLComplex16*>(a),
+                                                  reinterpret_cast<ZVLComplex16*>(r));
+            },
+            &k};
+}
+
+ComplexReport measure_complex_function(const ComplexFunction& f, const Options& o, const Budgets& budgets) {
+    ComplexReport r = {};
+    r.f = &f;
+    r.acc = measure_complex(f, o.samples, o.seed);
+    for (int m = 0; m < kModes; ++m) r.budget[m] = budgets.find(f.row->name, static_cast<Mode>(m));
+    if (!o.timing) return r;
+    const size_t n = kSizeN[0];
+    Rng rng(o.seed);
+    std::vector<double> a(2 * n), out(2 * n);
+    for (size_t i = 0; i < n; ++i) {
+        a[2 * i] = draw(rng, f.row->timing.re);
+        a[2 * i + 1] = draw(rng, f.row->timing.im);
+    }
+    const int runs = o.quick ? 5 : 9;
+    const double min_run = o.quick ? 0.001 : 0.002;
+    for (int cpu = 0; cpu < kCpuTypes; ++cpu)
+        for (int m = 0; m < kModes; ++m) {
+            if (!cpu_runnable(cpu)) continue;
+            const LoopZ k = f.kernel(cpu, m);
+            r.timed[cpu][m] = true;
+            r.ns[cpu][m] = ns_per_element(complex_callable(k), n, a.data(), nullptr, out.data(), runs, min_run);
+        }
+    const LoopZ base = f.row->baseline;
+    r.baseline_ns = ns_per_element(complex_callable(base), n, a.data(), nullptr, out.data(), runs, min_run);
+    return r;
+}
+
+void print_complex(const ComplexReport& r) {
+    const ComplexRow& row = *r.f->row;
+    std::printf("\n%s (%s): real and imaginary part in ulps of the part, normwise error; ns per element at n = 1000\n",
+                row.name, row.formula);
+    std::printf("  %-4s %-10s", "mode", "budget");
+    for (int cpu = kCpuTypes - 1; cpu >= 0; --cpu) std::printf("  %-27s", kCpuLabels[cpu]);
+    std::printf("\n");
+    for (int m = 0; m < kModes; ++m) {
+        std::printf("  %-4s %-10s", kModeNames[m], budget_text(r.budget[m]).c_str());
+        for (int cpu = kCpuTypes - 1; cpu >= 0; --cpu) {
+            char cell[64] = "-";
+            if (r.acc.ran[cpu][m]) {
+                const ZStats& s = r.acc.stats[cpu][m];
+                std::snprintf(cell, sizeof cell, "%.3f|%.3f 2^%.1f %6.2f", s.max_ulp[0], s.max_ulp[1],
+                              s.max_norm > 0 ? std::log2(s.max_norm) : -INFINITY, r.ns[cpu][m]);
+            }
+            std::printf("  %-27s", cell);
+        }
+        std::printf("\n");
+    }
+    std::printf("  %-29s  %6.2f ns\n", row.baseline_label, r.baseline_ns);
+}
+
 // The accuracy data of docs/data/accuracy.txt: a header naming the build
 // and the run, then per function, mode and cpu type measured the largest
 // error in ulps and relative, each with its input.
 bool write_data(const std::string& path, const std::vector<FunctionReport>& reports,
-                const ReportContext& ctx) {
+                const std::vector<ComplexReport>& complex, const ReportContext& ctx) {
     FILE* f = std::fopen(path.c_str(), "w");
     if (!f) return false;
     std::fprintf(f,
@@ -378,6 +451,23 @@ bool write_data(const std::string& path, const std::vector<FunctionReport>& repo
                              input(st.worst_ulp).c_str(), input(st.worst_rel).c_str());
             }
     }
+    // complex: the larger part's ulps and the normwise error
+    for (const ComplexReport& r : complex) {
+        auto input = [&](size_t i) {
+            char buf[64];
+            std::snprintf(buf, sizeof buf, "%.17g, %.17g", r.acc.samples[i].real, r.acc.samples[i].imag);
+            return std::string(buf);
+        };
+        for (int m = 0; m < kModes; ++m)
+            for (int cpu = kCpuTypes - 1; cpu >= 0; --cpu) {
+                if (!r.acc.ran[cpu][m]) continue;
+                const ZStats& st = r.acc.stats[cpu][m];
+                const int part = st.max_ulp[1] > st.max_ulp[0] ? 1 : 0;
+                std::fprintf(f, "%s\t%s\t%d\t%.6g\t%.6g\t%s\t%s\n", r.f->row->name, kModeNames[m], cpu,
+                             st.ulp(), st.max_norm, input(st.worst_ulp[part]).c_str(),
+                             input(st.worst_norm).c_str());
+            }
+    }
     return std::fclose(f) == 0;
 }
 
@@ -394,7 +484,7 @@ int main(int argc, char** argv) {
         if (!error.empty()) std::fprintf(stderr, "zvl-report: %s\n", error.c_str());
         std::fprintf(stderr,
                      "usage: zvl-report [--out page.html] [--samples N] [--seed S] [--quick]\n"
-                     "                  [--data accuracy.txt] [--no-timing]\n");
+                     "                  [--data accuracy.txt] [--no-timing] [--complex-only]\n");
         return 2;
     }
     if (o.quick && o.samples > 5000) o.samples = 5000;
@@ -425,22 +515,29 @@ int main(int argc, char** argv) {
 
     std::vector<FunctionReport> reports;
     for (const Function& f : functions()) {
+        if (o.complex_only) break;
         reports.push_back(measure(f, o, budgets));
         print_function(reports.back());
         std::fflush(stdout);
     }
     for (const char* name : functions_without_row())
         std::printf("\n%s: no measuring row, not measured\n", name);
-    print_summary(reports, ctx.headline_cpu);
+    if (!o.complex_only) print_summary(reports, ctx.headline_cpu);
+    std::vector<ComplexReport> complex;
+    for (const ComplexFunction& f : complex_functions()) {
+        complex.push_back(measure_complex_function(f, o, budgets));
+        print_complex(complex.back());
+        std::fflush(stdout);
+    }
 
     if (!o.data.empty()) {
-        if (!write_data(o.data, reports, ctx)) {
+        if (!write_data(o.data, reports, complex, ctx)) {
             std::fprintf(stderr, "zvl-report: cannot write %s\n", o.data.c_str());
             return 1;
         }
         std::printf("\naccuracy data written to %s\n", o.data.c_str());
     }
-    if (!o.timing) return 0;
+    if (!o.timing || o.complex_only) return 0;
     ctx.seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
     if (!write_html(o.out, reports, ctx, &error)) {
         std::fprintf(stderr, "zvl-report: %s\n", error.c_str());

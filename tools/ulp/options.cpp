@@ -87,6 +87,8 @@ bool parse_options(int argc, char** argv, Options* o, std::string* error, bool p
             o->data = argv[++i];
         } else if (!std::strcmp(a, "--no-timing")) {
             o->timing = false;
+        } else if (!std::strcmp(a, "--complex-only")) {
+            o->complex_only = true;
         } else if (!std::strcmp(a, "--no-hard")) {
             o->hardcases = false;
         } else if (!std::strcmp(a, "--no-sweeps")) {

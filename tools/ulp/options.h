@@ -25,6 +25,7 @@ struct Options {
     bool quick = false;  // zvl-report: fewer samples and repeats
     std::string data;    // zvl-report: accuracy data file (docs/data/accuracy.txt)
     bool timing = true;  // zvl-report: false measures accuracy only, and writes no page
+    bool complex_only = false;  // zvl-report: the complex functions alone, no page
 };
 
 // Parses argv; `positional` says whether one function name is expected.

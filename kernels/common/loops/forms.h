@@ -38,6 +38,10 @@
 //              status(double x, double z) -> int32_t for such a lane
 //   Thin       element(Elem* y, const Elem* x[, const Elem* z]) -> void:
 //              one scalar routine per element (the complex thin loop)
+//   ZBlock     block<V, W>(const double* x, const double* y, double* re,
+//              double* im) -> uint32_t: W complex elements by their parts,
+//              the refused lanes' bits; element(Elem* y, const Elem* x),
+//              the scalar routine that redoes them (complex vector kernels)
 //   Batch      pass<V, NV>(const vd* x, vd* y, vd* t) per block, then
 //              extended(const double* t, double* y, int count) over the
 //              batch: a vector pass and one in extended precision
@@ -55,6 +59,7 @@ struct CheckedAt {};
 struct Exact {};
 struct Pairs {};
 struct Thin {};
+struct ZBlock {};
 struct Batch {};
 }  // namespace forms
 

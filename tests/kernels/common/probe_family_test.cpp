@@ -112,7 +112,7 @@ TEST(ProbeFamily, BatchWithExtendedPass) {
 // One scalar routine per element, the output the input array itself.
 TEST(ProbeFamily, ComplexThinLoop) {
     for (int cpu = 0; cpu < kCpuTypes; ++cpu) {
-        if (!cpu_runs(cpu)) continue;
+        if (!cpu_runs(cpu) || zvl::plans::zProbe.at(cpu, 0).loop != zvl::Loop::thin) continue;
         for (int col = 0; col < 3; ++col) {
             std::vector<ZVLComplex16> z = {{1.0, 2.0}, {-3.0, 0.5}, {0x1p-600, 0x1p-600}, {1e300, 1e300}};
             const std::vector<ZVLComplex16> x = z;
@@ -124,6 +124,35 @@ TEST(ProbeFamily, ComplexThinLoop) {
             }
             kZProbe.k[cpu][col](0, nullptr, nullptr);
         }
+    }
+}
+
+// The block form: every count up to three blocks and one left over, in
+// place; the refused elements (a part from 2^100 up, a NaN), wherever they
+// fall in a block or the remainder, alone go to the scalar routine, and the
+// repeated last element of a remainder is never stored.
+TEST(ProbeFamily, ComplexBlockLoop) {
+    for (int cpu : {4, 5}) {
+        if (!cpu_runs(cpu)) continue;
+        for (int col = 0; col < 3; ++col)
+            for (int n = 0; n <= 13; ++n) {
+                std::vector<ZVLComplex16> z(static_cast<size_t>(n) + 1, ZVLComplex16{-7.0, -7.0}), x;
+                for (int i = 0; i < n; ++i) {
+                    const double big = i % 5 == 2 ? 0x1p100 : i % 7 == 6 ? NAN : 1.0;
+                    z[static_cast<size_t>(i)] = i % 2 ? ZVLComplex16{0.5 + i, big} : ZVLComplex16{big, -1.0 - i};
+                }
+                x = z;
+                kZProbe.k[cpu][col](n, z.data(), z.data());
+                for (int i = 0; i < n; ++i) {
+                    const ZVLComplex16 a = x[static_cast<size_t>(i)], y = z[static_cast<size_t>(i)];
+                    const bool scalar = i % 5 == 2 || i % 7 == 6;
+                    const double f = scalar ? 4 : 2;
+                    EXPECT_TRUE(same(y.real, f * a.real) && same(y.imag, f * a.imag))
+                        << "cpu " << cpu << " n " << n << " element " << i;
+                }
+                EXPECT_EQ(z[static_cast<size_t>(n)].real, -7.0) << "past the end, n " << n;
+            }
+        kZProbe.k[cpu][0](0, nullptr, nullptr);
     }
 }
 

@@ -85,9 +85,27 @@ struct ProbeThin {
     }
 };
 
+// 2x by the vector code; parts from 2^100 up (and NaNs) to the scalar
+// routine, 4x.
+struct ProbeZLanes {
+    template <class V>
+    static int lanes(typename V::vd x, typename V::vd y, typename V::vd& re, typename V::vd& im) {
+        const typename V::vd bound = V::splat(0x1p100);
+        const typename V::vd ok = V::and_(V::lt(abs_of<V>(x), bound), V::lt(abs_of<V>(y), bound));
+        re = V::add(x, x);
+        im = V::add(y, y);
+        return V::mask(ok) ^ ((1 << V::lanes) - 1);
+    }
+    static void scalar(ZVLComplex16* y, const ZVLComplex16* x) {
+        y->real = 4 * x->real;
+        y->imag = 4 * x->imag;
+    }
+};
+
 using ProbeFamily = PlannedFamily<zvl::plans::Probe, D12Shape, Letter<'A', ProbeLanes>, Letter<'B', ProbeMask>>;
 using ProbeBatchFamily = PlannedFamily<zvl::plans::ProbeBatch, D1Shape, Letter<'T', ProbeBatchT>>;
-using ZProbeFamily = PlannedFamily<zvl::plans::zProbe, Shape<1, 1, ZVLComplex16>, Letter<'Z', ProbeThin>>;
+using ZProbeFamily = PlannedFamily<zvl::plans::zProbe, Shape<1, 1, ZVLComplex16>, Letter<'Z', ProbeThin>,
+                                   Letter<'V', ZPerVector<ProbeZLanes>>>;
 
 }  // namespace
 

@@ -1,0 +1,258 @@
+// The complex logarithm's vector kernels, ln|z| + i arg z on blocks of
+// eight elements, and the thin kernel of Log10.
+//
+// Both parts of an element must lie in [2^-500, 2^500) (the band: h^2 + l^2
+// then needs no scaling); other elements, zeros, subnormals, infinities and
+// NaNs, go to zLn_scalar, their lanes computing on 1 + i meanwhile. With h
+// and l the larger and smaller of |x| and |y|:
+//
+// - near |z| = 1 (0.6846531968814576 < h <= 1.0307764064044151 and
+//   |h^2 - 1 + l^2| <= 1/16) t = h^2 + l^2 - 1 is formed without loss from
+//   split squares, and ln|z| = (t + t^2 Q(t))/2;
+// - elsewhere s = h^2 + l^2 as a pair, s = 2^e m with m in [1, 2), the row
+//   j = round(64 (m - 1)) of ln_table gives R, and r = R m - 1 (exact as a
+//   pair): ln|z| = (e ln 2 + H + L + r + r^2 P(r) + s_lo/s)/2, summed from
+//   the small terms up.
+//
+// A block runs one path where all its lanes agree. The angle in HA is
+// atan(|y|/|x|) on five intervals of the quotient, one division as a pair
+// and atan v = v + v^3 A(v^2); LA and EP take atan(l/h) from one
+// polynomial and fold by pi/2. Then pi - a for negative x, and the sign of
+// y. LA and EP carry shorter polynomials (fits of the same forms) and EP
+// ln 2 in one part and s in one.
+#pragma once
+
+#include "kernels/common/double_word.h"
+#include "kernels/common/unit.h"
+#include "kernels/complex/ln/data.h"
+#include "kernels/complex/ln/plan.h"
+#include "kernels/complex/ln/scalar.h"
+
+namespace {
+
+namespace zln {
+
+enum Mode { kHA, kLA, kEP };
+
+constexpr uint64_t kHigh26 = keep_bits(26);
+
+// The polynomials, lowest power first.
+constexpr double kP_HA[] = {-0x1p-1, 0x1.5555555555613p-2, -0x1.0000000000262p-2, 0x1.9999997b36c81p-3,
+                            -0x1.555555228b38fp-3, 0x1.249c02481059dp-3, -0x1.000b405a2836dp-3};
+constexpr double kQ_HA[] = {-0x1.0000000000008p-1, 0x1.5555555555584p-2, -0x1.ffffffffd7e87p-3,
+                            0x1.9999999955b1dp-3,  -0x1.555556314a98ep-3, 0x1.24924a446d630p-3,
+                            -0x1.fffc27495ce53p-4, 0x1.c71826ba0ddf7p-4,  -0x1.9d5cf64c0cd03p-4,
+                            0x1.7820e9766e2b0p-4};
+constexpr double kA_HA[] = {-0x1.5555555555552p-2, 0x1.9999999998f43p-3, -0x1.2492492441a21p-3,
+                            0x1.c71c719f99f96p-4,  -0x1.745d119677a4fp-4, 0x1.3b132b731e73ap-4,
+                            -0x1.1108d326c68edp-4, 0x1.e12f1edf7c393p-5,  -0x1.a9e755ca13d23p-5,
+                            0x1.6ad5558fe19c9p-5,  -0x1.04cd71f92185ep-5, 0x1.be4fbe6733718p-7};
+struct Polys {
+    double P[6], Q[9], A[20];
+};
+struct PolysEP {
+    double P[3], Q[5], A[10];
+};
+constexpr Polys kPolysLA = {
+#include "kernels/complex/ln/table_ln_la.inc"
+};
+constexpr PolysEP kPolysEP = {
+#include "kernels/complex/ln/table_ln_ep.inc"
+};
+
+template <class V, int N>
+inline typename V::vd horner(const double (&c)[N], typename V::vd v) {
+    typename V::vd p = V::splat(c[N - 1]);
+    for (int i = N - 2; i >= 0; --i) p = V::add(V::splat(c[i]), V::mul(v, p));
+    return p;
+}
+
+// s + e = a + b exactly, as a pair.
+template <class V>
+inline Parts<V> sum_pair(typename V::vd a, typename V::vd b) {
+    Parts<V> p;
+    two_sum<V>(a, b, p.hi, p.lo);
+    return p;
+}
+
+// Half ln(1 + t), t = h^2 + l^2 - 1 formed without loss.
+template <class V, int M>
+inline typename V::vd near_unit(typename V::vd h, typename V::vd l) {
+    using vd = typename V::vd;
+    const Parts<V> a = veltkamp_split<V>(h), b = veltkamp_split<V>(l);
+    const vd two = V::splat(2.0);
+    Parts<V> s = sum_pair<V>(V::mul(a.hi, a.hi), V::splat(-1.0));
+    vd lo = s.lo;
+    const vd terms[3] = {V::mul(b.hi, b.hi), V::mul(two, V::mul(a.hi, a.lo)), V::mul(two, V::mul(b.hi, b.lo))};
+    for (const vd term : terms) {
+        s = sum_pair<V>(s.hi, term);
+        lo = V::add(lo, s.lo);
+    }
+    lo = V::add(V::add(lo, V::mul(a.lo, a.lo)), V::mul(b.lo, b.lo));
+    const vd t = V::add(s.hi, lo), tl = V::sub(lo, V::sub(t, s.hi));
+    vd q;
+    if constexpr (M == kHA)
+        q = horner<V>(kQ_HA, t);
+    else if constexpr (M == kLA)
+        q = horner<V>(kPolysLA.Q, t);
+    else
+        q = horner<V>(kPolysEP.Q, t);
+    return V::mul(V::splat(0.5), V::add(t, V::add(tl, V::mul(V::mul(t, t), q))));
+}
+
+// Half ln(h^2 + l^2) through ln_table.
+template <class V, int M>
+inline typename V::vd far(typename V::vd h, typename V::vd l) {
+    using vd = typename V::vd;
+    vd s, slo;
+    if constexpr (M == kEP) {
+        s = V::add(V::mul(h, h), V::mul(l, l));
+        slo = V::splat(0.0);
+    } else {
+        Parts<V> H, L;
+        two_product<V>(h, h, H.hi, H.lo);
+        two_product<V>(l, l, L.hi, L.lo);
+        const Parts<V> sum = sum_pair<V>(H.hi, L.hi);
+        s = sum.hi;
+        slo = V::add(V::add(sum.lo, H.lo), L.lo);
+    }
+    // s = 2^e m, e as a double from the exponent field
+    const vd magic = splat_bits<V>(0x4330000000000000);
+    const vd e = V::sub(V::or_(V::shr_i64(s, 52), magic), V::add(magic, V::splat(1023.0)));
+    const vd m = V::or_(V::and_(s, splat_bits<V>(0x000fffffffffffff)), V::splat(1.0));
+    uint32_t j[V::lanes];
+    V::low_words(V::add(m, splat_bits<V>(0x42d0000000000040)), j);
+    for (int i = 0; i < V::lanes; ++i) j[i] = 3 * (j[i] & 0x7f);
+    const double* t = &zvl::ln_table[0][0];
+    const vd R = V::gather(t, j), Hj = V::gather(t + 1, j), Lj = V::gather(t + 2, j);
+    const vd mh = V::and_(m, splat_bits<V>(kHigh26));
+    const Parts<V> r = sum_pair<V>(V::sub(V::mul(R, mh), V::splat(1.0)), V::mul(R, V::sub(m, mh)));
+    vd p;
+    if constexpr (M == kHA)
+        p = horner<V>(kP_HA, r.hi);
+    else if constexpr (M == kLA)
+        p = horner<V>(kPolysLA.P, r.hi);
+    else
+        p = horner<V>(kPolysEP.P, r.hi);
+    vd small, big;
+    if constexpr (M == kEP) {
+        small = V::add(Lj, V::mul(V::mul(r.hi, r.hi), p));
+        big = V::add(V::mul(e, splat_bits<V>(0x3fe62e42fefa39ef)), Hj);
+    } else {
+        small = V::add(V::mul(e, splat_bits<V>(0x3d2ef35793c76730)), Lj);
+        small = V::add(small, V::div(slo, s));
+        small = V::add(small, r.lo);
+        small = V::add(small, V::mul(V::mul(r.hi, r.hi), p));
+        big = V::add(V::mul(e, splat_bits<V>(0x3fe62e42fefa3800)), Hj);
+    }
+    return V::mul(V::splat(0.5), V::add(big, V::add(r.hi, small)));
+}
+
+// atan(ay/ax) for positive ax, ay, as a pair.
+template <class V>
+inline Parts<V> angle_ha(typename V::vd ax, typename V::vd ay) {
+    using vd = typename V::vd;
+    const vd ay16 = V::mul(ay, V::splat(16.0));
+    const vd i2 = V::le(V::mul(ax, V::splat(7.0)), ay16), i3 = V::le(V::mul(ax, V::splat(11.0)), ay16),
+             i4 = V::le(V::mul(ax, V::splat(19.0)), ay16), i5 = V::le(V::mul(ax, V::splat(39.0)), ay16);
+    const vd ax2 = V::add(ax, ax), ay2 = V::add(ay, ay);
+    const Parts<V> ax3 = sum_pair<V>(ax2, ax);
+    vd num = ay, nlo = V::splat(0.0), den = ax, chi = V::splat(0.0), clo = V::splat(0.0);
+    auto pick = [&](vd m, vd n, vd nl, vd d, uint64_t h, uint64_t l) {
+        num = V::select(m, n, num);
+        nlo = V::select(m, nl, nlo);
+        den = V::select(m, d, den);
+        chi = V::select(m, splat_bits<V>(h), chi);
+        clo = V::select(m, splat_bits<V>(l), clo);
+    };
+    const vd zero = V::splat(0.0);
+    pick(i2, V::sub(ay2, ax), zero, V::add(ax2, ay), 0x3fddac670561bb4f, 0x3c7a2b7f222f65e2);
+    pick(i3, V::sub(ay, ax), zero, V::add(ay, ax), 0x3fe921fb54442d18, 0x3c81a62633145c07);
+    pick(i4, V::sub(ay2, ax3.hi), V::sub(zero, ax3.lo), V::add(ax2, V::mul(V::splat(3.0), ay)),
+         0x3fef730bd281f69b, 0x3c7007887af0cbbd);
+    pick(i5, V::sub(zero, ax), zero, ay, 0x3ff921fb54442d18, 0x3c91a62633145c07);
+    const vd v = V::div(num, den);
+    Parts<V> p;
+    two_product<V>(v, den, p.hi, p.lo);
+    const vd vlo = V::div(V::add(V::sub(V::sub(num, p.hi), p.lo), nlo), den);
+    const vd w = V::mul(v, v);
+    const vd poly = V::mul(V::mul(v, w), horner<V>(kA_HA, w));
+    const vd hi = V::add(chi, v);
+    const vd lo = V::add(V::sub(v, V::sub(hi, chi)), V::add(clo, V::add(vlo, poly)));
+    return {hi, lo};
+}
+
+// One vector of lanes: the parts of the results and the refused lanes' bits.
+template <class V, int M>
+inline int lanes(typename V::vd x, typename V::vd y, typename V::vd& re, typename V::vd& im) {
+    using vd = typename V::vd;
+    const vd lo_band = V::splat(0x1p-500), hi_band = V::splat(0x1p500);
+    vd ax = abs_of<V>(x), ay = abs_of<V>(y);
+    const vd ok = V::and_(V::and_(V::le(lo_band, ax), V::lt(ax, hi_band)),
+                          V::and_(V::le(lo_band, ay), V::lt(ay, hi_band)));
+    const int refused = V::mask(ok) ^ ((1 << V::lanes) - 1);
+    const vd one = V::splat(1.0);
+    ax = V::select(ok, ax, one);
+    ay = V::select(ok, ay, one);
+    const vd big = V::lt(ay, ax);
+    const vd h = V::select(big, ax, ay), l = V::select(big, ay, ax);
+
+    const vd d = V::add(V::sub(V::mul(h, h), one), V::mul(l, l));
+    const vd near = V::and_(V::and_(V::lt(V::splat(0.6846531968814576), h), V::le(h, V::splat(1.0307764064044151))),
+                            V::le(abs_of<V>(d), V::splat(0.0625)));
+    const int nm = V::mask(near);
+    if (nm == 0)
+        re = far<V, M>(h, l);
+    else if (nm == (1 << V::lanes) - 1)
+        re = near_unit<V, M>(h, l);
+    else  // the near path on its own lanes alone: t^2 of a far lane could overflow
+        re = V::select(near, near_unit<V, M>(V::select(near, h, one), V::and_(near, l)), far<V, M>(h, l));
+
+    vd a, alo;
+    if constexpr (M == kHA) {
+        const Parts<V> p = angle_ha<V>(ax, ay);
+        a = p.hi;
+        alo = p.lo;
+    } else {
+        const vd v = V::div(l, h);
+        const vd w = V::mul(v, v);
+        const vd poly = M == kLA ? horner<V>(kPolysLA.A, w) : horner<V>(kPolysEP.A, w);
+        const vd t = V::mul(v, poly);
+        const vd up = V::sub(splat_bits<V>(0x3ff921fb54442d18), t);
+        a = V::select(big, t, up);
+        alo = V::select(big, V::splat(0.0), splat_bits<V>(0x3c91a62633145c07));
+    }
+    // pi - a for a negative x
+    const vd neg = V::lt(x, V::splat(0.0));
+    const vd pih = splat_bits<V>(0x400921fb54442d18);
+    const vd fh = V::sub(pih, a);
+    const vd flo = V::add(V::sub(V::sub(pih, fh), a), V::sub(splat_bits<V>(0x3ca1a62633145c07), alo));
+    const vd angle = V::select(neg, V::add(fh, flo), V::add(a, alo));
+    im = V::or_(angle, sign_of<V>(y));
+    return refused;
+}
+
+}  // namespace zln
+
+template <int M>
+struct ZLnLanes {
+    template <class V>
+    static int lanes(typename V::vd x, typename V::vd y, typename V::vd& re, typename V::vd& im) {
+        return zln::lanes<V, M>(x, y, re, im);
+    }
+    static void scalar(ZVLComplex16* r, const ZVLComplex16* z) { zLn_scalar(r, z); }
+};
+
+struct ZLog10Thin {
+    using form = forms::Thin;
+    static void element(ZVLComplex16* r, const ZVLComplex16* z) { zLog10_scalar(r, z); }
+};
+
+using ZLnFamily = PlannedFamily<zvl::plans::zLn, Shape<1, 1, ZVLComplex16>, Letter<'H', ZPerVector<ZLnLanes<zln::kHA>>>,
+                                Letter<'L', ZPerVector<ZLnLanes<zln::kLA>>>, Letter<'E', ZPerVector<ZLnLanes<zln::kEP>>>>;
+using ZLog10Family = PlannedFamily<zvl::plans::zLog10, Shape<1, 1, ZVLComplex16>, Letter<'T', ZLog10Thin>>;
+
+}  // namespace
+
+ZVL_KERNELS_Z1(Ln, ZLnFamily)
+ZVL_KERNELS_Z1(Log10, ZLog10Family)

@@ -11,6 +11,10 @@
 //   loops/batch.h    batch form      Batch (vector pass, extended pass)
 //   loops/thin.h     thin form       Thin (complex scalar routines)
 //
+// The scratch, restart, pairs and exact forms fetch the input ahead and
+// stream their block results past the caches on long arrays
+// (loops/stream.h).
+//
 // Included by the per-cpu units inside their unnamed namespace.
 #pragma once
 

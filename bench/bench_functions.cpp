@@ -100,7 +100,7 @@ void register_all() {
                     const std::string name = std::string(row->name) + "/" + mode_label(f, m) +
                                              "/" + kCpuLabels[cpu] + size;
                     benchmark::RegisterBenchmark(name.c_str(), run, row,
-                                                 kernel(f, cpu, static_cast<Mode>(m)), n);
+                                                 timed_kernel(f, cpu, static_cast<Mode>(m)), n);
                 }
             for (const Peer* p : peers_of(*row)) {
                 const char* why = nullptr;

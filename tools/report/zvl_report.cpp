@@ -199,7 +199,7 @@ void measure_times(FunctionReport& r, bool quick) {
             for (int m = 0; m < modes; ++m) {
                 if (!cpu_runnable(cpu)) continue;
                 r.timed[cpu][m] = true;
-                r.ns[cpu][m][s] = ns_per_element(kernel(f, cpu, static_cast<Mode>(m)), n, a.data(),
+                r.ns[cpu][m][s] = ns_per_element(timed_kernel(f, cpu, static_cast<Mode>(m)), n, a.data(),
                                                  bp, out.data(), runs, min_run);
             }
         for (PeerResult& p : r.peers) {

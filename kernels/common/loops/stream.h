@@ -30,9 +30,12 @@
 namespace {
 
 // Inputs are fetched this many elements ahead (8 KiB) once an array is
-// longer than a core's second-level cache holds with its results.
+// longer than a core's second-level cache holds with its results (2^17
+// elements, 1 MiB each way). Below that the data come from that cache in
+// time anyway, and the early fetches only cost: Log10 HA at n = 1e5 took
+// 0.3 ns an element more with them.
 constexpr int32_t kFetchAhead = 1024;
-constexpr int32_t kFetchMin = int32_t{1} << 16;
+constexpr int32_t kFetchMin = int32_t{1} << 17;
 // Results stream from 2^21 elements (16 MiB of results).
 constexpr int32_t kStreamMin = int32_t{1} << 21;
 

@@ -31,6 +31,8 @@ struct Scalar {
 
     static vd load(const double* p) { return *p; }
     static void store(double* p, vd v) { *p = v; }
+    // A store that goes around the caches (see loops/stream.h); plain here.
+    static void stream(double* p, vd v) { *p = v; }
     static vd splat(double c) { return c; }
     static vd add(vd a, vd b) { return a + b; }
     static vd sub(vd a, vd b) { return a - b; }
@@ -81,6 +83,8 @@ struct Sse2 {
 
     static vd load(const double* p) { return _mm_loadu_pd(p); }
     static void store(double* p, vd v) { _mm_storeu_pd(p, v); }
+    // Non-temporal: p 16-byte aligned.
+    static void stream(double* p, vd v) { _mm_stream_pd(p, v); }
     static vd splat(double c) { return _mm_set1_pd(c); }
     static vd add(vd a, vd b) { return _mm_add_pd(a, b); }
     static vd sub(vd a, vd b) { return _mm_sub_pd(a, b); }
@@ -149,6 +153,11 @@ struct Avx {
 
     static vd load(const double* p) { return _mm256_loadu_pd(p); }
     static void store(double* p, vd v) { _mm256_storeu_pd(p, v); }
+    // Non-temporal, by halves: p need only be 16-byte aligned.
+    static void stream(double* p, vd v) {
+        _mm_stream_pd(p, _mm256_castpd256_pd128(v));
+        _mm_stream_pd(p + 2, _mm256_extractf128_pd(v, 1));
+    }
     static vd splat(double c) { return _mm256_set1_pd(c); }
     static vd add(vd a, vd b) { return _mm256_add_pd(a, b); }
     static vd sub(vd a, vd b) { return _mm256_sub_pd(a, b); }

@@ -3,11 +3,14 @@
 // between block widths with nothing outside the arrays touched, a special
 // element at any lane leaving its neighbours alone, reports in index order
 // under the kernel's own name with a callback's replacement kept, output and
-// input as one array, and the caller's floating-point control words. Values
+// input as one array, the caller's floating-point control words, and long
+// arrays (fetched ahead, results streamed) giving what short calls give. Values
 // are the directed cases' and the accuracy harness's business (tests/tools).
 #include <gtest/gtest.h>
 
 #include <cstring>
+#include <algorithm>
+#include <cstdint>
 #include <vector>
 
 #include "frame/kernel_sets.h"
@@ -233,6 +236,62 @@ TEST_P(Contract, CallersControlWords) {
     if (r.shielded(s.cpu, s.col))
         for (size_t i = 0; i < x.a.size() / e(); ++i)
             EXPECT_TRUE(same_at(got, want, i)) << "element " << i << ": " << got.r[i];
+}
+
+// A long array (past the size from which inputs are fetched ahead and
+// results stored around the caches), with reporting and quiet elements
+// strewn over it: the same results and reports as the same elements in
+// short calls of 1024, whether the outputs are 16-byte aligned (streamed)
+// or not (plain stores). The loop forms are shared, so cpu types 1 (128-bit
+// stores) and 5 (256-bit) stand for all.
+TEST_P(Contract, LongArrayAsShortCalls) {
+    if (GetParam().cpu != 1 && GetParam().cpu != 5) GTEST_SKIP() << "cpu types 1 and 5 stand for all";
+    const Row& r = row();
+    const Traits& t = *r.traits;
+    const int n = (1 << 21) + 13, chunk = 1024, tile = 4093;
+    // Kept from test to test: fresh pages would cost more than the kernels.
+    static Args x;
+    static std::vector<double> want, want2, out, out2;
+    const Args few = ordinary(r, tile);
+    x.b = few.b;
+    x.a.resize(n);
+    if (r.shape == Shape::D2) x.b.resize(n);
+    for (int i = 0; i < n; ++i) {
+        x.a[i] = few.a[i % tile];
+        if (r.shape == Shape::D2) x.b[i] = few.b[i % tile];
+    }
+    for (int i = 7; i < n; i += 300007) {
+        if (r.has_report()) x.set(i, t.reports, r.shape);
+        x.set(i + 1000, t.quiet, r.shape);
+    }
+    x.set(n - 1, r.has_report() ? t.reports : t.quiet, r.shape);
+    const Kernel k = GetParam().kernel();
+    ReportLog log(true);
+    want.assign(n, kUntouched);
+    want2.assign(n, kUntouched);
+    std::vector<int> want_at;
+    for (int at = 0; at < n; at += chunk) {
+        const int m = std::min(chunk, n - at);
+        log.clear();
+        k(m, &x.a[at], r.shape == Shape::D2 ? &x.b[at] : x.bp(), &want[at], &want2[at]);
+        for (const Report& rep : log.list()) want_at.push_back(at + rep.index);
+    }
+    for (const int shift : {0, 1}) {
+        SCOPED_TRACE(shift ? "outputs 8 bytes off 16" : "outputs 16-byte aligned");
+        out.assign(n + 1, kUntouched);
+        out2.assign(n + 1, kUntouched);
+        // out.data() is 16-byte aligned, as operator new aligns
+        double* o1 = out.data() + shift;
+        double* o2 = out2.data() + shift;
+        log.clear();
+        k(n, x.a.data(), x.bp(), o1, o2);
+        ASSERT_EQ(log.list().size(), want_at.size());
+        for (size_t j = 0; j < want_at.size(); ++j) EXPECT_EQ(log.list()[j].index, want_at[j]);
+        int wrong = 0;
+        for (size_t i = 0; i < static_cast<size_t>(n) && wrong < 5; ++i)
+            if (!same(o1[i], want[i]) || (two_out() && !same(o2[i], want2[i])))
+                ADD_FAILURE() << "element " << i << ": " << o1[i] << " want " << want[i] << (++wrong, "");
+    }
 }
 
 INSTANTIATE_TEST_SUITE_P(EveryKernel, Contract, testing::ValuesIn(distinct_slots()),

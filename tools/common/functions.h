@@ -219,6 +219,9 @@ Fn function_at(const void* ctx) {
 // array-and-scalar shape each run of equal b is one kernel call. The rounding
 // family has one kernel per cpu type; mode is then ignored.
 Callable kernel(const Function& f, int cpu, Mode mode);
+// The same for the arguments of timing_inputs, whose b is one value for the
+// array-and-scalar shape: one kernel call on b[0].
+Callable timed_kernel(const Function& f, int cpu, Mode mode);
 // The exported front-end (uses the calling thread's mode word).
 Callable front_end(const Function& f);
 

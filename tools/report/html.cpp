@@ -238,7 +238,7 @@ std::string error_plot(const FunctionReport& r, int mode, int head, PlotAxis axi
     return s + "</svg>";
 }
 
-// Time per element as horizontal bars: n = 1000 dark, n = 1000000 light.
+// Time per element as horizontal bars, one per size, lighter as n grows.
 std::string time_chart(const FunctionReport& r) {
     struct Bar {
         std::string label;
@@ -252,28 +252,31 @@ std::string time_chart(const FunctionReport& r) {
             if (r.timed[cpu][m])
                 bars.push_back(
                     {fmt("%s %d %s", has_modes(*r.f) ? kModeNames[m] : "", cpu, kCpuLabels[cpu]),
-                     {r.ns[cpu][m][0], r.ns[cpu][m][1]},
+                     {r.ns[cpu][m][0], r.ns[cpu][m][1], r.ns[cpu][m][2]},
                      kModeColour[m]});
     for (const PeerResult& p : r.peers)
-        if (p.ran) bars.push_back({p.peer->label, {p.ns[0], p.ns[1]}, "#777"});
+        if (p.ran) bars.push_back({p.peer->label, {p.ns[0], p.ns[1], p.ns[2]}, "#777"});
     double top = 0;
     size_t longest = 0;
     for (const Bar& b : bars) {
-        top = std::fmax(top, std::fmax(b.ns[0], b.ns[1]));
+        for (double ns : b.ns) top = std::fmax(top, ns);
         longest = std::max(longest, b.label.size());
     }
     if (top <= 0) top = 1;
     // Room for the longest label on the left and a value pair on the right,
     // at about 6 pixels a character of the 10-pixel font.
-    const int L = 12 + 6 * static_cast<int>(longest), R = 90, T = 24, row = 16, W = L + 470;
+    const int L = 12 + 6 * static_cast<int>(longest), R = 130, T = 24, row = 16, W = L + 510;
     const int H = T + row * static_cast<int>(bars.size()) + 26;
     const double pw = W - L - R;
     std::string s =
         fmt("<svg xmlns='http://www.w3.org/2000/svg' width='%d' height='%d' class='plot'>", W, H);
     s += fmt("<text x='%d' y='14' class='title'>ns per element</text>", L);
-    std::vector<std::pair<std::string, std::string>> key = {
-        {"<rect x='0' y='-3' width='10' height='6' fill='#555'/>", "n = 1000"},
-        {"<rect x='0' y='-3' width='10' height='6' fill='#555' opacity='0.45'/>", "n = 1000000"}};
+    static const char* const kOpacity[kSizes] = {"1", "0.6", "0.3"};
+    std::vector<std::pair<std::string, std::string>> key;
+    for (int sz = 0; sz < kSizes; ++sz)
+        key.push_back({fmt("<rect x='0' y='-3' width='10' height='6' fill='#555' opacity='%s'/>",
+                           kOpacity[sz]),
+                       fmt("n = %s", kSizeLabel[sz])});
     if (has_modes(*r.f))
         for (int m = 0; m < kModes; ++m)
             key.push_back({fmt("<rect x='0' y='-3' width='10' height='6' fill='%s'/>",
@@ -286,12 +289,14 @@ std::string time_chart(const FunctionReport& r) {
         const double y = T + row * static_cast<double>(i);
         s += fmt("<text x='%d' y='%.0f' class='ylab'>%s</text>", L - 6, y + 11,
                  esc(b.label).c_str());
-        s += fmt("<rect x='%d' y='%.0f' width='%.1f' height='6' fill='%s'/>", L, y + 2,
-                 b.ns[0] / top * pw, b.colour);
-        s += fmt("<rect x='%d' y='%.0f' width='%.1f' height='6' fill='%s' opacity='0.45'/>", L,
-                 y + 8, b.ns[1] / top * pw, b.colour);
-        s += fmt("<text x='%.1f' y='%.0f' class='val'>%.2f / %.2f</text>",
-                 L + std::fmax(b.ns[0], b.ns[1]) / top * pw + 4, y + 11, b.ns[0], b.ns[1]);
+        double widest = 0;
+        for (int sz = 0; sz < kSizes; ++sz) {
+            s += fmt("<rect x='%d' y='%.0f' width='%.1f' height='4' fill='%s' opacity='%s'/>", L,
+                     y + 2 + 4 * sz, b.ns[sz] / top * pw, b.colour, kOpacity[sz]);
+            widest = std::fmax(widest, b.ns[sz]);
+        }
+        s += fmt("<text x='%.1f' y='%.0f' class='val'>%.2f / %.2f / %.2f</text>",
+                 L + widest / top * pw + 4, y + 11, b.ns[0], b.ns[1], b.ns[2]);
     }
     return s + "</svg>";
 }
@@ -346,6 +351,9 @@ bool write_html(const std::string& path, const std::vector<FunctionReport>& repo
              esc(ctx.version).c_str(), esc(ctx.commit).c_str(), esc(ctx.compiler).c_str(),
              esc(ctx.machine).c_str(), esc(ctx.features).c_str(), esc(ctx.date).c_str(),
              ctx.seconds);
+    h += fmt("<p>The loop r[i] = 1.5 * a[i], what moving the data costs: %.2f / %.2f / %.2f ns per "
+             "element at n = 1e3 / 1e6 / 1e7.</p>",
+             ctx.copy_ns[0], ctx.copy_ns[1], ctx.copy_ns[2]);
     h += fmt(
         "<p>Accuracy: largest error against MPFR (192 bits) over %zu seeded random samples per "
         "function, sweeps around special points and the hard-to-round cases, each kernel run "
@@ -360,13 +368,14 @@ bool write_html(const std::string& path, const std::vector<FunctionReport>& repo
          "<th class='l' rowspan='2'>function</th>"
          "<th rowspan='2'>mode</th><th rowspan='2'>max error,<br>all cpu types</th>"
          "<th rowspan='2'>at</th><th rowspan='2'>budget</th>";
-    h += fmt("<th colspan='2'>ns/elem %d %s</th><th colspan='2'>ns/elem 5 e9</th>"
+    h += fmt("<th colspan='%d'>ns/elem %d %s</th><th colspan='%d'>ns/elem 5 e9</th>"
              "<th colspan='2' class='l'>baseline</th><th colspan='2'>speed-up, n=1e3</th>"
              "<th colspan='2' class='l'>best peer at e9's set (AVX)</th>"
              "<th colspan='2' class='l'>best peer, any set</th></tr><tr>",
-             head, kCpuLabels[head]);
-    h += "<th>n=1e3</th><th>n=1e6</th><th>n=1e3</th><th>n=1e6</th><th class='l'>loop</th>"
-         "<th>n=1e3</th>";
+             kSizes, head, kCpuLabels[head], kSizes);
+    for (int k = 0; k < 2; ++k)
+        for (int sz = 0; sz < kSizes; ++sz) h += fmt("<th>n=%s</th>", kSizeLabel[sz]);
+    h += "<th class='l'>loop</th><th>n=1e3</th>";
     h += fmt("<th>%s</th><th>e9</th>", kCpuLabels[head]);
     h += "<th class='l'>peer</th><th>n=1e3</th><th class='l'>peer</th><th>n=1e3</th></tr>";
     for (const FunctionReport& r : reports) {
@@ -445,7 +454,7 @@ bool write_html(const std::string& path, const std::vector<FunctionReport>& repo
         }
         h += "</div>";
 
-        h += "<table><tr><th class='l'>ns per element<br>n=1e3 / n=1e6</th>";
+        h += "<table><tr><th class='l'>ns per element<br>n=1e3 / n=1e6 / n=1e7</th>";
         for (int cpu = kCpuTypes - 1; cpu >= 0; --cpu)
             h += fmt("<th>%d %s</th>", cpu, kCpuLabels[cpu]);
         h += "</tr>";
@@ -453,34 +462,37 @@ bool write_html(const std::string& path, const std::vector<FunctionReport>& repo
             h += fmt("<tr><td class='l'>%s</td>", mode_label(f, m));
             for (int cpu = kCpuTypes - 1; cpu >= 0; --cpu)
                 h += r.timed[cpu][m]
-                         ? fmt("<td class='%s'>%.2f / %.2f</td>",
+                         ? fmt("<td class='%s'>%.2f / %.2f / %.2f</td>",
                                slower_than_baseline(r, cpu, m, 0) ? "slow" : "", r.ns[cpu][m][0],
-                               r.ns[cpu][m][1])
+                               r.ns[cpu][m][1], r.ns[cpu][m][2])
                          : std::string("<td>-</td>");
             h += "</tr>";
         }
         h += "</table><table><tr><th class='l'>peer</th><th>ns n=1e3</th><th>n=1e6</th>"
-             "<th class='l'>largest error, its input, the peer's result</th></tr>";
+             "<th>n=1e7</th><th class='l'>largest error, its input, the peer's result</th></tr>";
         for (const PeerResult& p : r.peers) {
             if (p.ran)
-                h += fmt("<tr><td class='l'>%s</td><td>%.2f</td><td>%.2f</td><td class='l'>%s</td>"
-                         "</tr>",
-                         esc(p.peer->label).c_str(), p.ns[0], p.ns[1],
+                h += fmt("<tr><td class='l'>%s</td><td>%.2f</td><td>%.2f</td><td>%.2f</td>"
+                         "<td class='l'>%s</td></tr>",
+                         esc(p.peer->label).c_str(), p.ns[0], p.ns[1], p.ns[2],
                          esc(worst_input(r.acc, p.accuracy)).c_str());
             else
-                h += fmt("<tr><td class='l'>%s</td><td colspan='3' class='l'>skipped: %s</td></tr>",
+                h += fmt("<tr><td class='l'>%s</td><td colspan='4' class='l'>skipped: %s</td></tr>",
                          esc(p.peer->label).c_str(), esc(p.why ? p.why : "").c_str());
         }
         h += "</table>" + time_chart(r);
     }
     h += "</body></html>\n";
+    return write_text(path, h, error);
+}
 
+bool write_text(const std::string& path, const std::string& text, std::string* error) {
     FILE* out = std::fopen(path.c_str(), "w");
     if (!out) {
         *error = "cannot write " + path;
         return false;
     }
-    const bool ok = std::fwrite(h.data(), 1, h.size(), out) == h.size();
+    const bool ok = std::fwrite(text.data(), 1, text.size(), out) == text.size();
     return std::fclose(out) == 0 && ok;
 }
 

@@ -9,8 +9,10 @@
 
 namespace zvl_tools {
 
-constexpr int kSizes = 2;
-constexpr size_t kSizeN[kSizes] = {1000, 1000000};
+// In cache, streaming from memory, and streaming far beyond the caches.
+constexpr int kSizes = 3;
+constexpr size_t kSizeN[kSizes] = {1000, 1000000, 10000000};
+constexpr const char* kSizeLabel[kSizes] = {"1e3", "1e6", "1e7"};
 
 struct PeerResult {
     const Peer* peer;
@@ -41,6 +43,9 @@ struct ReportContext {
     size_t samples;
     uint64_t seed;
     double seconds;  // the whole run
+    // The loop r[i] = 1.5 * a[i] at each size: what moving the data costs
+    // (0 when timing is off).
+    double copy_ns[kSizes];
 };
 
 // The largest value of a budget's measure over the cpu types, and where.
@@ -69,5 +74,15 @@ std::string worst_input(const Table& t, const Stats& s);
 
 bool write_html(const std::string& path, const std::vector<FunctionReport>& reports,
                 const ReportContext& ctx, std::string* error);
+
+// Writes text to path whole, or says why not in *error.
+bool write_text(const std::string& path, const std::string& text, std::string* error);
+
+// The speed table of README.md in Markdown: per function and mode the time
+// at n = 1000 on every cpu type and at n = 1e7 on cpu type 5, the baseline,
+// and the fastest peer of cpu type 5's instruction set (AVX) and of any,
+// each with its time over cpu type 5's (above 1: the kernel is faster).
+bool write_markdown(const std::string& path, const std::vector<FunctionReport>& reports,
+                    const ReportContext& ctx, std::string* error);
 
 }  // namespace zvl_tools

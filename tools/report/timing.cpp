@@ -13,7 +13,18 @@ double thread_seconds() {
     return static_cast<double>(t.tv_sec) + 1e-9 * static_cast<double>(t.tv_nsec);
 }
 
+__attribute__((noinline)) void scale_loop(const void*, int32_t n, const double* a, const double*,
+                                          double* r) {
+    for (int32_t i = 0; i < n; ++i) r[i] = 1.5 * a[i];
+}
+
 }  // namespace
+
+double copy_ns_per_element(size_t n, int runs) {
+    std::vector<double> a(n, 1.25), r(n, 0.0);
+    return ns_per_element(Callable{scale_loop, nullptr}, n, a.data(), nullptr, r.data(), runs,
+                          n <= 1000 ? 0.002 : 0);
+}
 
 double ns_per_element(const Callable& fn, size_t n, const double* a, const double* b, double* r,
                       int runs, double min_run_seconds) {

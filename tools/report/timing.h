@@ -14,4 +14,8 @@ namespace zvl_tools {
 double ns_per_element(const Callable& fn, size_t n, const double* a, const double* b, double* r,
                       int runs, double min_run_seconds);
 
+// The loop r[i] = 1.5 * a[i] over n elements, timed as above: what moving
+// the data alone costs at that size.
+double copy_ns_per_element(size_t n, int runs);
+
 }  // namespace zvl_tools

@@ -85,6 +85,8 @@ bool parse_options(int argc, char** argv, Options* o, std::string* error, bool p
             o->out = argv[++i];
         } else if (!std::strcmp(a, "--data") && value(1)) {
             o->data = argv[++i];
+        } else if (!std::strcmp(a, "--markdown") && value(1)) {
+            o->markdown = argv[++i];
         } else if (!std::strcmp(a, "--no-timing")) {
             o->timing = false;
         } else if (!std::strcmp(a, "--complex-only")) {

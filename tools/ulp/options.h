@@ -24,6 +24,7 @@ struct Options {
     std::string out;     // zvl-report: output file
     bool quick = false;  // zvl-report: fewer samples and repeats
     std::string data;    // zvl-report: accuracy data file (docs/data/accuracy.txt)
+    std::string markdown;  // zvl-report: README.md's speed table, in Markdown
     bool timing = true;  // zvl-report: false measures accuracy only, and writes no page
     bool complex_only = false;  // zvl-report: the complex functions alone, no page
 };

@@ -6,6 +6,7 @@
 #pragma once
 
 #include "kernels/common/loops/forms.h"
+#include "kernels/common/loops/stream.h"
 
 namespace {
 
@@ -34,8 +35,10 @@ inline void exact_loop(int32_t n, const double* a, double* y, double* z) {
         else
             ZVL_EXACT(F, bool(const vd*, vd*), template block<V, NV>);
         m = n & ~(W - 1);
+        const LongArray l = long_array(n, y, NOut == 2 ? z : nullptr);
         for (int32_t base = 0; base < m; base += W) {
             vd x[NV], u[NV], v[NV];
+            fetch_ahead<W>(l, base, a);
             for (int j = 0; j < NV; ++j) x[j] = V::load(a + base + j * V::lanes);
             bool ok;
             if constexpr (NOut == 2)
@@ -44,13 +47,14 @@ inline void exact_loop(int32_t n, const double* a, double* y, double* z) {
                 ok = F::template block<V, NV>(x, u);
             if (__builtin_expect(ok, 1)) {
                 for (int j = 0; j < NV; ++j) {
-                    V::store(y + base + j * V::lanes, u[j]);
-                    if constexpr (NOut == 2) V::store(z + base + j * V::lanes, v[j]);
+                    put<V>(l, y + base + j * V::lanes, u[j]);
+                    if constexpr (NOut == 2) put<V>(l, z + base + j * V::lanes, v[j]);
                 }
             } else {
                 for (int32_t i = base; i < base + W; ++i) element(i);
             }
         }
+        end_long_array(l);
     }
     for (int32_t i = m; i < n; ++i) element(i);
 }

@@ -8,6 +8,7 @@
 #pragma once
 
 #include "kernels/common/loops/report.h"
+#include "kernels/common/loops/stream.h"
 
 namespace {
 
@@ -23,17 +24,20 @@ inline void pairs_loop(int32_t n, const double* a, const double* b, double* r, c
     else
         ZVL_EXACT(F, int32_t(double), status);
     int32_t i = 0;
+    const LongArray l = long_array(n, r);
     const auto round = [&](auto w, int32_t at) {
         using X = decltype(w);
         constexpr int lanes = X::lanes;
         typename X::vd x{}, z;
         if constexpr (NIn == 2) {
+            fetch_ahead<lanes>(l, at, a, b);
             x = X::load(a + at);
             z = X::load(b + at);
-            X::store(r + at, F::template eval<X>(x, z));
+            put<X>(l, r + at, F::template eval<X>(x, z));
         } else {
+            fetch_ahead<lanes>(l, at, a);
             z = X::load(a + at);
-            X::store(r + at, F::template eval<X>(z));
+            put<X>(l, r + at, F::template eval<X>(z));
         }
         if (__builtin_expect(X::mask(F::template refused<X>(z)) == 0, 1)) return;
         double av[lanes], bv[lanes];
@@ -49,6 +53,7 @@ inline void pairs_loop(int32_t n, const double* a, const double* b, double* r, c
         }
     };
     for (; i + V::lanes <= n; i += V::lanes) round(V{}, i);
+    end_long_array(l);
     for (; i < n; ++i) round(Scalar{}, i);
 }
 

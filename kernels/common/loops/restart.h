@@ -6,6 +6,7 @@
 #pragma once
 
 #include "kernels/common/loops/report.h"
+#include "kernels/common/loops/stream.h"
 
 namespace {
 
@@ -70,10 +71,11 @@ __attribute__((noinline)) void restart_elements(int32_t from, int32_t to, const 
 // One block at `base`: computed, then stored or restarted.
 template <int Cpu, class V, int W, class F, int NIn>
 inline void restart_block(int32_t base, const double* a, const double* b, double* r,
-                          const char* name) {
+                          const char* name, const LongArray& l = {}) {
     using vd = typename V::vd;
     constexpr int NV = W / V::lanes;
     vd x[NV], z[NV], y[NV];
+    fetch_ahead<W>(l, base, a, NIn == 2 ? b : nullptr);
     for (int j = 0; j < NV; ++j) x[j] = V::load(a + base + j * V::lanes);
     bool ok;
     if constexpr (NIn == 2) {
@@ -85,7 +87,7 @@ inline void restart_block(int32_t base, const double* a, const double* b, double
         ok = F::template checked_block<V, NV>(x, y);
     }
     if (__builtin_expect(ok, 1)) {
-        for (int j = 0; j < NV; ++j) V::store(r + base + j * V::lanes, y[j]);
+        for (int j = 0; j < NV; ++j) put<V>(l, r + base + j * V::lanes, y[j]);
     } else {
         restart_elements<Cpu, F, NIn>(base, base + W, a, b, r, name);
     }
@@ -110,6 +112,7 @@ __attribute__((always_inline)) inline void restart_loop(int32_t n, const double*
     check_restart_form<F, V, W / V::lanes, NIn>();
     if (n <= 0) return;
     const int32_t m = n & ~(W - 1);
+    const LongArray l = long_array(n, r);
     if constexpr (has_form<F, forms::CheckedAt>() && W == V::lanes) {
         // Blocks of one vector go two to a round, so that a family reading
         // its inputs shares its integer work between them. A pair with a
@@ -120,9 +123,10 @@ __attribute__((always_inline)) inline void restart_loop(int32_t n, const double*
         int32_t base = 0;
         for (; base + 2 * W <= m; base += 2 * W) {
             vd x[2], y[2];
+            fetch_ahead<2 * W>(l, base, a);
             for (int j = 0; j < 2; ++j) x[j] = V::load(a + base + j * V::lanes);
             if (__builtin_expect(F::template checked_block_at<V, 2>(a + base, x, y), 1)) {
-                for (int j = 0; j < 2; ++j) V::store(r + base + j * V::lanes, y[j]);
+                for (int j = 0; j < 2; ++j) put<V>(l, r + base + j * V::lanes, y[j]);
             } else {
                 restart_block_apart<Cpu, V, W, F, NIn>(base, a, b, r, name);
                 restart_block_apart<Cpu, V, W, F, NIn>(base + W, a, b, r, name);
@@ -131,8 +135,9 @@ __attribute__((always_inline)) inline void restart_loop(int32_t n, const double*
         if (base < m) restart_block_apart<Cpu, V, W, F, NIn>(base, a, b, r, name);
     } else {
         for (int32_t base = 0; base < m; base += W)
-            restart_block<Cpu, V, W, F, NIn>(base, a, b, r, name);
+            restart_block<Cpu, V, W, F, NIn>(base, a, b, r, name, l);
     }
+    end_long_array(l);
     if (m < n) restart_elements<Cpu, F, NIn>(m, n, a, b, r, name);
 }
 

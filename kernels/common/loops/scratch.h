@@ -11,6 +11,7 @@
 #include <type_traits>
 
 #include "kernels/common/loops/report.h"
+#include "kernels/common/loops/stream.h"
 
 namespace {
 
@@ -76,12 +77,14 @@ template <int Cpu, class V, int NV, class F, class S>
 __attribute__((always_inline)) inline void scratch_block(const F& f, int32_t base, const double* a,
                                                          const double* b, double* r, double* r2,
                                                          const char* name, double* xs, double* zs,
-                                                         double* ys, double* us) {
+                                                         double* ys, double* us,
+                                                         const LongArray& l = {}) {
     using vd = typename V::vd;
     constexpr int NIn = S::in;
     constexpr int NOut = S::out;
     vd x[NV], z[NV], y[NV], u[NOut == 2 ? NV : 1];
     uint32_t mask = 0;
+    fetch_ahead<NV * V::lanes>(l, base, a, NIn == 2 ? b : nullptr);
     for (int j = 0; j < NV; ++j) x[j] = V::load(a + base + j * V::lanes);
     if constexpr (NIn == 2)
         for (int j = 0; j < NV; ++j) z[j] = V::load(b + base + j * V::lanes);
@@ -118,8 +121,8 @@ __attribute__((always_inline)) inline void scratch_block(const F& f, int32_t bas
         }
     }
     for (int j = 0; j < NV; ++j) {
-        V::store(r + base + j * V::lanes, y[j]);
-        if constexpr (NOut == 2) V::store(r2 + base + j * V::lanes, u[j]);
+        put<V>(l, r + base + j * V::lanes, y[j]);
+        if constexpr (NOut == 2) put<V>(l, r2 + base + j * V::lanes, u[j]);
     }
 }
 
@@ -141,8 +144,10 @@ __attribute__((always_inline)) inline void scratch_loop(const F& f, int32_t n, c
     alignas(64) double us[NOut == 2 ? (W < 32 ? 32 : W) : 1];
     if (n <= 0) return;  // n & ~(W-1) would start the remainder below 0
     int32_t m = n & ~(W - 1);
+    const LongArray l = long_array(n, r, NOut == 2 ? r2 : nullptr);
     for (int32_t base = 0; base < m; base += W)
-        scratch_block<Cpu, V, NV, F, S>(f, base, a, b, r, r2, name, xs, zs, ys, us);
+        scratch_block<Cpu, V, NV, F, S>(f, base, a, b, r, r2, name, xs, zs, ys, us, l);
+    end_long_array(l);
     if constexpr (PairTail<F>::value && W > 2) {
         // the pair is one or two vectors of the block's wrapper, or two
         // single lanes where its vectors are wider

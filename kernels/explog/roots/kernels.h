@@ -14,7 +14,7 @@ namespace {
 using SqrtFamily = PlannedFamily<zvl::plans::Sqrt, D1Shape, Letter<'A', SqrtInstr>, Letter<'B', SqrtEst>>;
 using InvSqrtFamily =
     PlannedFamily<zvl::plans::InvSqrt, D1Shape, Letter<'A', InvSqrtHA>, Letter<'B', InvSqrtEst<true>>,
-                  Letter<'C', InvSqrtEst<false>>, Letter<'D', InvSqrtSeed>>;
+                  Letter<'C', InvSqrtEst<false>>>;
 using CbrtFamily = PlannedFamily<zvl::plans::Cbrt, D1Shape, Letter<'A', CbrtKernel<CbrtBodyHA>>,
                                  Letter<'B', CbrtKernel<CbrtBody<true>>>, Letter<'C', CbrtKernel<CbrtBody<false>>>,
                                  Letter<'E', CbrtKernel<CbrtBody<true>>>, Letter<'F', CbrtKernel<CbrtBody<false>>>>;

@@ -2,11 +2,17 @@
 // two vectors: 8 elements at type 5, 4 below.
 //
 //   Sqrt     A  the square root instruction, no guard
-//            B  EP: the single-precision estimate refined (types 2 to 5)
+//            B  EP at type 5: the single-precision estimate refined
 //   InvSqrt  A  sqrt(1/x)
 //            B  LA: the estimate and a degree-3 step (types 2 to 5)
 //            C  EP: the estimate and a degree-1 step (types 2 to 5)
-//            D  EP at type 1, which has no estimate: the bit-pattern seed
+//
+// No lower mode runs slower than HA: where the instruction is as fast as
+// anything that could replace it, the lower modes run it. Two vectors of
+// 128-bit square roots (types 1 to 4) cost less than the estimate's
+// conversions and refinement, so Sqrt EP is the instruction there; at type
+// 1, which has no estimate, InvSqrt's division and root beat any seed
+// refined by multiplications to EP's accuracy.
 //   Cbrt, InvCbrt  A HA, B LA, C EP, from the same seed; E LA and F EP at
 //            type 5, whose seed divides by three in floating point (in the
 //            block and alone alike) and may differ from B's and C's in its
@@ -27,14 +33,14 @@ constexpr Cell root(int cpu, char variant) { return own(variant, root_width(cpu)
 constexpr Cell sqrt_instr(int cpu) { return own('A', root_width(cpu), Guard::none, Loop::scratch); }
 
 constexpr Row3 sqrt_row(int cpu) {
-    return {sqrt_instr(cpu), sqrt_instr(cpu), cpu == 1 ? sqrt_instr(cpu) : root(cpu, 'B')};
+    return {sqrt_instr(cpu), sqrt_instr(cpu), cpu == 5 ? root(cpu, 'B') : sqrt_instr(cpu)};
 }
 constexpr Plan Sqrt = plan({sqrt_instr(0), kRunsHA, kRunsHA}, sqrt_row(1), sqrt_row(2), sqrt_row(3),
                            sqrt_row(4), sqrt_row(5));
 
 constexpr Row3 inv_sqrt_row(int cpu) {
     return {root(cpu, 'A'), cpu == 1 ? root(cpu, 'A') : root(cpu, 'B'),
-            cpu == 1 ? root(cpu, 'D') : root(cpu, 'C')};
+            cpu == 1 ? root(cpu, 'A') : root(cpu, 'C')};
 }
 constexpr Plan InvSqrt = plan({root(0, 'A'), kRunsHA, kRunsHA}, inv_sqrt_row(1), inv_sqrt_row(2),
                               inv_sqrt_row(3), inv_sqrt_row(4), inv_sqrt_row(5));

@@ -3,27 +3,26 @@
 // Sqrt HA and LA: the square root instruction, correctly rounded in the
 // caller's rounding mode, with no guard. An estimate refined to LA accuracy
 // costs as much as the instruction, so LA is the same code under its name.
-// Sqrt EP, types 2 to 5: y0, the single-precision reciprocal square root
+// Sqrt EP at type 5: y0, the single-precision reciprocal square root
 // estimate of x (relative error below 1.5 * 2^-12), gives s = x * y0 and
 // e = 1 - s * y0, |e| < 2^-10.4; s + s * e * (1/2 + 3/8 e) leaves the series
-// error 5/16 e^3 < 2^-32. At type 1, which has no estimate, EP is the
-// instruction too.
+// error 5/16 e^3 < 2^-32. Below type 5 the 128-bit instruction is faster
+// than the estimate's conversions and steps, and EP runs it.
 //
 // InvSqrt HA: sqrt(1 / x). The quotient's rounding error is halved by the
 // root, so the error stays below 1 ulp (0.5 + 0.5 * 2^-53 relative).
 // InvSqrt LA and EP, types 2 to 5: y0 as above and e = 1 - x * y0^2, then
 // y0 + y0 * e * P(e) with P of degree 3 (LA, series error below 2^-54) or 1
-// (EP, below 2^-32). At type 1, which has no estimate, LA is the code of
-// HA, and EP starts from the bit pattern 0x5fe6ec8500000000 - bits(x) / 2,
-// within 3.5% of 1/sqrt(x): a degree-3 step brings it within 2^-20, and a
-// plain Newton step (P = 1/2) finishes.
+// (EP, below 2^-32). At type 1, which has no estimate, LA and EP run the
+// code of HA: a seed from the bit pattern needs two steps even for EP, which
+// cost more than the division and the root.
 //
 // Worst errors found against MPFR (2.7 million arguments per function over
 // the whole range, and the hard cases of 1/sqrt):
 //   Sqrt EP      2^-34.4 relative at 0x1.51effa6515321p+1
 //   InvSqrt HA   0.851 ulp at 0x1.fef73512f89c8p+0
 //   InvSqrt LA   1.423 ulp at 0x1.04ddc9813db98p+2
-//   InvSqrt EP   2^-34.4 relative at 0x1.391ffcee8c8dbp+1 (type 1: 2^-42.0)
+//   InvSqrt EP   2^-34.4 relative at 0x1.391ffcee8c8dbp+1
 //
 // The estimate sees x in single precision, so the kernels built on it take
 // only x in [2^-120, 2^120] in their vector path; the others refuse zero,
@@ -49,8 +48,6 @@ struct SqrtConst {
     static constexpr double est_high = zvl::from_bits(0x4770000000000000);
     // 2^1022: above it 1/x is denormal
     static constexpr double recip_high = zvl::from_bits(0x7fd0000000000000);
-    // y0 = seed - bits(x) / 2 is within 3.43% of 1/sqrt(x) for normal x
-    static constexpr uint64_t seed = 0x5fe6ec8500000000;
     // The callout scales denormal x by 2^108 and the result back by 2^54,
     // and x above 2^1022 by 2^-108 and back by 2^-54.
     static constexpr double up = zvl::from_bits(0x46b0000000000000);
@@ -68,13 +65,6 @@ inline __m128d rsqrt_estimate(__m128d x) { return _mm_cvtps_pd(_mm_rsqrt_ps(_mm_
 #ifdef __AVX__
 inline __m256d rsqrt_estimate(__m256d x) { return _mm256_cvtps_pd(_mm_rsqrt_ps(_mm256_cvtpd_ps(x))); }
 #endif
-
-// The bit-pattern seed of cpu type 1.
-inline double rsqrt_seed(double x) { return zvl::from_bits(SqrtConst::seed - (zvl::bits(x) >> 1)); }
-inline __m128d rsqrt_seed(__m128d x) {
-    const __m128i k = _mm_set1_epi64x(static_cast<long long>(SqrtConst::seed));
-    return _mm_castsi128_pd(_mm_sub_epi64(k, _mm_srli_epi64(_mm_castpd_si128(x), 1)));
-}
 
 // sqrt(1/x) for 2^-1022 <= x <= 2^1022.
 template <class V>
@@ -174,24 +164,6 @@ struct InvSqrtEst : PerVector<InvSqrtEst<LA>>, RootCallout<inv_sqrt_callout> {
     template <class V>
     static typename V::vd special(typename V::vd x) {
         return outside_range<V>(x, SqrtConst::est_low, SqrtConst::est_high);
-    }
-};
-
-// EP at type 1, which has no estimate: the bit-pattern seed and two steps.
-// (Taken to LA accuracy this costs more than the division and root of HA.)
-struct InvSqrtSeed : PerVector<InvSqrtSeed>, RootCallout<inv_sqrt_callout> {
-    template <class V>
-    static typename V::vd eval(typename V::vd x) {
-        const typename V::vd y0 = rsqrt_seed(x);
-        const typename V::vd e0 = rsqrt_residual<V>(x, y0);
-        const typename V::vd y1 = refine_root<V>(
-            y0, e0, series_sum<V>(e0, RsqrtSeries::c1, RsqrtSeries::c2, RsqrtSeries::c3, RsqrtSeries::c4));
-        const typename V::vd e1 = rsqrt_residual<V>(x, y1);
-        return refine_root<V>(y1, e1, V::splat(RsqrtSeries::c1));
-    }
-    template <class V>
-    static typename V::vd special(typename V::vd x) {
-        return outside_range<V>(x, Fp64::min_normal, Fp64::max_finite);
     }
 };
 

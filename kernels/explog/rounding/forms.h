@@ -11,8 +11,9 @@
 //
 // Half test (Round): with a = |x|, t = (a + 2^52) - 2^52 rounds to even, so a
 // value that rounded down from an exact half has a - t = 0.5 and gets one
-// more. Lanes above 2^52 take x * 1.0; a NaN fails that compare and stays a
-// NaN through the arithmetic. Without a guard t rounds in the caller's mode.
+// more. Lanes above 2^52 take x * 1.0, in the element routine; a NaN fails
+// that compare and stays a NaN through the arithmetic. Without a guard t
+// rounds in the caller's mode.
 //
 // Instruction form: the rounding instruction with a fixed immediate; NaN and
 // infinity pass through it, so no block ever fails.
@@ -97,14 +98,17 @@ struct ShifterModf {
 };
 
 // Round by the half test; with Instr the first rounding is the rounding
-// instruction with immediate 0 (to nearest, whatever the mode).
+// instruction with immediate 0 (to nearest, whatever the mode). A block
+// holding a lane above 2^52 is redone element by element, which gives
+// those lanes x * 1.0: the blocks of ordinary arguments skip that product
+// and the blend.
 template <bool Instr>
 struct HalfTest {
     using form = forms::Exact;
+    // The half test on the lanes up to 2^52 (and NaN).
     template <class V>
-    static typename V::vd eval(typename V::vd x) {
+    static typename V::vd nearest(typename V::vd x) {
         using vd = typename V::vd;
-        using O = ShifterOps<V>;
         const vd s = sign_of<V>(x);
         const vd a = abs_of<V>(x);
         vd t;
@@ -118,15 +122,29 @@ struct HalfTest {
         }
         const vd d = V::sub(a, t);
         t = V::add(t, V::and_(V::eq(d, V::splat(0.5)), V::splat(1.0)));
-        const vd big = V::lt(V::splat(Fp64::two52), a);
-        return V::select(big, V::mul(x, opaque(V::splat(1.0))), O::with_sign(t, s));
+        // The instruction rounds a >= +0 to t >= +0 under the guard; the
+        // shifter's t is -0 for small a in a caller's downward mode.
+        if constexpr (Instr)
+            return V::or_(t, s);
+        else
+            return ShifterOps<V>::with_sign(t, s);
+    }
+    template <class V>
+    static typename V::vd big(typename V::vd x) {
+        return V::lt(V::splat(Fp64::two52), abs_of<V>(x));
     }
     template <class V, int NV>
     static bool block(const typename V::vd* x, typename V::vd* y) {
-        for (int j = 0; j < NV; ++j) y[j] = eval<V>(x[j]);
-        return true;
+        typename V::vd any = V::splat(0.0);
+        for (int j = 0; j < NV; ++j) {
+            y[j] = nearest<V>(x[j]);
+            any = V::or_(any, big<V>(x[j]));
+        }
+        return V::mask(any) == 0;
     }
-    static void element(double x, double* y) { *y = eval<Scalar>(x); }
+    static void element(double x, double* y) {
+        *y = zvl::bits(big<Scalar>(x)) ? x * opaque(1.0) : nearest<Scalar>(x);
+    }
 };
 
 // Only the units with the instruction define it.

@@ -517,6 +517,16 @@ ZT_LOOP1(loop_nearbyint, std::nearbyint(x))
 ZT_LOOP1(loop_rint, std::rint(x))
 ZT_LOOP1(loop_round, std::round(x))
 ZT_LOOP1(loop_trunc, std::trunc(x))
+// The same compiled for AVX, where the compiler vectorises them; Round as
+// the truncation of x plus the double just below a half, with the sign of x
+// (exact in round to nearest), since std::round stays a call (this one too
+// stays scalar unless the compiler may ignore the exception flags).
+ZT_AVX ZT_LOOP1(loop_ceil_avx, std::ceil(x))
+ZT_AVX ZT_LOOP1(loop_floor_avx, std::floor(x))
+ZT_AVX ZT_LOOP1(loop_nearbyint_avx, std::nearbyint(x))
+ZT_AVX ZT_LOOP1(loop_rint_avx, std::rint(x))
+ZT_AVX ZT_LOOP1(loop_round_avx, std::trunc(x + std::copysign(0.49999999999999994, x)))
+ZT_AVX ZT_LOOP1(loop_trunc_avx, std::trunc(x))
 
 int ref_ceil(mpfr_ptr r, mpfr_srcptr x, mpfr_rnd_t) { return mpfr_ceil(r, x); }
 int ref_floor(mpfr_ptr r, mpfr_srcptr x, mpfr_rnd_t) { return mpfr_floor(r, x); }
@@ -550,7 +560,15 @@ const Region rounding_regions[] = {
         .timing_a = lin(-1e6, 1e6),                        \
         .ordinary_a = 2.25,                                \
         .baseline = local("glibc " #fn, loop_##fn),        \
+        .peers = list(fn##_peers),                         \
     };
+
+const Peer ceil_peers[] = {local("plain loop, AVX", loop_ceil_avx, Isa::Avx)};
+const Peer floor_peers[] = {local("plain loop, AVX", loop_floor_avx, Isa::Avx)};
+const Peer nearbyint_peers[] = {local("plain loop, AVX", loop_nearbyint_avx, Isa::Avx)};
+const Peer rint_peers[] = {local("plain loop, AVX", loop_rint_avx, Isa::Avx)};
+const Peer round_peers[] = {local("plain loop, AVX", loop_round_avx, Isa::Avx)};
+const Peer trunc_peers[] = {local("plain loop, AVX", loop_trunc_avx, Isa::Avx)};
 
 ZT_ROUNDING_ROW(ceil, VDCEIL, ref_ceil)
 ZT_ROUNDING_ROW(floor, VDFLOOR, ref_floor)

@@ -10,3 +10,9 @@ const char* const ext_unary_names[kExtUnaryCount] = {
     ZVL_EXT_UNARY(ZVL_EXT_NAME)
 #undef ZVL_EXT_NAME
 };
+
+const char* const complex_scalar_names[kComplexScalarCount] = {
+#define ZVL_COMPLEX_NAME(name) #name,
+    ZVL_COMPLEX_SCALARS(ZVL_COMPLEX_NAME)
+#undef ZVL_COMPLEX_NAME
+};

@@ -1,5 +1,7 @@
 // Prints, for each copy of the support set and each routine, a digest of
-// its results on a fixed set of arguments and the flags the routine raised.
+// its results on a fixed set of arguments and the flags the routine raised;
+// the complex scalar routines likewise, on pairs of those arguments
+// rounded to double.
 // With ZVL_CPU_TYPE set only that cpu type's copy is printed: the Windows
 // build then prints the same lines as the Linux build
 // (ext_digest_matches_linux), which carries the Linux build's accuracy
@@ -95,13 +97,25 @@ std::vector<Line> digests(const ExtSet& s) {
     out.push_back(digest([&](size_t i, uint64_t h) {
         return hash_ld(s.ext_atan2(g_args[i], g_args[(i * 7 + 3) % g_args.size()]), h);
     }));
+    for (ComplexScalar f : s.complex) {
+        out.push_back(digest([&](size_t i, uint64_t h) {
+            const ZVLComplex16 z = {static_cast<double>(g_args[i]),
+                                    static_cast<double>(g_args[(i * 7 + 3) % g_args.size()])};
+            ZVLComplex16 w;
+            f(&w, &z);
+            return hash_ld(w.imag, hash_ld(w.real, h));
+        }));
+    }
     return out;
 }
 
 const char* routine_name(size_t k) {
     static const char* const extra[] = {"fabs_d", "ext_sincos", "ext_sinhcosh", "ext_reduce_pio4",
                                         "ext_atan2"};
-    return k < kExtUnaryCount ? ext_unary_names[k] : extra[k - kExtUnaryCount];
+    constexpr size_t kExtra = sizeof extra / sizeof extra[0];
+    if (k < kExtUnaryCount) return ext_unary_names[k];
+    if (k < kExtUnaryCount + kExtra) return extra[k - kExtUnaryCount];
+    return complex_scalar_names[k - kExtUnaryCount - kExtra];
 }
 
 }  // namespace

@@ -1,7 +1,9 @@
-// The complex scalar routines of one cpu type: zSqrt_scalar and
-// zSqrt_fast, the seven trigonometric and hyperbolic routines of their own
-// and the five quarter turns of them. Each per-cpu unit includes this
-// header and gets its own copy.
+// The complex scalar routines of one cpu type in extended precision:
+// zSqrt_scalar, the seven trigonometric and hyperbolic routines of their
+// own and the five quarter turns of them. Each per-cpu unit includes this
+// header and gets its own copy. The square roots in double arithmetic
+// (zSqrt_fast and the vector members, sqrt/sqrt_lanes.h) are compiled with
+// the unit's own instruction set instead.
 //
 // In a unit compiled for AVX the routines are compiled without it, as the
 // extended-precision support set is, so that they can take the set's
@@ -19,7 +21,6 @@
 #include "kernels/complex/atanh/atanh.h"
 #include "kernels/complex/cosh/cosh.h"
 #include "kernels/complex/sinh/sinh.h"
-#include "kernels/complex/sqrt/sqrt_fast.h"
 #include "kernels/complex/sqrt/sqrt_scalar.h"
 #include "kernels/complex/tanh/tanh.h"
 

@@ -35,10 +35,11 @@ constexpr double kCos2 = -0x1.aa22657537205p-2;
 constexpr int kAny = -1;  // flags not checked
 constexpr int kChecked = FE_INVALID | FE_DIVBYZERO | FE_OVERFLOW;
 
-std::vector<const ExtSet*> copies() {
-    std::vector<const ExtSet*> v;
+// The cpu types to run: 5 needs AVX.
+std::vector<int> cpu_types() {
+    std::vector<int> v;
     for (int c = 0; c < 6; ++c)
-        if (c < 5 || __builtin_cpu_supports("avx")) v.push_back(ext_sets[c]);
+        if (c < 5 || __builtin_cpu_supports("avx")) v.push_back(c);
     return v;
 }
 
@@ -54,8 +55,17 @@ bool same(double got, double want) {
     return bits(got) == bits(want);
 }
 
-// Both square roots run every root case.
-const ComplexScalarId kRoots[] = {zSqrt_scalar_id, zSqrt_fast_id};
+// Every square root member runs every root case: the extended one, the
+// double one, and the cpu type's vector member.
+struct RootMember {
+    const char* name;
+    ComplexScalar f;
+};
+std::vector<RootMember> roots(int c) {
+    return {{"zSqrt_scalar", ext_sets[c]->complex[zSqrt_scalar_id]},
+            {"zSqrt_fast", sqrt_sets[c]->fast},
+            {"zSqrt_vector", sqrt_sets[c]->vector_one}};
+}
 
 const Case kRootCases[] = {
     {zSqrt_scalar_id, -4, 0.0, 0.0, 2, 0},
@@ -181,26 +191,25 @@ const Case kCases[] = {
     {zAtan_scalar_id, -0.0, 3, -kPio2, 0x1.62e42fefa39efp-2, 0},
 };
 
-void check(const ExtSet& set, const Case& c, ComplexScalarId f) {
+void check(const char* label, const char* name, ComplexScalar f, const Case& c) {
     const ZVLComplex16 z = {c.x, c.y};
     ZVLComplex16 w;
     std::feclearexcept(FE_ALL_EXCEPT);
-    set.complex[f](&w, &z);
+    f(&w, &z);
     const int flags = std::fetestexcept(kChecked);
     EXPECT_TRUE(same(w.real, c.re) && same(w.imag, c.im))
-        << set.label << " " << complex_scalar_names[f] << "(" << c.x << ", " << c.y << ") = ("
-        << std::hexfloat << w.real << ", " << w.imag << "), want (" << c.re << ", " << c.im << ")";
-    if (c.flags != kAny)
-        EXPECT_EQ(flags, c.flags) << set.label << " " << complex_scalar_names[f] << "(" << c.x
-                                  << ", " << c.y << ") flags";
+        << label << " " << name << "(" << c.x << ", " << c.y << ") = (" << std::hexfloat << w.real
+        << ", " << w.imag << "), want (" << c.re << ", " << c.im << ")";
+    if (c.flags != kAny) EXPECT_EQ(flags, c.flags) << label << " " << name << "(" << c.x << ", " << c.y << ") flags";
 }
 
 TEST(ComplexScalars, SpecialValuesAndBranchCuts) {
     X87Guard<0x300> guard;
-    for (const ExtSet* set : copies()) {
-        for (const Case& c : kCases) check(*set, c, c.f);
+    for (int cpu : cpu_types()) {
+        const ExtSet& set = *ext_sets[cpu];
+        for (const Case& c : kCases) check(set.label, complex_scalar_names[c.f], set.complex[c.f], c);
         for (const Case& c : kRootCases)
-            for (ComplexScalarId f : kRoots) check(*set, c, f);
+            for (const RootMember& m : roots(cpu)) check(set.label, m.name, m.f, c);
     }
 }
 
@@ -209,17 +218,17 @@ TEST(ComplexScalars, SpecialValuesAndBranchCuts) {
 TEST(ComplexScalars, RootsAtTheEndsOfTheRange) {
     X87Guard<0x300> guard;
     const double tiny = 1e-320, big = 1e308;
-    for (const ExtSet* set : copies()) {
-        for (ComplexScalarId f : kRoots) {
+    for (int cpu : cpu_types()) {
+        for (const RootMember& m : roots(cpu)) {
             ZVLComplex16 w;
             const ZVLComplex16 a = {tiny, 0.0}, b = {big, big};
-            set->complex[f](&w, &a);
-            EXPECT_EQ(bits(w.real), bits(std::sqrt(tiny))) << set->label << " " << complex_scalar_names[f];
+            m.f(&w, &a);
+            EXPECT_EQ(bits(w.real), bits(std::sqrt(tiny))) << ext_sets[cpu]->label << " " << m.name;
             EXPECT_EQ(bits(w.imag), bits(0.0));
-            set->complex[f](&w, &b);
+            m.f(&w, &b);
             // sqrt(1e308 (1 + i)) = 1e154 (1.0986841134678100, 0.4550898605622274)
-            EXPECT_NEAR(w.real, 1.0986841134678100e154, 1e139) << set->label;
-            EXPECT_NEAR(w.imag, 0.4550898605622274e154, 1e139) << set->label;
+            EXPECT_NEAR(w.real, 1.0986841134678100e154, 1e139) << ext_sets[cpu]->label << " " << m.name;
+            EXPECT_NEAR(w.imag, 0.4550898605622274e154, 1e139) << ext_sets[cpu]->label << " " << m.name;
         }
     }
 }
@@ -229,12 +238,12 @@ TEST(ComplexScalars, RootsAtTheEndsOfTheRange) {
 TEST(ComplexScalars, QuarterTurnsKeepTheSignOfANaN) {
     X87Guard<0x300> guard;
     const double nan_neg = -std::nan("");
-    for (const ExtSet* set : copies()) {
+    for (int cpu : cpu_types()) {
         ZVLComplex16 w;
         const ZVLComplex16 a = {0.0, nan_neg};
-        set->complex[zTan_scalar_id](&w, &a);
-        EXPECT_EQ(bits(w.real), bits(0.0)) << set->label;
-        EXPECT_TRUE(std::isnan(w.imag) && std::signbit(w.imag)) << set->label;
+        ext_sets[cpu]->complex[zTan_scalar_id](&w, &a);
+        EXPECT_EQ(bits(w.real), bits(0.0)) << ext_sets[cpu]->label;
+        EXPECT_TRUE(std::isnan(w.imag) && std::signbit(w.imag)) << ext_sets[cpu]->label;
     }
 }
 
@@ -263,19 +272,53 @@ TEST(ComplexScalars, ResultOverItsOwnArgument) {
     }
 }
 
+bool same_bits(const ZVLComplex16& a, const ZVLComplex16& b) {
+    return bits(a.real) == bits(b.real) && bits(a.imag) == bits(b.imag);
+}
+
+// Every cpu type's copy of a routine gives cpu type 0's bits; the double
+// square roots too, the vector members (different wrappers, one formula)
+// giving zSqrt_fast's.
 TEST(ComplexScalars, CopiesAgreeBitForBit) {
     X87Guard<0x300> guard;
     const std::vector<ZVLComplex16> args = sample_arguments();
-    for (const ExtSet* set : copies()) {
+    for (int cpu : cpu_types()) {
         for (int f = 0; f < kComplexScalarCount; ++f) {
             for (const ZVLComplex16& z : args) {
                 ZVLComplex16 a, b;
                 ext_sets[0]->complex[f](&a, &z);
-                set->complex[f](&b, &z);
-                EXPECT_TRUE(bits(a.real) == bits(b.real) && bits(a.imag) == bits(b.imag))
-                    << set->label << " " << complex_scalar_names[f] << "(" << z.real << ", "
-                    << z.imag << ")";
+                ext_sets[cpu]->complex[f](&b, &z);
+                EXPECT_TRUE(same_bits(a, b)) << ext_sets[cpu]->label << " " << complex_scalar_names[f]
+                                             << "(" << z.real << ", " << z.imag << ")";
             }
+        }
+        for (const ZVLComplex16& z : args) {
+            ZVLComplex16 a, b, c;
+            sqrt_sets[0]->fast(&a, &z);
+            sqrt_sets[cpu]->fast(&b, &z);
+            sqrt_sets[cpu]->vector_one(&c, &z);
+            EXPECT_TRUE(same_bits(a, b) && same_bits(a, c))
+                << ext_sets[cpu]->label << " sqrt(" << z.real << ", " << z.imag << ")";
+        }
+    }
+}
+
+// A vector member over a whole array, lanes of every kind side by side
+// and the array's length not a multiple of the lanes, gives each element
+// what it gives alone; in place as well.
+TEST(ComplexScalars, VectorRootLanesAreIndependent) {
+    X87Guard<0x300> guard;
+    const std::vector<ZVLComplex16> args = sample_arguments();
+    const int n = static_cast<int>(args.size());
+    for (int cpu : cpu_types()) {
+        std::vector<ZVLComplex16> out(args.size()), inplace = args;
+        sqrt_sets[cpu]->vector(n, args.data(), out.data());
+        sqrt_sets[cpu]->vector(n, inplace.data(), inplace.data());
+        for (int i = 0; i < n; ++i) {
+            ZVLComplex16 one;
+            sqrt_sets[cpu]->vector_one(&one, &args[i]);
+            EXPECT_TRUE(same_bits(out[i], one) && same_bits(inplace[i], one))
+                << ext_sets[cpu]->label << " element " << i;
         }
     }
 }

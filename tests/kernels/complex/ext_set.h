@@ -24,7 +24,7 @@ enum ExtUnaryId {
 
 // The complex scalar routines, in table order.
 #define ZVL_COMPLEX_SCALARS(X)                                                           \
-    X(zSqrt_scalar) X(zSqrt_fast) X(zCosh_scalar) X(zSinh_scalar) X(zTanh_scalar)        \
+    X(zSqrt_scalar) X(zCosh_scalar) X(zSinh_scalar) X(zTanh_scalar)                      \
     X(zCos_scalar) X(zSin_scalar) X(zTan_scalar) X(zAcos_scalar) X(zAcosh_scalar)        \
     X(zAsinh_scalar) X(zAtanh_scalar) X(zAsin_scalar) X(zAtan_scalar)
 
@@ -50,7 +50,18 @@ struct ExtSet {
     ComplexScalar complex[kComplexScalarCount];
 };
 
+// The square roots in double arithmetic of one cpu type (sqrt_unit.cpp):
+// zSqrt_fast, and the cpu type's vector member over an array; `vector_one`
+// runs the vector member on one element (a block of copies of it).
+struct SqrtSet {
+    const char* label;
+    ComplexScalar fast;
+    void (*vector)(int n, const ZVLComplex16* a, ZVLComplex16* r);
+    ComplexScalar vector_one;
+};
+
 // By cpu type, 0 (ex) to 5 (e9).
+extern const SqrtSet* const sqrt_sets[6];
 extern const ExtSet* const ext_sets[6];
 extern const char* const ext_unary_names[kExtUnaryCount];
 extern const char* const complex_scalar_names[kComplexScalarCount];

@@ -14,8 +14,8 @@
 #pragma once
 
 #include <cstdint>
-#include <cstring>
 
+#include "base/bits.h"
 #include "kernels/complex/ext/ext.h"
 #include "zvl.h"
 
@@ -23,35 +23,31 @@ namespace {
 
 using Z = ZVLComplex16;
 
-inline uint64_t dbits(double x) {
-    uint64_t b;
-    std::memcpy(&b, &x, sizeof b);
-    return b;
-}
-inline double dfrom(uint64_t b) {
-    double x;
-    std::memcpy(&x, &b, sizeof x);
-    return x;
-}
+using zvl::bits;
+using zvl::from_bits;
 
 // The biased exponent field: 0 for zeros and subnormals, 0x7ff for
 // infinities and NaNs.
-inline int efield(double x) { return static_cast<int>(dbits(x) >> 52) & 0x7ff; }
-inline bool neg(double x) { return (dbits(x) >> 63) != 0; }
+inline int efield(double x) { return static_cast<int>(bits(x) >> 52) & 0x7ff; }
+inline bool neg(double x) { return (bits(x) >> 63) != 0; }
 inline bool is_nan(double x) { return x != x; }
-inline bool is_inf(double x) { return (dbits(x) & 0x7fffffffffffffffu) == 0x7ff0000000000000u; }
+inline bool is_inf(double x) { return (bits(x) & 0x7fffffffffffffffu) == 0x7ff0000000000000u; }
 inline bool finite(double x) { return efield(x) != 0x7ff; }
-inline bool zero(double x) { return (dbits(x) & 0x7fffffffffffffffu) == 0; }
+inline bool zero(double x) { return (bits(x) & 0x7fffffffffffffffu) == 0; }
 inline bool subnormal(double x) { return efield(x) == 0 && !zero(x); }
+// Both parts finite and not zero: the main paths of the routines.
+inline bool finite_nonzero(double x, double y) {
+    return finite(x) && finite(y) && !zero(x) && !zero(y);
+}
 // |x| < 1, for finite x
 inline bool below_one(double x) { return efield(x) < 0x3ff; }
 
 // |v| with the sign of s, and the sign flipped on a condition: bit work,
 // exact on zeros and infinities.
 inline double signed_as(double v, bool negative) {
-    return dfrom((dbits(v) & 0x7fffffffffffffffu) | (negative ? 0x8000000000000000u : 0));
+    return from_bits((bits(v) & 0x7fffffffffffffffu) | (negative ? 0x8000000000000000u : 0));
 }
-inline double flip(double v) { return dfrom(dbits(v) ^ 0x8000000000000000u); }
+inline double flip(double v) { return from_bits(bits(v) ^ 0x8000000000000000u); }
 // -v, but a NaN keeps its sign: the quarter turns never flip a NaN.
 inline double flip_unless_nan(double v) { return is_nan(v) ? v : flip(v); }
 

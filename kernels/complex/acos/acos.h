@@ -27,7 +27,7 @@ inline Z* zAcos_scalar(Z* r, const Z* a) {
     const double x = a->real, y = a->imag;
     const long double X = x, Y = y;
     constexpr double inf = __builtin_inf();
-    if (finite(x) && finite(y) && !zero(x) && !zero(y)) {
+    if (finite_nonzero(x, y)) {
         const AcosParts h = acos_scheme<false>(fabs_d(&x), fabs_d(&y));
         return put_ext(r, neg(x) ? pi_less(h.angle) : h.angle, ext_neg_if(h.log, !neg(y)));
     }

@@ -25,7 +25,7 @@ inline Z* zAsinh_scalar(Z* r, const Z* a) {
     const double x = a->real, y = a->imag;
     const long double X = x, Y = y;
     constexpr double inf = __builtin_inf();
-    if (finite(x) && finite(y) && !zero(x) && !zero(y)) {
+    if (finite_nonzero(x, y)) {
         const AcosParts h = acos_scheme<true>(fabs_d(&y), fabs_d(&x));
         return put_ext(r, ext_neg_if(h.log, neg(x)), ext_neg_if(h.angle, neg(y)));
     }

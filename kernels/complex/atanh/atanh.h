@@ -43,7 +43,7 @@ inline long double atanh_imag(long double x, long double y) {
 inline Z* zAtanh_scalar(Z* r, const Z* a) {
     const double x = a->real, y = a->imag;
     const long double X = x, Y = y;
-    if (finite(x) && finite(y) && !zero(x) && !zero(y))
+    if (finite_nonzero(x, y))
         return put_ext(r, atanh_real(X, Y), atanh_imag(X, Y));
     const double quarter_turn = signed_as(Angles::pio2, neg(y));
     if (zero(x)) {

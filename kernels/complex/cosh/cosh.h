@@ -47,21 +47,34 @@ inline long double sin_or_subnormal(double y) {
     return subnormal(y) ? static_cast<long double>(y) : ext_sin(y);
 }
 
-inline bool finite_nonzero(double x, double y) {
-    return finite(x) && finite(y) && !zero(x) && !zero(y);
+// cosh (Cosh) or sinh of x + iy for x and y finite and not zero.
+template <bool Cosh>
+inline Z* hyp_finite(Z* r, double x, double y) {
+    if (hyp_products_finite(x)) {
+        const HypTrig h = hyp_trig(x, y);
+        return Cosh ? put_ext(r, h.ch * h.c, h.sh * h.s) : put_ext(r, h.sh * h.c, h.ch * h.s);
+    }
+    const long double inf = ext_overflow(), c = ext_cos(y), s = sin_or_subnormal(y);
+    return Cosh ? put_ext(r, inf * c, inf * x * s) : put_ext(r, inf * c * x, inf * s);
+}
+
+// cosh (Cosh) or sinh of +-inf + iy for y finite and not zero: the
+// infinity times cos y and sin y, or times y itself where only its sign
+// counts.
+template <bool Cosh>
+inline Z* hyp_infinite(Z* r, double x, double y) {
+    constexpr double inf = __builtin_inf();
+    const double re = Cosh ? inf : x;
+    if (below_one(y)) return put(r, re, Cosh ? x * y : inf * y);
+    long double s, c;
+    ext_sincos(y, &s, &c);
+    return put_ext(r, re * c, (Cosh ? x : inf) * s);
 }
 
 inline Z* zCosh_scalar(Z* r, const Z* a) {
     const double x = a->real, y = a->imag;
     const long double X = x, Y = y;
-    if (finite_nonzero(x, y)) {
-        if (hyp_products_finite(x)) {
-            const HypTrig h = hyp_trig(x, y);
-            return put_ext(r, h.ch * h.c, h.sh * h.s);
-        }
-        const long double inf = ext_overflow();
-        return put_ext(r, inf * ext_cos(Y), inf * X * sin_or_subnormal(y));
-    }
+    if (finite_nonzero(x, y)) return hyp_finite<true>(r, x, y);
     constexpr double inf = __builtin_inf();
     if (zero(y))
         return put(r, static_cast<double>(ext_cosh(X)), is_nan(x) ? y : signed_as(0.0, neg(x) != neg(y)));
@@ -70,13 +83,7 @@ inline Z* zCosh_scalar(Z* r, const Z* a) {
         return put(r, nan_of(y), is_inf(y) ? signed_as(0.0, neg(x) != neg(y)) : flip(x));
     }
     if (finite(x)) return put(r, nan_of(y), nan_of(y));
-    if (is_inf(x)) {
-        if (!finite(y)) return put(r, inf, nan_of(y));
-        if (below_one(y)) return put(r, inf, x * y);
-        long double s, c;
-        ext_sincos(Y, &s, &c);
-        return put_ext(r, inf * c, X * s);
-    }
+    if (is_inf(x)) return finite(y) ? hyp_infinite<true>(r, x, y) : put(r, inf, nan_of(y));
     return put(r, x * y, x * y);
 }
 

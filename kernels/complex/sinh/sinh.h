@@ -22,28 +22,14 @@ namespace {
 inline Z* zSinh_scalar(Z* r, const Z* a) {
     const double x = a->real, y = a->imag;
     const long double X = x, Y = y;
-    if (finite_nonzero(x, y)) {
-        if (hyp_products_finite(x)) {
-            const HypTrig h = hyp_trig(x, y);
-            return put_ext(r, h.sh * h.c, h.ch * h.s);
-        }
-        const long double inf = ext_overflow();
-        return put_ext(r, inf * ext_cos(Y) * X, inf * sin_or_subnormal(y));
-    }
-    constexpr double inf = __builtin_inf();
+    if (finite_nonzero(x, y)) return hyp_finite<false>(r, x, y);
     if (zero(y)) return put(r, static_cast<double>(ext_sinh(X)), y);
     if (zero(x)) {
         if (finite(y)) return put_ext(r, X * ext_cos(Y), subnormal(y) ? Y : ext_sin(Y));
         return put(r, x, nan_of(y));
     }
     if (finite(x)) return put(r, nan_of(y), nan_of(y));
-    if (is_inf(x)) {
-        if (!finite(y)) return put(r, x, nan_of(y));
-        if (below_one(y)) return put(r, x, inf * y);
-        long double s, c;
-        ext_sincos(Y, &s, &c);
-        return put_ext(r, X * c, inf * s);
-    }
+    if (is_inf(x)) return finite(y) ? hyp_infinite<false>(r, x, y) : put(r, x, nan_of(y));
     return put(r, x * y, x * y);
 }
 

@@ -33,7 +33,7 @@ struct SqrtFast {
 
 using SqrtOne = SqrtCore<Scalar>;
 
-inline uint32_t high_word_of(double x) { return static_cast<uint32_t>(dbits(x) >> 32); }
+inline uint32_t high_word_of(double x) { return static_cast<uint32_t>(bits(x) >> 32); }
 
 // (w, v) placed by the sign of x, the sign of y on the imaginary part.
 inline Z* sqrt_place(Z* r, double x, double y, double w, double v) {

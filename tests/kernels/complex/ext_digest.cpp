@@ -1,5 +1,7 @@
 // Prints, for each copy of the support set and each routine, a digest of
-// its results on a fixed set of arguments and the flags the routine raised.
+// its results on a fixed set of arguments and the flags the routine raised;
+// the complex scalar routines likewise, on pairs of those arguments
+// rounded to double.
 // With ZVL_CPU_TYPE set only that cpu type's copy is printed: the Windows
 // build then prints the same lines as the Linux build
 // (ext_digest_matches_linux), which carries the Linux build's accuracy
@@ -11,6 +13,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <iterator>
 #include <vector>
 
 #include "kernels/common/fp_guard.h"
@@ -70,7 +73,8 @@ Line digest(Body body) {
 }
 
 // The routines' digests, in a fixed order.
-std::vector<Line> digests(const ExtSet& s) {
+std::vector<Line> digests(int cpu) {
+    const ExtSet& s = *ext_sets[cpu];
     std::vector<Line> out;
     for (int f = 0; f < kExtUnaryCount; ++f)
         out.push_back(digest([&](size_t i, uint64_t h) { return hash_ld(s.unary[f](g_args[i]), h); }));
@@ -95,13 +99,30 @@ std::vector<Line> digests(const ExtSet& s) {
     out.push_back(digest([&](size_t i, uint64_t h) {
         return hash_ld(s.ext_atan2(g_args[i], g_args[(i * 7 + 3) % g_args.size()]), h);
     }));
+    std::vector<ComplexScalar> complex(std::begin(s.complex), std::end(s.complex));
+    complex.push_back(sqrt_sets[cpu]->fast);
+    complex.push_back(sqrt_sets[cpu]->vector_one);
+    for (ComplexScalar f : complex) {
+        out.push_back(digest([&](size_t i, uint64_t h) {
+            const ZVLComplex16 z = {static_cast<double>(g_args[i]),
+                                    static_cast<double>(g_args[(i * 7 + 3) % g_args.size()])};
+            ZVLComplex16 w;
+            f(&w, &z);
+            return hash_ld(w.imag, hash_ld(w.real, h));
+        }));
+    }
     return out;
 }
 
 const char* routine_name(size_t k) {
     static const char* const extra[] = {"fabs_d", "ext_sincos", "ext_sinhcosh", "ext_reduce_pio4",
                                         "ext_atan2"};
-    return k < kExtUnaryCount ? ext_unary_names[k] : extra[k - kExtUnaryCount];
+    constexpr size_t kExtra = sizeof extra / sizeof extra[0];
+    if (k < kExtUnaryCount) return ext_unary_names[k];
+    if (k < kExtUnaryCount + kExtra) return extra[k - kExtUnaryCount];
+    static const char* const roots[] = {"zSqrt_fast", "zSqrt_vector"};
+    const size_t j = k - kExtUnaryCount - kExtra;
+    return j < kComplexScalarCount ? complex_scalar_names[j] : roots[j - kComplexScalarCount];
 }
 
 }  // namespace
@@ -112,13 +133,13 @@ int main() {
     int first = 0, last = 5;
     if (forced && forced[0] >= '0' && forced[0] <= '5') first = last = forced[0] - '0';
     int faults = 0;
-    const std::vector<Line> ref = digests(*ext_sets[0]);
+    const std::vector<Line> ref = digests(0);
     for (int c = first; c <= last; ++c) {
         if (c == 5 && !__builtin_cpu_supports("avx")) {
             std::printf("cpu type 5 skipped: no AVX\n");
             continue;
         }
-        const std::vector<Line> d = c == 0 ? ref : digests(*ext_sets[c]);
+        const std::vector<Line> d = c == 0 ? ref : digests(c);
         for (size_t k = 0; k < d.size(); ++k) {
             std::printf("%s %-16s %016" PRIx64 " flags 0x%02x\n", ext_sets[c]->label, routine_name(k),
                         d[k].hash, d[k].flags);

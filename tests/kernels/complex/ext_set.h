@@ -1,10 +1,13 @@
-// The extended-precision support set of each cpu type, reached through
-// function pointers: ext_unit.cpp is compiled once per cpu type with that
-// type's flags, and each object fills one ExtSet from its own copy.
+// The extended-precision support set of each cpu type and the complex
+// scalar routines built on it, reached through function pointers:
+// ext_unit.cpp is compiled once per cpu type with that type's flags, and
+// each object fills one ExtSet from its own copy.
 #pragma once
 
 #include <cstdint>
 #include <cstring>
+
+#include "zvl.h"
 
 // The routines of one long double argument and result, in table order.
 #define ZVL_EXT_UNARY(X)                                                                    \
@@ -19,7 +22,21 @@ enum ExtUnaryId {
     kExtUnaryCount
 };
 
+// The complex scalar routines, in table order.
+#define ZVL_COMPLEX_SCALARS(X)                                                           \
+    X(zSqrt_scalar) X(zCosh_scalar) X(zSinh_scalar) X(zTanh_scalar)                      \
+    X(zCos_scalar) X(zSin_scalar) X(zTan_scalar) X(zAcos_scalar) X(zAcosh_scalar)        \
+    X(zAsinh_scalar) X(zAtanh_scalar) X(zAsin_scalar) X(zAtan_scalar)
+
+enum ComplexScalarId {
+#define ZVL_COMPLEX_ID(name) name##_id,
+    ZVL_COMPLEX_SCALARS(ZVL_COMPLEX_ID)
+#undef ZVL_COMPLEX_ID
+    kComplexScalarCount
+};
+
 using ExtUnary = long double (*)(long double);
+using ComplexScalar = ZVLComplex16* (*)(ZVLComplex16*, const ZVLComplex16*);
 using ExtTwoOut = void (*)(long double, long double*, long double*);
 
 struct ExtSet {
@@ -30,11 +47,24 @@ struct ExtSet {
     ExtTwoOut ext_sinhcosh;
     int (*ext_reduce_pio4)(long double, long double*, long double*);
     long double (*ext_atan2)(long double, long double);
+    ComplexScalar complex[kComplexScalarCount];
+};
+
+// The square roots in double arithmetic of one cpu type (sqrt_unit.cpp):
+// zSqrt_fast, and the cpu type's vector member over an array; `vector_one`
+// runs the vector member on one element (a block of copies of it).
+struct SqrtSet {
+    const char* label;
+    ComplexScalar fast;
+    void (*vector)(int n, const ZVLComplex16* a, ZVLComplex16* r);
+    ComplexScalar vector_one;
 };
 
 // By cpu type, 0 (ex) to 5 (e9).
+extern const SqrtSet* const sqrt_sets[6];
 extern const ExtSet* const ext_sets[6];
 extern const char* const ext_unary_names[kExtUnaryCount];
+extern const char* const complex_scalar_names[kComplexScalarCount];
 
 // The bits of an extended value: the 64-bit significand and the 16-bit sign
 // and exponent (the other six bytes of its slot are padding).

@@ -1,0 +1,97 @@
+// The vector members of vzSqrt (cpu types 2 to 5): the steps of zSqrt_fast
+// on V::lanes elements at once, masks in place of its branches.
+//
+//   band     |x| and |y| in [2^-459, 2^511), by integer compares of the
+//            patterns (a NaN fails quietly): the lanes outside are computed
+//            on 1.0, so that they raise nothing, and redone one by one, in
+//            order, by zSqrt_slow, which passes infinite and NaN parts to
+//            zSqrt_special
+//   balance  |y| 2^58 < |x| or |x| 2^58 < |y|: the x-dominant and
+//            y-dominant results replace the balanced ones where the mask
+//            says so; each is computed only when some lane needs it
+// Arguments are read before any result is written, so a block may be
+// computed in place.
+#pragma once
+
+#include "kernels/complex/sqrt/sqrt_fast.h"
+
+namespace {
+
+// All ones in the lanes whose sign bit is set, by a compare of +-1.0 (no
+// NaN can reach it).
+template <class V>
+inline typename V::vd sign_mask(typename V::vd a) {
+    return V::lt(V::or_(sign_of<V>(a), V::splat(1.0)), V::splat(0.0));
+}
+
+// All ones in the lanes whose |part| a is in [2^-459, 2^511): integer
+// compares of the patterns (a - bound keeps its sign bit for a below the
+// bound), so that a NaN fails without raising invalid.
+template <class V>
+inline typename V::vd in_band(typename V::vd a) {
+    const typename V::vd below = sign_mask<V>(V::sub_i64(a, splat_bits<V>(0x2340000000000000)));
+    const typename V::vd under_top = sign_mask<V>(V::sub_i64(a, splat_bits<V>(0x5fe0000000000000)));
+    return V::andnot(below, under_top);
+}
+
+// r[0 .. V::lanes) = sqrt of a[0 .. V::lanes).
+template <class V>
+inline void zSqrt_lanes(const Z* a, Z* r) {
+    using vd = typename V::vd;
+    using C = SqrtCore<V>;
+    constexpr int L = V::lanes;
+    double xs[L], ys[L], re[L], im[L];
+    for (int l = 0; l < L; ++l) {
+        xs[l] = a[l].real;
+        ys[l] = a[l].imag;
+    }
+    const vd x = V::load(xs), y = V::load(ys);
+    vd ax = abs_of<V>(x), ay = abs_of<V>(y);
+    const vd in = V::and_(in_band<V>(ax), in_band<V>(ay));
+    const int refused = ~V::mask(in) & ((1 << L) - 1);
+    ax = V::select(in, ax, C::k(1.0));
+    ay = V::select(in, ay, C::k(1.0));
+    vd w, v;
+    C::balanced(ax, ay, w, v);
+    const vd far = C::k(0x1p58);
+    const vd xdom = V::lt(V::mul(ay, far), ax), ydom = V::lt(V::mul(ax, far), ay);
+    if (V::mask(xdom)) {
+        vd w1, v1;
+        C::x_dominant(ax, ay, w1, v1);
+        w = V::select(xdom, w1, w);
+        v = V::select(xdom, v1, v);
+    }
+    if (V::mask(ydom)) {
+        const vd h = C::half_root(ay);
+        w = V::select(ydom, h, w);
+        v = V::select(ydom, h, v);
+    }
+    const vd xneg = sign_mask<V>(x);
+    V::store(re, V::select(xneg, v, w));
+    V::store(im, V::or_(V::select(xneg, w, v), sign_of<V>(y)));
+    for (int l = 0; l < L; ++l) {
+        if (refused >> l & 1) {
+            const Z z = {xs[l], ys[l]};
+            zSqrt_slow(r + l, &z);
+        } else {
+            r[l] = {re[l], im[l]};
+        }
+    }
+}
+
+// r[0 .. n) = sqrt of a[0 .. n): whole blocks, then the last n mod
+// V::lanes elements in a block padded with the last of them.
+template <class V>
+inline void zSqrt_vector(int n, const Z* a, Z* r) {
+    constexpr int L = V::lanes;
+    int i = 0;
+    for (; i + L <= n; i += L) zSqrt_lanes<V>(a + i, r + i);
+    if (i < n) {
+        Z block[L];
+        for (int l = 0; l < L; ++l) block[l] = a[i + l < n ? i + l : n - 1];
+        zSqrt_lanes<V>(block, block);
+        for (int l = 0; i + l < n; ++l) r[i + l] = block[l];
+    }
+}
+
+}  // namespace

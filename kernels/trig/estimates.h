@@ -12,6 +12,7 @@
 
 #include <immintrin.h>
 
+#include "kernels/common/estimates.h"
 #include "kernels/common/isa.h"
 #include "kernels/common/lanes.h"
 #include "kernels/trig/double_word.h"
@@ -24,16 +25,6 @@ inline int32_t rcp_words(int32_t w) {
     return _mm_cvtsi128_si32(_mm_castps_si128(_mm_rcp_ss(f)));
 }
 inline __m128i rcp_words(__m128i w) { return _mm_castps_si128(_mm_rcp_ps(_mm_castsi128_ps(w))); }
-
-// The reciprocal square root estimate of doubles within the float range.
-inline double rsqrt_estimate(double x) {
-    const __m128 f = _mm_cvtsd_ss(_mm_setzero_ps(), _mm_set_sd(x));
-    return _mm_cvtsd_f64(_mm_cvtss_sd(_mm_setzero_pd(), _mm_rsqrt_ss(f)));
-}
-inline __m128d rsqrt_estimate(__m128d x) { return _mm_cvtps_pd(_mm_rsqrt_ps(_mm_cvtpd_ps(x))); }
-#ifdef __AVX__
-inline __m256d rsqrt_estimate(__m256d x) { return _mm256_cvtps_pd(_mm_rsqrt_ps(_mm256_cvtpd_ps(x))); }
-#endif
 
 // R ~ 1/q for positive normal q with q < 2^1021, built on the high word of q
 // so that any exponent works: the estimate of q's significand as a float in

@@ -38,6 +38,7 @@
 // Included by the explog units inside their own context (see unit.h).
 #pragma once
 
+#include "kernels/common/estimates.h"
 #include "kernels/explog/roots/common.h"
 
 namespace {
@@ -55,16 +56,6 @@ struct SqrtConst {
     static constexpr double down = zvl::from_bits(0x3930000000000000);
     static constexpr double down_back = zvl::from_bits(0x3c90000000000000);
 };
-
-// The single-precision reciprocal square root estimate, widened.
-inline double rsqrt_estimate(double x) {
-    const __m128 f = _mm_cvtsd_ss(_mm_setzero_ps(), _mm_set_sd(x));
-    return _mm_cvtsd_f64(_mm_cvtss_sd(_mm_setzero_pd(), _mm_rsqrt_ss(f)));
-}
-inline __m128d rsqrt_estimate(__m128d x) { return _mm_cvtps_pd(_mm_rsqrt_ps(_mm_cvtpd_ps(x))); }
-#ifdef __AVX__
-inline __m256d rsqrt_estimate(__m256d x) { return _mm256_cvtps_pd(_mm_rsqrt_ps(_mm256_cvtpd_ps(x))); }
-#endif
 
 // sqrt(1/x) for 2^-1022 <= x <= 2^1022.
 template <class V>

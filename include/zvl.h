@@ -281,6 +281,10 @@ ZVL_API void VDPOWX_Idx(const int *n, const double *a, int ia, const double *b, 
  *   VZLN     ln a = ln|a| + i arg a, arg in [-pi, pi]; LA within 4 ulp, EP
  *            within 2^-26 of |ln a|
  *   VZLOG10  log10 a = ln a / ln 10; the same in every accuracy mode
+ *   VZCOS, VZSIN, VZTAN, VZACOS, VZASIN, VZATAN, VZCOSH, VZSINH, VZTANH,
+ *   VZACOSH, VZASINH, VZATANH  the principal values, the branch cuts of C99
+ *            (the inverses' cuts on the real or imaginary axis, the sign of
+ *            a zero part choosing the side); the same in every accuracy mode
  */
 ZVL_API void VZEXP(const int *n, const ZVLComplex16 *a, ZVLComplex16 *r);
 ZVL_API void VZEXP_Idx(const int *n, const ZVLComplex16 *a, int ia, ZVLComplex16 *r, int ir);
@@ -288,6 +292,30 @@ ZVL_API void VZLN(const int *n, const ZVLComplex16 *a, ZVLComplex16 *r);
 ZVL_API void VZLN_Idx(const int *n, const ZVLComplex16 *a, int ia, ZVLComplex16 *r, int ir);
 ZVL_API void VZLOG10(const int *n, const ZVLComplex16 *a, ZVLComplex16 *r);
 ZVL_API void VZLOG10_Idx(const int *n, const ZVLComplex16 *a, int ia, ZVLComplex16 *r, int ir);
+ZVL_API void VZCOS(const int *n, const ZVLComplex16 *a, ZVLComplex16 *r);
+ZVL_API void VZCOS_Idx(const int *n, const ZVLComplex16 *a, int ia, ZVLComplex16 *r, int ir);
+ZVL_API void VZSIN(const int *n, const ZVLComplex16 *a, ZVLComplex16 *r);
+ZVL_API void VZSIN_Idx(const int *n, const ZVLComplex16 *a, int ia, ZVLComplex16 *r, int ir);
+ZVL_API void VZTAN(const int *n, const ZVLComplex16 *a, ZVLComplex16 *r);
+ZVL_API void VZTAN_Idx(const int *n, const ZVLComplex16 *a, int ia, ZVLComplex16 *r, int ir);
+ZVL_API void VZACOS(const int *n, const ZVLComplex16 *a, ZVLComplex16 *r);
+ZVL_API void VZACOS_Idx(const int *n, const ZVLComplex16 *a, int ia, ZVLComplex16 *r, int ir);
+ZVL_API void VZASIN(const int *n, const ZVLComplex16 *a, ZVLComplex16 *r);
+ZVL_API void VZASIN_Idx(const int *n, const ZVLComplex16 *a, int ia, ZVLComplex16 *r, int ir);
+ZVL_API void VZATAN(const int *n, const ZVLComplex16 *a, ZVLComplex16 *r);
+ZVL_API void VZATAN_Idx(const int *n, const ZVLComplex16 *a, int ia, ZVLComplex16 *r, int ir);
+ZVL_API void VZCOSH(const int *n, const ZVLComplex16 *a, ZVLComplex16 *r);
+ZVL_API void VZCOSH_Idx(const int *n, const ZVLComplex16 *a, int ia, ZVLComplex16 *r, int ir);
+ZVL_API void VZSINH(const int *n, const ZVLComplex16 *a, ZVLComplex16 *r);
+ZVL_API void VZSINH_Idx(const int *n, const ZVLComplex16 *a, int ia, ZVLComplex16 *r, int ir);
+ZVL_API void VZTANH(const int *n, const ZVLComplex16 *a, ZVLComplex16 *r);
+ZVL_API void VZTANH_Idx(const int *n, const ZVLComplex16 *a, int ia, ZVLComplex16 *r, int ir);
+ZVL_API void VZACOSH(const int *n, const ZVLComplex16 *a, ZVLComplex16 *r);
+ZVL_API void VZACOSH_Idx(const int *n, const ZVLComplex16 *a, int ia, ZVLComplex16 *r, int ir);
+ZVL_API void VZASINH(const int *n, const ZVLComplex16 *a, ZVLComplex16 *r);
+ZVL_API void VZASINH_Idx(const int *n, const ZVLComplex16 *a, int ia, ZVLComplex16 *r, int ir);
+ZVL_API void VZATANH(const int *n, const ZVLComplex16 *a, ZVLComplex16 *r);
+ZVL_API void VZATANH_Idx(const int *n, const ZVLComplex16 *a, int ia, ZVLComplex16 *r, int ir);
 
 /*
  * Rounding to integer values: no accuracy choice, nothing is ever reported.

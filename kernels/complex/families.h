@@ -7,3 +7,4 @@
 #define ZVL_SUBSYSTEM complex
 #include ZVL_FAMILY(exp)
 #include ZVL_FAMILY(ln)
+#include ZVL_FAMILY(trig)

@@ -3,7 +3,8 @@
 // results, and the quarter turns that make cos, sin, tan, asin and atan out
 // of cosh, sinh, tanh, asinh and atanh.
 //
-// Every routine has the form Z* f(Z* result, const Z* argument): it reads
+// Every routine has the form Z* f(Z* result, const Z* argument), a
+// function of its own (ZVL_SCALAR_ROUTINE, see scalar_frame.h): it reads
 // the whole argument before it writes, so result and argument may be the
 // same element, and it returns the result pointer. Arithmetic is x87
 // extended (the kernels set round to nearest with the 64-bit significand),
@@ -17,6 +18,7 @@
 
 #include "base/bits.h"
 #include "kernels/complex/ext/ext.h"
+#include "kernels/complex/scalar_frame.h"
 #include "zvl.h"
 
 namespace {

@@ -44,6 +44,18 @@ FUNCTIONS = (
     ('zexp', 'VZEXP', 'Z1', 'e^a[i] = e^x (cos y + i sin y) for a[i] = x + iy', False, ((1+1j),), ((1.4686939399158851+2.2873552871788423j),)),
     ('zln', 'VZLN', 'Z1', 'ln a[i] = ln abs(a[i]) + i arg a[i], arg in [-pi, pi]', False, ((1+1j),), ((0.34657359027997264+0.7853981633974483j),)),
     ('zlog10', 'VZLOG10', 'Z1', 'log10 a[i] = ln a[i] / ln 10', False, ((10+10j),), ((1.1505149978319906+0.3410940884604603j),)),
+    ('zcos', 'VZCOS', 'Z1', 'cos a[i] = cosh(i a[i]) = cos x cosh y - i sin x sinh y', False, ((0.5+0.5j),), ((0.9895848833999199-0.24982639750046154j),)),
+    ('zsin', 'VZSIN', 'Z1', 'sin a[i] = -i sinh(i a[i]) = sin x cosh y + i cos x sinh y', False, ((0.5+0.5j),), ((0.5406126857131534+0.4573041531842493j),)),
+    ('ztan', 'VZTAN', 'Z1', 'tan a[i] = -i tanh(i a[i])', False, ((0.5+0.5j),), ((0.40389645531602586+0.5640831412674986j),)),
+    ('zacos', 'VZACOS', 'Z1', 'acos a[i], real part in [0, pi], imaginary part of the sign opposite to y', False, ((0.5+0.5j),), ((1.1185178796437059-0.5306375309525178j),)),
+    ('zasin', 'VZASIN', 'Z1', 'asin a[i] = -i asinh(i a[i]), real part in [-pi/2, pi/2]', False, ((0.5+0.5j),), ((0.45227844715119064+0.5306375309525178j),)),
+    ('zatan', 'VZATAN', 'Z1', 'atan a[i] = -i atanh(i a[i]), real part in [-pi/2, pi/2]', False, ((0.5+0.5j),), ((0.5535743588970452+0.40235947810852507j),)),
+    ('zcosh', 'VZCOSH', 'Z1', 'cosh a[i] = cosh x cos y + i sinh x sin y', False, ((0.5+0.5j),), ((0.9895848833999199+0.24982639750046154j),)),
+    ('zsinh', 'VZSINH', 'Z1', 'sinh a[i] = sinh x cos y + i cosh x sin y', False, ((0.5+0.5j),), ((0.4573041531842493+0.5406126857131534j),)),
+    ('ztanh', 'VZTANH', 'Z1', 'tanh a[i] = (sinh 2x + i sin 2y) / (cosh 2x + cos 2y)', False, ((0.5+0.5j),), ((0.5640831412674986+0.40389645531602586j),)),
+    ('zacosh', 'VZACOSH', 'Z1', 'acosh a[i], real part not negative, imaginary part in [-pi, pi] with the sign of y', False, ((0.5+0.5j),), ((0.5306375309525178+1.1185178796437059j),)),
+    ('zasinh', 'VZASINH', 'Z1', 'asinh a[i], imaginary part in [-pi/2, pi/2]', False, ((0.5+0.5j),), ((0.5306375309525178+0.45227844715119064j),)),
+    ('zatanh', 'VZATANH', 'Z1', 'atanh a[i], imaginary part in [-pi/2, pi/2]', False, ((0.5+0.5j),), ((0.40235947810852507+0.5535743588970452j),)),
 )
 
 CONSTANTS = {

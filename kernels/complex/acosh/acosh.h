@@ -24,7 +24,7 @@
 
 namespace {
 
-inline Z* zAcosh_scalar(Z* r, const Z* a) {
+ZVL_SCALAR_ROUTINE Z* zAcosh_scalar(Z* r, const Z* a) {
     const double x = a->real, y = a->imag;
     const long double X = x, Y = y;
     constexpr double inf = __builtin_inf();

@@ -21,7 +21,7 @@
 
 namespace {
 
-inline Z* zAsinh_scalar(Z* r, const Z* a) {
+ZVL_SCALAR_ROUTINE Z* zAsinh_scalar(Z* r, const Z* a) {
     const double x = a->real, y = a->imag;
     const long double X = x, Y = y;
     constexpr double inf = __builtin_inf();
@@ -41,6 +41,6 @@ inline Z* zAsinh_scalar(Z* r, const Z* a) {
     return put(r, x, signed_as(is_inf(y) ? Angles::pio4 : 0.0, neg(y)));
 }
 
-inline Z* zAsin_scalar(Z* r, const Z* a) { return minus_i_of_i_times<zAsinh_scalar>(r, a); }
+ZVL_SCALAR_ROUTINE Z* zAsin_scalar(Z* r, const Z* a) { return minus_i_of_i_times<zAsinh_scalar>(r, a); }
 
 }  // namespace

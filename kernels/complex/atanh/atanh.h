@@ -40,7 +40,7 @@ inline long double atanh_imag(long double x, long double y) {
     return (ext_atan2(y, 1.0L + x) - ext_atan2(-y, 1.0L - x)) * 0.5L;
 }
 
-inline Z* zAtanh_scalar(Z* r, const Z* a) {
+ZVL_SCALAR_ROUTINE Z* zAtanh_scalar(Z* r, const Z* a) {
     const double x = a->real, y = a->imag;
     const long double X = x, Y = y;
     if (finite_nonzero(x, y))
@@ -59,6 +59,6 @@ inline Z* zAtanh_scalar(Z* r, const Z* a) {
     return put(r, signed_as(0.0, neg(x)), quarter_turn);
 }
 
-inline Z* zAtan_scalar(Z* r, const Z* a) { return minus_i_of_i_times<zAtanh_scalar>(r, a); }
+ZVL_SCALAR_ROUTINE Z* zAtan_scalar(Z* r, const Z* a) { return minus_i_of_i_times<zAtanh_scalar>(r, a); }
 
 }  // namespace

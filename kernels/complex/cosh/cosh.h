@@ -71,7 +71,7 @@ inline Z* hyp_infinite(Z* r, double x, double y) {
     return put_ext(r, re * c, (Cosh ? x : inf) * s);
 }
 
-inline Z* zCosh_scalar(Z* r, const Z* a) {
+ZVL_SCALAR_ROUTINE Z* zCosh_scalar(Z* r, const Z* a) {
     const double x = a->real, y = a->imag;
     const long double X = x, Y = y;
     if (finite_nonzero(x, y)) return hyp_finite<true>(r, x, y);
@@ -87,7 +87,7 @@ inline Z* zCosh_scalar(Z* r, const Z* a) {
     return put(r, x * y, x * y);
 }
 
-inline Z* zCos_scalar(Z* r, const Z* a) {
+ZVL_SCALAR_ROUTINE Z* zCos_scalar(Z* r, const Z* a) {
     *r = of_i_times<zCosh_scalar>(a);
     return r;
 }

@@ -29,7 +29,7 @@ inline Z* zSqrt_special(Z* r, const Z* a) {
     return put(r, x * y, x * y);
 }
 
-inline Z* zSqrt_scalar(Z* r, const Z* a) {
+ZVL_SCALAR_ROUTINE Z* zSqrt_scalar(Z* r, const Z* a) {
     const double x = a->real, y = a->imag;
     if (!finite(x) || !finite(y)) return zSqrt_special(r, a);
     if (zero(x)) {

@@ -598,6 +598,20 @@ module zvl
       integer(c_int), value :: iz
     end subroutine VDMODF_Idx
     ! Complex functions
+    subroutine VZSQRT(n, a, r) bind(C, name="VZSQRT")
+      import :: c_int, c_double_complex
+      integer(c_int), intent(in) :: n
+      complex(c_double_complex), intent(in) :: a(*)
+      complex(c_double_complex), intent(inout) :: r(*)
+    end subroutine VZSQRT
+    subroutine VZSQRT_Idx(n, a, ia, r, ir) bind(C, name="VZSQRT_Idx")
+      import :: c_int, c_double_complex
+      integer(c_int), intent(in) :: n
+      complex(c_double_complex), intent(in) :: a(*)
+      integer(c_int), value :: ia
+      complex(c_double_complex), intent(inout) :: r(*)
+      integer(c_int), value :: ir
+    end subroutine VZSQRT_Idx
     subroutine VZEXP(n, a, r) bind(C, name="VZEXP")
       import :: c_int, c_double_complex
       integer(c_int), intent(in) :: n

@@ -48,6 +48,7 @@
     D1(VDERF, vdErf, 450, Erf)                              \
     D1(VDERFC, vdErfc, 468, Erfc)                           \
     D1(VDERFINV, vdErfInv, 486, ErfInv)                     \
+    Z1(VZSQRT, vzSqrt, 0, Sqrt)                             \
     Z1(VZEXP, vzExp, 54, Exp)                               \
     Z1(VZLN, vzLn, 72, Ln)                                  \
     Z1(VZLOG10, vzLog10, 90, Log10)                         \

@@ -277,6 +277,8 @@ ZVL_API void VDPOWX_Idx(const int *n, const double *a, int ia, const double *b, 
  * elements.  Each part of a result is within 1 ulp of that part (where a
  * part cancels to near zero, the error is within 2^-52 of |f(a)|); special
  * values follow C99 Annex G where it speaks.  Nothing is reported.
+ *   VZSQRT   the principal square root, real part not negative; the same
+ *            in every accuracy mode
  *   VZEXP    e^a = e^x (cos y + i sin y); the same in every accuracy mode
  *   VZLN     ln a = ln|a| + i arg a, arg in [-pi, pi]; LA within 4 ulp, EP
  *            within 2^-26 of |ln a|
@@ -286,6 +288,8 @@ ZVL_API void VDPOWX_Idx(const int *n, const double *a, int ia, const double *b, 
  *            (the inverses' cuts on the real or imaginary axis, the sign of
  *            a zero part choosing the side); the same in every accuracy mode
  */
+ZVL_API void VZSQRT(const int *n, const ZVLComplex16 *a, ZVLComplex16 *r);
+ZVL_API void VZSQRT_Idx(const int *n, const ZVLComplex16 *a, int ia, ZVLComplex16 *r, int ir);
 ZVL_API void VZEXP(const int *n, const ZVLComplex16 *a, ZVLComplex16 *r);
 ZVL_API void VZEXP_Idx(const int *n, const ZVLComplex16 *a, int ia, ZVLComplex16 *r, int ir);
 ZVL_API void VZLN(const int *n, const ZVLComplex16 *a, ZVLComplex16 *r);

@@ -41,6 +41,7 @@ FUNCTIONS = (
     ('rint', 'VDRINT', 'R1', "a[i] rounded in the caller's rounding mode", False, (2.5,), (2.0,)),
     ('nearbyint', 'VDNEARBYINT', 'R1', "a[i] rounded in the caller's rounding mode, without the inexact exception", False, (3.5,), (4.0,)),
     ('modf', 'VDMODF', 'R12', 'y[i] = integer part of a[i] (towards zero), z[i] = a[i] - y[i]', False, (-3.75,), (-3.0, -0.75)),
+    ('zsqrt', 'VZSQRT', 'Z1', 'the principal square root of a[i], real part not negative, imaginary part with the sign of y', False, ((3+4j),), ((2+1j),)),
     ('zexp', 'VZEXP', 'Z1', 'e^a[i] = e^x (cos y + i sin y) for a[i] = x + iy', False, ((1+1j),), ((1.4686939399158851+2.2873552871788423j),)),
     ('zln', 'VZLN', 'Z1', 'ln a[i] = ln abs(a[i]) + i arg a[i], arg in [-pi, pi]', False, ((1+1j),), ((0.34657359027997264+0.7853981633974483j),)),
     ('zlog10', 'VZLOG10', 'Z1', 'log10 a[i] = ln a[i] / ln 10', False, ((10+10j),), ((1.1505149978319906+0.3410940884604603j),)),

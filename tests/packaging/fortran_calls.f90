@@ -339,6 +339,15 @@ program fortran_calls
   call expect('VDMODF', z(1), -0.75d0)
   call same('VDMODF_Idx', z, zi(5:7))
 
+  ! VZSQRT: the principal square root of a[i], real part not negative, imaginary part with the sign of y
+  ca = cmplx(3.0d0, 4.0d0, c_double_complex)
+  cai = 0
+  cai(3:) = cmplx(3.0d0, 4.0d0, c_double_complex)
+  call VZSQRT(n, ca, cy)
+  call VZSQRT_Idx(n, cai, 2, cyi, 3)
+  call expect('VZSQRT', cy(1), cmplx(2.0d0, 1.0d0, c_double_complex))
+  call same('VZSQRT_Idx', cy, cyi(4:6))
+
   ! VZEXP: e^a[i] = e^x (cos y + i sin y) for a[i] = x + iy
   ca = cmplx(1.0d0, 1.0d0, c_double_complex)
   cai = 0

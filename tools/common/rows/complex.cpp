@@ -10,6 +10,7 @@
 #include "tools/common/rows/helpers.h"
 
 extern "C" {
+__complex__ double csqrt(__complex__ double);
 __complex__ double cexp(__complex__ double);
 __complex__ double clog(__complex__ double);
 __complex__ double clog10(__complex__ double);
@@ -40,6 +41,7 @@ namespace {
             r[i] = ZVLComplex16{__real__ w, __imag__ w};                        \
         }                                                                       \
     }
+ZT_LOOPZ(loop_csqrt, csqrt)
 ZT_LOOPZ(loop_cexp, cexp)
 ZT_LOOPZ(loop_clog, clog)
 ZT_LOOPZ(loop_clog10, clog10)
@@ -89,6 +91,52 @@ void ref_log(mpfr_ptr re, mpfr_ptr im, mpfr_srcptr x, mpfr_srcptr y, bool ten) {
 }
 void ref_ln(mpfr_ptr re, mpfr_ptr im, mpfr_srcptr x, mpfr_srcptr y) { ref_log(re, im, x, y, false); }
 void ref_log10(mpfr_ptr re, mpfr_ptr im, mpfr_srcptr x, mpfr_srcptr y) { ref_log(re, im, x, y, true); }
+
+// ----------------------------------------------------------------- Sqrt
+
+// f(x + iy) from the reference formulas; a quarter turn is measured at
+// iz = (-y, x), as cos z = cosh(iz), and rotated by -i where the function
+// is -i f(iz) (sin, tan, asin, atan).
+template <Ref F, bool QuarterTurn = false, bool MinusI = false>
+void ref_of(mpfr_ptr re, mpfr_ptr im, mpfr_srcptr x, mpfr_srcptr y) {
+    const double dx = mpfr_get_d(x, MPFR_RNDN), dy = mpfr_get_d(y, MPFR_RNDN);
+    if (!QuarterTurn) {
+        complex_reference(F, dx, dy, re, im);
+        return;
+    }
+    complex_reference(F, -dy, dx, re, im);
+    if (MinusI) {
+        mpfr_swap(re, im);
+        mpfr_neg(im, im, MPFR_RNDN);
+    }
+}
+
+
+// The vector members take parts in [2^-459, 2^511) and parts 2^58 apart on
+// one-root paths; the rest is scaled into the band.
+const ZRegion zsqrt_regions[] = {
+    {lg2(0.0625, 16), lg2(0.0625, 16), 3, "ordinary arguments"},
+    {lg2(kTiny, kMax), lg2(kTiny, kMax), 1, "every binade of both parts"},
+    {lg2(0.0625, 16), lg2(0x1p-70, 0x1p-50), 0.5, "near the real axis, across the balance test"},
+    {lg2(0x1p-70, 0x1p-50), lg2(0.0625, 16), 0.5, "near the imaginary axis"},
+    {lg2(0x1p-470, 0x1p-450), lg2(0x1p-470, 0x1p-450), 0.3, "the band's lower edge"},
+    {lg2(0x1p500, kMax), lg2(0x1p500, kMax), 0.3, "the band's upper edge and beyond"},
+};
+const Pair zsqrt_special[] = {
+    {3.0, 4.0},     {-3.0, -4.0},   {1e308, 1e308}, {-4.0, 1e-300}, {1e-320, 1e-320},
+    {4.0, 1e-310},  {kTiny, kMax},  {-kMax, kTiny}, {0x1p-459, 0x1p511},
+};
+constexpr ComplexRow zsqrt_row = {
+    .name = "zsqrt",
+    .exported = "VZSQRT",
+    .formula = "sqrt(z)",
+    .ref = ref_of<Ref::Sqrt>,
+    .regions = list(zsqrt_regions),
+    .special = list(zsqrt_special),
+    .timing = {lg2(0.1, 10), lg2(0.1, 10), 1, nullptr},
+    .baseline = loop_csqrt,
+    .baseline_label = "glibc csqrt loop",
+};
 
 // ------------------------------------------------------------------ Exp
 
@@ -161,23 +209,6 @@ constexpr ComplexRow zlog10_row = {
 
 // ------------------------------------- Trigonometric and hyperbolic
 
-// f(x + iy) from the reference formulas; a quarter turn is measured at
-// iz = (-y, x), as cos z = cosh(iz), and rotated by -i where the function
-// is -i f(iz) (sin, tan, asin, atan).
-template <Ref F, bool QuarterTurn = false, bool MinusI = false>
-void ref_of(mpfr_ptr re, mpfr_ptr im, mpfr_srcptr x, mpfr_srcptr y) {
-    const double dx = mpfr_get_d(x, MPFR_RNDN), dy = mpfr_get_d(y, MPFR_RNDN);
-    if (!QuarterTurn) {
-        complex_reference(F, dx, dy, re, im);
-        return;
-    }
-    complex_reference(F, -dy, dx, re, im);
-    if (MinusI) {
-        mpfr_swap(re, im);
-        mpfr_neg(im, im, MPFR_RNDN);
-    }
-}
-
 // cosh, sinh, tanh of x + iy: the extended products below |x| = 2048,
 // overflow from 710 on, the angle reduced in full however large.
 const ZRegion hyp_regions[] = {
@@ -244,9 +275,10 @@ ZT_TRIG_ROW(zasinh_row, asinh, "ASINH", ref_of<Ref::Asinh>, inverse_regions, inv
 ZT_TRIG_ROW(zatanh_row, atanh, "ATANH", ref_of<Ref::Atanh>, inverse_regions, inverse_special, 1)
 #undef ZT_TRIG_ROW
 
-const ComplexRow* const kRows[] = {&zexp_row,  &zln_row,   &zlog10_row, &zcos_row,  &zsin_row,
-                                   &ztan_row,  &zacos_row, &zasin_row,  &zatan_row, &zcosh_row,
-                                   &zsinh_row, &ztanh_row, &zacosh_row, &zasinh_row, &zatanh_row};
+const ComplexRow* const kRows[] = {&zsqrt_row,  &zexp_row,   &zln_row,    &zlog10_row, &zcos_row,
+                                   &zsin_row,   &ztan_row,   &zacos_row,  &zasin_row,  &zatan_row,
+                                   &zcosh_row,  &zsinh_row,  &ztanh_row,  &zacosh_row, &zasinh_row,
+                                   &zatanh_row};
 
 const ComplexRow* row_of(const char* exported) {
     for (const ComplexRow* r : kRows)

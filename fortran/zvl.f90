@@ -612,6 +612,39 @@ module zvl
       complex(c_double_complex), intent(inout) :: r(*)
       integer(c_int), value :: ir
     end subroutine VZSQRT_Idx
+    subroutine VZPOW(n, a, b, r) bind(C, name="VZPOW")
+      import :: c_int, c_double_complex
+      integer(c_int), intent(in) :: n
+      complex(c_double_complex), intent(in) :: a(*)
+      complex(c_double_complex), intent(in) :: b(*)
+      complex(c_double_complex), intent(inout) :: r(*)
+    end subroutine VZPOW
+    subroutine VZPOW_Idx(n, a, ia, b, ib, r, ir) bind(C, name="VZPOW_Idx")
+      import :: c_int, c_double_complex
+      integer(c_int), intent(in) :: n
+      complex(c_double_complex), intent(in) :: a(*)
+      integer(c_int), value :: ia
+      complex(c_double_complex), intent(in) :: b(*)
+      integer(c_int), value :: ib
+      complex(c_double_complex), intent(inout) :: r(*)
+      integer(c_int), value :: ir
+    end subroutine VZPOW_Idx
+    subroutine VZPOWX(n, a, b, r) bind(C, name="VZPOWX")
+      import :: c_int, c_double_complex
+      integer(c_int), intent(in) :: n
+      complex(c_double_complex), intent(in) :: a(*)
+      complex(c_double_complex), intent(in) :: b
+      complex(c_double_complex), intent(inout) :: r(*)
+    end subroutine VZPOWX
+    subroutine VZPOWX_Idx(n, a, ia, b, r, ir) bind(C, name="VZPOWX_Idx")
+      import :: c_int, c_double_complex
+      integer(c_int), intent(in) :: n
+      complex(c_double_complex), intent(in) :: a(*)
+      integer(c_int), value :: ia
+      complex(c_double_complex), intent(in) :: b
+      complex(c_double_complex), intent(inout) :: r(*)
+      integer(c_int), value :: ir
+    end subroutine VZPOWX_Idx
     subroutine VZEXP(n, a, r) bind(C, name="VZEXP")
       import :: c_int, c_double_complex
       integer(c_int), intent(in) :: n

@@ -49,6 +49,8 @@
     D1(VDERFC, vdErfc, 468, Erfc)                           \
     D1(VDERFINV, vdErfInv, 486, ErfInv)                     \
     Z1(VZSQRT, vzSqrt, 0, Sqrt)                             \
+    Z2(VZPOW, vzPow, 18, Pow)                               \
+    ZX(VZPOWX, vzPowx, 36, Powx)                            \
     Z1(VZEXP, vzExp, 54, Exp)                               \
     Z1(VZLN, vzLn, 72, Ln)                                  \
     Z1(VZLOG10, vzLog10, 90, Log10)                         \

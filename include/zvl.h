@@ -322,6 +322,20 @@ ZVL_API void VZATANH(const int *n, const ZVLComplex16 *a, ZVLComplex16 *r);
 ZVL_API void VZATANH_Idx(const int *n, const ZVLComplex16 *a, int ia, ZVLComplex16 *r, int ir);
 
 /*
+ * Complex power: r[i] = a[i]^b[i] (VZPOW) or a[i]^*b (VZPOWX, one exponent
+ * read from b; the _Idx form advances the arrays only), computed as
+ * exp(b ln a) from the complex logarithm and exponential, with no case of
+ * its own for integer exponents, real or zero bases: the error grows with
+ * |b ln a|, and pow(0, 0) is NaN.  The same in every accuracy mode.
+ */
+ZVL_API void VZPOW(const int *n, const ZVLComplex16 *a, const ZVLComplex16 *b, ZVLComplex16 *r);
+ZVL_API void VZPOW_Idx(const int *n, const ZVLComplex16 *a, int ia, const ZVLComplex16 *b, int ib,
+                       ZVLComplex16 *r, int ir);
+ZVL_API void VZPOWX(const int *n, const ZVLComplex16 *a, const ZVLComplex16 *b, ZVLComplex16 *r);
+ZVL_API void VZPOWX_Idx(const int *n, const ZVLComplex16 *a, int ia, const ZVLComplex16 *b,
+                        ZVLComplex16 *r, int ir);
+
+/*
  * Rounding to integer values: no accuracy choice, nothing is ever reported.
  * VDRINT and VDNEARBYINT round in the caller's rounding mode; VDNEARBYINT
  * raises no inexact exception where the processor can avoid it. VDROUND

@@ -8,4 +8,5 @@
 #include ZVL_FAMILY(sqrt)
 #include ZVL_FAMILY(exp)
 #include ZVL_FAMILY(ln)
+#include ZVL_FAMILY(pow)
 #include ZVL_FAMILY(trig)

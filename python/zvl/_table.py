@@ -42,6 +42,8 @@ FUNCTIONS = (
     ('nearbyint', 'VDNEARBYINT', 'R1', "a[i] rounded in the caller's rounding mode, without the inexact exception", False, (3.5,), (4.0,)),
     ('modf', 'VDMODF', 'R12', 'y[i] = integer part of a[i] (towards zero), z[i] = a[i] - y[i]', False, (-3.75,), (-3.0, -0.75)),
     ('zsqrt', 'VZSQRT', 'Z1', 'the principal square root of a[i], real part not negative, imaginary part with the sign of y', False, ((3+4j),), ((2+1j),)),
+    ('zpow', 'VZPOW', 'Z2', 'a[i] ^ b[i] = exp(b[i] ln a[i])', False, ((1+1j), (1+1j)), ((0.2739572538301211+0.5837007587586147j),)),
+    ('zpowx', 'VZPOWX', 'ZX', 'a[i] ^ b = exp(b ln a[i]), one exponent read from *b', False, ((2+0j), (0.5+0j)), ((1.4142135623730951+0j),)),
     ('zexp', 'VZEXP', 'Z1', 'e^a[i] = e^x (cos y + i sin y) for a[i] = x + iy', False, ((1+1j),), ((1.4686939399158851+2.2873552871788423j),)),
     ('zln', 'VZLN', 'Z1', 'ln a[i] = ln abs(a[i]) + i arg a[i], arg in [-pi, pi]', False, ((1+1j),), ((0.34657359027997264+0.7853981633974483j),)),
     ('zlog10', 'VZLOG10', 'Z1', 'log10 a[i] = ln a[i] / ln 10', False, ((10+10j),), ((1.1505149978319906+0.3410940884604603j),)),

@@ -348,6 +348,28 @@ program fortran_calls
   call expect('VZSQRT', cy(1), cmplx(2.0d0, 1.0d0, c_double_complex))
   call same('VZSQRT_Idx', cy, cyi(4:6))
 
+  ! VZPOW: a[i] ^ b[i] = exp(b[i] ln a[i])
+  ca = cmplx(1.0d0, 1.0d0, c_double_complex)
+  cai = 0
+  cai(3:) = cmplx(1.0d0, 1.0d0, c_double_complex)
+  cb = cmplx(1.0d0, 1.0d0, c_double_complex)
+  cbi = 0
+  cbi(2:) = cmplx(1.0d0, 1.0d0, c_double_complex)
+  call VZPOW(n, ca, cb, cy)
+  call VZPOW_Idx(n, cai, 2, cbi, 1, cyi, 3)
+  call expect('VZPOW', cy(1), cmplx(0.2739572538301211d0, 0.5837007587586147d0, c_double_complex))
+  call same('VZPOW_Idx', cy, cyi(4:6))
+
+  ! VZPOWX: a[i] ^ b = exp(b ln a[i]), one exponent read from *b
+  ca = cmplx(2.0d0, 0.0d0, c_double_complex)
+  cai = 0
+  cai(3:) = cmplx(2.0d0, 0.0d0, c_double_complex)
+  cs = cmplx(0.5d0, 0.0d0, c_double_complex)
+  call VZPOWX(n, ca, cs, cy)
+  call VZPOWX_Idx(n, cai, 2, cs, cyi, 3)
+  call expect('VZPOWX', cy(1), cmplx(1.4142135623730951d0, 0.0d0, c_double_complex))
+  call same('VZPOWX_Idx', cy, cyi(4:6))
+
   ! VZEXP: e^a[i] = e^x (cos y + i sin y) for a[i] = x + iy
   ca = cmplx(1.0d0, 1.0d0, c_double_complex)
   cai = 0

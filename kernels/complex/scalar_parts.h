@@ -60,6 +60,11 @@ inline double nan_of(double v) {
     return static_cast<double>(ext_opaque(e) - e);
 }
 
+// x y for a NaN x: where y is a NaN too, x's NaN (quieted), since which
+// of two NaN operands a product passes on follows the operand order the
+// compiler chose, and that differs between the Linux and Windows builds.
+inline double nan_times(double x, double y) { return is_nan(y) ? nan_of(x) : x * y; }
+
 // +inf made by an overflowing product, so that the flag is raised.
 inline long double ext_overflow() { return ext_opaque(Ext::huge) * Ext::huge; }
 

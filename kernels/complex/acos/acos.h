@@ -37,7 +37,7 @@ ZVL_SCALAR_ROUTINE Z* zAcos_scalar(Z* r, const Z* a) {
         return put(r, neg(x) ? Angles::pi : 0.0,
                    signed_as(static_cast<double>(ext_acosh(fabs_d(&x))), !neg(y)));
     }
-    if (is_nan(x)) return is_inf(y) ? put(r, x * x, flip(y)) : put(r, x * y, x * y);
+    if (is_nan(x)) return is_inf(y) ? put(r, x * x, flip(y)) : put(r, nan_times(x, y), nan_times(x, y));
     if (is_nan(y)) return is_inf(x) ? put(r, y * y, inf) : put(r, x * y, x * y);
     const double im = signed_as(inf, !neg(y));
     if (finite(x)) return put(r, Angles::pio2, im);

@@ -54,7 +54,7 @@ ZVL_SCALAR_ROUTINE Z* zAtanh_scalar(Z* r, const Z* a) {
         if (__builtin_fabs(x) <= 1.0) return put(r, static_cast<double>(ext_atanh(X)), y);
         return put(r, static_cast<double>(atanh_real(X, Y)), quarter_turn);
     }
-    if (is_nan(x)) return is_inf(y) ? put(r, 0.0, quarter_turn) : put(r, x * y, x * y);
+    if (is_nan(x)) return is_inf(y) ? put(r, 0.0, quarter_turn) : put(r, nan_times(x, y), nan_times(x, y));
     if (is_nan(y)) return is_inf(x) ? put(r, signed_as(0.0, neg(x)), y * y) : put(r, x * y, x * y);
     return put(r, signed_as(0.0, neg(x)), quarter_turn);
 }

@@ -84,7 +84,7 @@ ZVL_SCALAR_ROUTINE Z* zCosh_scalar(Z* r, const Z* a) {
     }
     if (finite(x)) return put(r, nan_of(y), nan_of(y));
     if (is_inf(x)) return finite(y) ? hyp_infinite<true>(r, x, y) : put(r, inf, nan_of(y));
-    return put(r, x * y, x * y);
+    return put(r, nan_times(x, y), nan_times(x, y));
 }
 
 ZVL_SCALAR_ROUTINE Z* zCos_scalar(Z* r, const Z* a) {

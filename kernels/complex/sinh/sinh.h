@@ -30,7 +30,7 @@ ZVL_SCALAR_ROUTINE Z* zSinh_scalar(Z* r, const Z* a) {
     }
     if (finite(x)) return put(r, nan_of(y), nan_of(y));
     if (is_inf(x)) return finite(y) ? hyp_infinite<false>(r, x, y) : put(r, x, nan_of(y));
-    return put(r, x * y, x * y);
+    return put(r, nan_times(x, y), nan_times(x, y));
 }
 
 ZVL_SCALAR_ROUTINE Z* zSin_scalar(Z* r, const Z* a) { return minus_i_of_i_times<zSinh_scalar>(r, a); }

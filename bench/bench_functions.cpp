@@ -4,7 +4,7 @@
 // SLEEF peers, at n = 1000 (in cache), 1e5, 1e6 and 1e7 (streaming), and a
 // plain scaling loop at the same sizes for what memory alone costs.
 //
-// The complex functions (zexp, zln, zlog10) run beside the loop over glibc's
+// The complex functions (zexp, zln, ...) run beside the loop over glibc's
 // function of the same name.
 //
 // Names read <function>/<mode>/<cpu label>/<n>, <function>/peer/<peer>/<n> and

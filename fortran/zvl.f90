@@ -598,6 +598,53 @@ module zvl
       integer(c_int), value :: iz
     end subroutine VDMODF_Idx
     ! Complex functions
+    subroutine VZSQRT(n, a, r) bind(C, name="VZSQRT")
+      import :: c_int, c_double_complex
+      integer(c_int), intent(in) :: n
+      complex(c_double_complex), intent(in) :: a(*)
+      complex(c_double_complex), intent(inout) :: r(*)
+    end subroutine VZSQRT
+    subroutine VZSQRT_Idx(n, a, ia, r, ir) bind(C, name="VZSQRT_Idx")
+      import :: c_int, c_double_complex
+      integer(c_int), intent(in) :: n
+      complex(c_double_complex), intent(in) :: a(*)
+      integer(c_int), value :: ia
+      complex(c_double_complex), intent(inout) :: r(*)
+      integer(c_int), value :: ir
+    end subroutine VZSQRT_Idx
+    subroutine VZPOW(n, a, b, r) bind(C, name="VZPOW")
+      import :: c_int, c_double_complex
+      integer(c_int), intent(in) :: n
+      complex(c_double_complex), intent(in) :: a(*)
+      complex(c_double_complex), intent(in) :: b(*)
+      complex(c_double_complex), intent(inout) :: r(*)
+    end subroutine VZPOW
+    subroutine VZPOW_Idx(n, a, ia, b, ib, r, ir) bind(C, name="VZPOW_Idx")
+      import :: c_int, c_double_complex
+      integer(c_int), intent(in) :: n
+      complex(c_double_complex), intent(in) :: a(*)
+      integer(c_int), value :: ia
+      complex(c_double_complex), intent(in) :: b(*)
+      integer(c_int), value :: ib
+      complex(c_double_complex), intent(inout) :: r(*)
+      integer(c_int), value :: ir
+    end subroutine VZPOW_Idx
+    subroutine VZPOWX(n, a, b, r) bind(C, name="VZPOWX")
+      import :: c_int, c_double_complex
+      integer(c_int), intent(in) :: n
+      complex(c_double_complex), intent(in) :: a(*)
+      complex(c_double_complex), intent(in) :: b
+      complex(c_double_complex), intent(inout) :: r(*)
+    end subroutine VZPOWX
+    subroutine VZPOWX_Idx(n, a, ia, b, r, ir) bind(C, name="VZPOWX_Idx")
+      import :: c_int, c_double_complex
+      integer(c_int), intent(in) :: n
+      complex(c_double_complex), intent(in) :: a(*)
+      integer(c_int), value :: ia
+      complex(c_double_complex), intent(in) :: b
+      complex(c_double_complex), intent(inout) :: r(*)
+      integer(c_int), value :: ir
+    end subroutine VZPOWX_Idx
     subroutine VZEXP(n, a, r) bind(C, name="VZEXP")
       import :: c_int, c_double_complex
       integer(c_int), intent(in) :: n
@@ -640,5 +687,173 @@ module zvl
       complex(c_double_complex), intent(inout) :: r(*)
       integer(c_int), value :: ir
     end subroutine VZLOG10_Idx
+    subroutine VZCOS(n, a, r) bind(C, name="VZCOS")
+      import :: c_int, c_double_complex
+      integer(c_int), intent(in) :: n
+      complex(c_double_complex), intent(in) :: a(*)
+      complex(c_double_complex), intent(inout) :: r(*)
+    end subroutine VZCOS
+    subroutine VZCOS_Idx(n, a, ia, r, ir) bind(C, name="VZCOS_Idx")
+      import :: c_int, c_double_complex
+      integer(c_int), intent(in) :: n
+      complex(c_double_complex), intent(in) :: a(*)
+      integer(c_int), value :: ia
+      complex(c_double_complex), intent(inout) :: r(*)
+      integer(c_int), value :: ir
+    end subroutine VZCOS_Idx
+    subroutine VZSIN(n, a, r) bind(C, name="VZSIN")
+      import :: c_int, c_double_complex
+      integer(c_int), intent(in) :: n
+      complex(c_double_complex), intent(in) :: a(*)
+      complex(c_double_complex), intent(inout) :: r(*)
+    end subroutine VZSIN
+    subroutine VZSIN_Idx(n, a, ia, r, ir) bind(C, name="VZSIN_Idx")
+      import :: c_int, c_double_complex
+      integer(c_int), intent(in) :: n
+      complex(c_double_complex), intent(in) :: a(*)
+      integer(c_int), value :: ia
+      complex(c_double_complex), intent(inout) :: r(*)
+      integer(c_int), value :: ir
+    end subroutine VZSIN_Idx
+    subroutine VZTAN(n, a, r) bind(C, name="VZTAN")
+      import :: c_int, c_double_complex
+      integer(c_int), intent(in) :: n
+      complex(c_double_complex), intent(in) :: a(*)
+      complex(c_double_complex), intent(inout) :: r(*)
+    end subroutine VZTAN
+    subroutine VZTAN_Idx(n, a, ia, r, ir) bind(C, name="VZTAN_Idx")
+      import :: c_int, c_double_complex
+      integer(c_int), intent(in) :: n
+      complex(c_double_complex), intent(in) :: a(*)
+      integer(c_int), value :: ia
+      complex(c_double_complex), intent(inout) :: r(*)
+      integer(c_int), value :: ir
+    end subroutine VZTAN_Idx
+    subroutine VZACOS(n, a, r) bind(C, name="VZACOS")
+      import :: c_int, c_double_complex
+      integer(c_int), intent(in) :: n
+      complex(c_double_complex), intent(in) :: a(*)
+      complex(c_double_complex), intent(inout) :: r(*)
+    end subroutine VZACOS
+    subroutine VZACOS_Idx(n, a, ia, r, ir) bind(C, name="VZACOS_Idx")
+      import :: c_int, c_double_complex
+      integer(c_int), intent(in) :: n
+      complex(c_double_complex), intent(in) :: a(*)
+      integer(c_int), value :: ia
+      complex(c_double_complex), intent(inout) :: r(*)
+      integer(c_int), value :: ir
+    end subroutine VZACOS_Idx
+    subroutine VZASIN(n, a, r) bind(C, name="VZASIN")
+      import :: c_int, c_double_complex
+      integer(c_int), intent(in) :: n
+      complex(c_double_complex), intent(in) :: a(*)
+      complex(c_double_complex), intent(inout) :: r(*)
+    end subroutine VZASIN
+    subroutine VZASIN_Idx(n, a, ia, r, ir) bind(C, name="VZASIN_Idx")
+      import :: c_int, c_double_complex
+      integer(c_int), intent(in) :: n
+      complex(c_double_complex), intent(in) :: a(*)
+      integer(c_int), value :: ia
+      complex(c_double_complex), intent(inout) :: r(*)
+      integer(c_int), value :: ir
+    end subroutine VZASIN_Idx
+    subroutine VZATAN(n, a, r) bind(C, name="VZATAN")
+      import :: c_int, c_double_complex
+      integer(c_int), intent(in) :: n
+      complex(c_double_complex), intent(in) :: a(*)
+      complex(c_double_complex), intent(inout) :: r(*)
+    end subroutine VZATAN
+    subroutine VZATAN_Idx(n, a, ia, r, ir) bind(C, name="VZATAN_Idx")
+      import :: c_int, c_double_complex
+      integer(c_int), intent(in) :: n
+      complex(c_double_complex), intent(in) :: a(*)
+      integer(c_int), value :: ia
+      complex(c_double_complex), intent(inout) :: r(*)
+      integer(c_int), value :: ir
+    end subroutine VZATAN_Idx
+    subroutine VZCOSH(n, a, r) bind(C, name="VZCOSH")
+      import :: c_int, c_double_complex
+      integer(c_int), intent(in) :: n
+      complex(c_double_complex), intent(in) :: a(*)
+      complex(c_double_complex), intent(inout) :: r(*)
+    end subroutine VZCOSH
+    subroutine VZCOSH_Idx(n, a, ia, r, ir) bind(C, name="VZCOSH_Idx")
+      import :: c_int, c_double_complex
+      integer(c_int), intent(in) :: n
+      complex(c_double_complex), intent(in) :: a(*)
+      integer(c_int), value :: ia
+      complex(c_double_complex), intent(inout) :: r(*)
+      integer(c_int), value :: ir
+    end subroutine VZCOSH_Idx
+    subroutine VZSINH(n, a, r) bind(C, name="VZSINH")
+      import :: c_int, c_double_complex
+      integer(c_int), intent(in) :: n
+      complex(c_double_complex), intent(in) :: a(*)
+      complex(c_double_complex), intent(inout) :: r(*)
+    end subroutine VZSINH
+    subroutine VZSINH_Idx(n, a, ia, r, ir) bind(C, name="VZSINH_Idx")
+      import :: c_int, c_double_complex
+      integer(c_int), intent(in) :: n
+      complex(c_double_complex), intent(in) :: a(*)
+      integer(c_int), value :: ia
+      complex(c_double_complex), intent(inout) :: r(*)
+      integer(c_int), value :: ir
+    end subroutine VZSINH_Idx
+    subroutine VZTANH(n, a, r) bind(C, name="VZTANH")
+      import :: c_int, c_double_complex
+      integer(c_int), intent(in) :: n
+      complex(c_double_complex), intent(in) :: a(*)
+      complex(c_double_complex), intent(inout) :: r(*)
+    end subroutine VZTANH
+    subroutine VZTANH_Idx(n, a, ia, r, ir) bind(C, name="VZTANH_Idx")
+      import :: c_int, c_double_complex
+      integer(c_int), intent(in) :: n
+      complex(c_double_complex), intent(in) :: a(*)
+      integer(c_int), value :: ia
+      complex(c_double_complex), intent(inout) :: r(*)
+      integer(c_int), value :: ir
+    end subroutine VZTANH_Idx
+    subroutine VZACOSH(n, a, r) bind(C, name="VZACOSH")
+      import :: c_int, c_double_complex
+      integer(c_int), intent(in) :: n
+      complex(c_double_complex), intent(in) :: a(*)
+      complex(c_double_complex), intent(inout) :: r(*)
+    end subroutine VZACOSH
+    subroutine VZACOSH_Idx(n, a, ia, r, ir) bind(C, name="VZACOSH_Idx")
+      import :: c_int, c_double_complex
+      integer(c_int), intent(in) :: n
+      complex(c_double_complex), intent(in) :: a(*)
+      integer(c_int), value :: ia
+      complex(c_double_complex), intent(inout) :: r(*)
+      integer(c_int), value :: ir
+    end subroutine VZACOSH_Idx
+    subroutine VZASINH(n, a, r) bind(C, name="VZASINH")
+      import :: c_int, c_double_complex
+      integer(c_int), intent(in) :: n
+      complex(c_double_complex), intent(in) :: a(*)
+      complex(c_double_complex), intent(inout) :: r(*)
+    end subroutine VZASINH
+    subroutine VZASINH_Idx(n, a, ia, r, ir) bind(C, name="VZASINH_Idx")
+      import :: c_int, c_double_complex
+      integer(c_int), intent(in) :: n
+      complex(c_double_complex), intent(in) :: a(*)
+      integer(c_int), value :: ia
+      complex(c_double_complex), intent(inout) :: r(*)
+      integer(c_int), value :: ir
+    end subroutine VZASINH_Idx
+    subroutine VZATANH(n, a, r) bind(C, name="VZATANH")
+      import :: c_int, c_double_complex
+      integer(c_int), intent(in) :: n
+      complex(c_double_complex), intent(in) :: a(*)
+      complex(c_double_complex), intent(inout) :: r(*)
+    end subroutine VZATANH
+    subroutine VZATANH_Idx(n, a, ia, r, ir) bind(C, name="VZATANH_Idx")
+      import :: c_int, c_double_complex
+      integer(c_int), intent(in) :: n
+      complex(c_double_complex), intent(in) :: a(*)
+      integer(c_int), value :: ia
+      complex(c_double_complex), intent(inout) :: r(*)
+      integer(c_int), value :: ir
+    end subroutine VZATANH_Idx
   end interface
 end module zvl

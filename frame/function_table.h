@@ -48,9 +48,24 @@
     D1(VDERF, vdErf, 450, Erf)                              \
     D1(VDERFC, vdErfc, 468, Erfc)                           \
     D1(VDERFINV, vdErfInv, 486, ErfInv)                     \
+    Z1(VZSQRT, vzSqrt, 0, Sqrt)                             \
+    Z2(VZPOW, vzPow, 18, Pow)                               \
+    ZX(VZPOWX, vzPowx, 36, Powx)                            \
     Z1(VZEXP, vzExp, 54, Exp)                               \
     Z1(VZLN, vzLn, 72, Ln)                                  \
     Z1(VZLOG10, vzLog10, 90, Log10)                         \
+    Z1(VZCOS, vzCos, 108, Cos)                              \
+    Z1(VZSIN, vzSin, 126, Sin)                              \
+    Z1(VZTAN, vzTan, 144, Tan)                              \
+    Z1(VZACOS, vzAcos, 162, Acos)                           \
+    Z1(VZASIN, vzAsin, 180, Asin)                           \
+    Z1(VZATAN, vzAtan, 198, Atan)                           \
+    Z1(VZCOSH, vzCosh, 216, Cosh)                           \
+    Z1(VZSINH, vzSinh, 234, Sinh)                           \
+    Z1(VZTANH, vzTanh, 252, Tanh)                           \
+    Z1(VZACOSH, vzAcosh, 270, Acosh)                        \
+    Z1(VZASINH, vzAsinh, 288, Asinh)                        \
+    Z1(VZATANH, vzAtanh, 306, Atanh)                        \
     R1(VDCEIL, vdCeil, Ceil)                                \
     R1(VDFLOOR, vdFloor, Floor)                             \
     R12(VDMODF, vdModf, Modf)                               \

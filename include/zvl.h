@@ -277,17 +277,63 @@ ZVL_API void VDPOWX_Idx(const int *n, const double *a, int ia, const double *b, 
  * elements.  Each part of a result is within 1 ulp of that part (where a
  * part cancels to near zero, the error is within 2^-52 of |f(a)|); special
  * values follow C99 Annex G where it speaks.  Nothing is reported.
+ *   VZSQRT   the principal square root, real part not negative; the same
+ *            in every accuracy mode
  *   VZEXP    e^a = e^x (cos y + i sin y); the same in every accuracy mode
  *   VZLN     ln a = ln|a| + i arg a, arg in [-pi, pi]; LA within 4 ulp, EP
  *            within 2^-26 of |ln a|
  *   VZLOG10  log10 a = ln a / ln 10; the same in every accuracy mode
+ *   VZCOS, VZSIN, VZTAN, VZACOS, VZASIN, VZATAN, VZCOSH, VZSINH, VZTANH,
+ *   VZACOSH, VZASINH, VZATANH  the principal values, the branch cuts of C99
+ *            (the inverses' cuts on the real or imaginary axis, the sign of
+ *            a zero part choosing the side); the same in every accuracy mode
  */
+ZVL_API void VZSQRT(const int *n, const ZVLComplex16 *a, ZVLComplex16 *r);
+ZVL_API void VZSQRT_Idx(const int *n, const ZVLComplex16 *a, int ia, ZVLComplex16 *r, int ir);
 ZVL_API void VZEXP(const int *n, const ZVLComplex16 *a, ZVLComplex16 *r);
 ZVL_API void VZEXP_Idx(const int *n, const ZVLComplex16 *a, int ia, ZVLComplex16 *r, int ir);
 ZVL_API void VZLN(const int *n, const ZVLComplex16 *a, ZVLComplex16 *r);
 ZVL_API void VZLN_Idx(const int *n, const ZVLComplex16 *a, int ia, ZVLComplex16 *r, int ir);
 ZVL_API void VZLOG10(const int *n, const ZVLComplex16 *a, ZVLComplex16 *r);
 ZVL_API void VZLOG10_Idx(const int *n, const ZVLComplex16 *a, int ia, ZVLComplex16 *r, int ir);
+ZVL_API void VZCOS(const int *n, const ZVLComplex16 *a, ZVLComplex16 *r);
+ZVL_API void VZCOS_Idx(const int *n, const ZVLComplex16 *a, int ia, ZVLComplex16 *r, int ir);
+ZVL_API void VZSIN(const int *n, const ZVLComplex16 *a, ZVLComplex16 *r);
+ZVL_API void VZSIN_Idx(const int *n, const ZVLComplex16 *a, int ia, ZVLComplex16 *r, int ir);
+ZVL_API void VZTAN(const int *n, const ZVLComplex16 *a, ZVLComplex16 *r);
+ZVL_API void VZTAN_Idx(const int *n, const ZVLComplex16 *a, int ia, ZVLComplex16 *r, int ir);
+ZVL_API void VZACOS(const int *n, const ZVLComplex16 *a, ZVLComplex16 *r);
+ZVL_API void VZACOS_Idx(const int *n, const ZVLComplex16 *a, int ia, ZVLComplex16 *r, int ir);
+ZVL_API void VZASIN(const int *n, const ZVLComplex16 *a, ZVLComplex16 *r);
+ZVL_API void VZASIN_Idx(const int *n, const ZVLComplex16 *a, int ia, ZVLComplex16 *r, int ir);
+ZVL_API void VZATAN(const int *n, const ZVLComplex16 *a, ZVLComplex16 *r);
+ZVL_API void VZATAN_Idx(const int *n, const ZVLComplex16 *a, int ia, ZVLComplex16 *r, int ir);
+ZVL_API void VZCOSH(const int *n, const ZVLComplex16 *a, ZVLComplex16 *r);
+ZVL_API void VZCOSH_Idx(const int *n, const ZVLComplex16 *a, int ia, ZVLComplex16 *r, int ir);
+ZVL_API void VZSINH(const int *n, const ZVLComplex16 *a, ZVLComplex16 *r);
+ZVL_API void VZSINH_Idx(const int *n, const ZVLComplex16 *a, int ia, ZVLComplex16 *r, int ir);
+ZVL_API void VZTANH(const int *n, const ZVLComplex16 *a, ZVLComplex16 *r);
+ZVL_API void VZTANH_Idx(const int *n, const ZVLComplex16 *a, int ia, ZVLComplex16 *r, int ir);
+ZVL_API void VZACOSH(const int *n, const ZVLComplex16 *a, ZVLComplex16 *r);
+ZVL_API void VZACOSH_Idx(const int *n, const ZVLComplex16 *a, int ia, ZVLComplex16 *r, int ir);
+ZVL_API void VZASINH(const int *n, const ZVLComplex16 *a, ZVLComplex16 *r);
+ZVL_API void VZASINH_Idx(const int *n, const ZVLComplex16 *a, int ia, ZVLComplex16 *r, int ir);
+ZVL_API void VZATANH(const int *n, const ZVLComplex16 *a, ZVLComplex16 *r);
+ZVL_API void VZATANH_Idx(const int *n, const ZVLComplex16 *a, int ia, ZVLComplex16 *r, int ir);
+
+/*
+ * Complex power: r[i] = a[i]^b[i] (VZPOW) or a[i]^*b (VZPOWX, one exponent
+ * read from b; the _Idx form advances the arrays only), computed as
+ * exp(b ln a) from the complex logarithm and exponential, with no case of
+ * its own for integer exponents, real or zero bases: the error grows with
+ * |b ln a|, and pow(0, 0) is NaN.  The same in every accuracy mode.
+ */
+ZVL_API void VZPOW(const int *n, const ZVLComplex16 *a, const ZVLComplex16 *b, ZVLComplex16 *r);
+ZVL_API void VZPOW_Idx(const int *n, const ZVLComplex16 *a, int ia, const ZVLComplex16 *b, int ib,
+                       ZVLComplex16 *r, int ir);
+ZVL_API void VZPOWX(const int *n, const ZVLComplex16 *a, const ZVLComplex16 *b, ZVLComplex16 *r);
+ZVL_API void VZPOWX_Idx(const int *n, const ZVLComplex16 *a, int ia, const ZVLComplex16 *b,
+                        ZVLComplex16 *r, int ir);
 
 /*
  * Rounding to integer values: no accuracy choice, nothing is ever reported.

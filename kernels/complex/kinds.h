@@ -16,7 +16,8 @@
 // is three kernels. A thin kernel runs the function's scalar routine once
 // per element under the x87 control word at the 64-bit significand and
 // round to nearest (set only if it differs, and restored), and leaves
-// MXCSR alone; a vector kernel also clears MXCSR's rounding and
+// MXCSR alone (Pow's and Powx's clear its rounding and flush-to-zero bits
+// too: their four products are double arithmetic); a vector kernel also clears MXCSR's rounding and
 // flush-to-zero bits for its length, and gives the lanes it refuses to the
 // scalar routine. No complex kernel reports anything.
 #pragma once

@@ -3,7 +3,8 @@
 // results, and the quarter turns that make cos, sin, tan, asin and atan out
 // of cosh, sinh, tanh, asinh and atanh.
 //
-// Every routine has the form Z* f(Z* result, const Z* argument): it reads
+// Every routine has the form Z* f(Z* result, const Z* argument), a
+// function of its own (ZVL_SCALAR_ROUTINE, see scalar_frame.h): it reads
 // the whole argument before it writes, so result and argument may be the
 // same element, and it returns the result pointer. Arithmetic is x87
 // extended (the kernels set round to nearest with the 64-bit significand),
@@ -17,6 +18,7 @@
 
 #include "base/bits.h"
 #include "kernels/complex/ext/ext.h"
+#include "kernels/complex/scalar_frame.h"
 #include "zvl.h"
 
 namespace {
@@ -57,6 +59,11 @@ inline double nan_of(double v) {
     const long double e = v;
     return static_cast<double>(ext_opaque(e) - e);
 }
+
+// x y for a NaN x: where y is a NaN too, x's NaN (quieted), since which
+// of two NaN operands a product passes on follows the operand order the
+// compiler chose, and that differs between the Linux and Windows builds.
+inline double nan_times(double x, double y) { return is_nan(y) ? nan_of(x) : x * y; }
 
 // +inf made by an overflowing product, so that the flag is raised.
 inline long double ext_overflow() { return ext_opaque(Ext::huge) * Ext::huge; }

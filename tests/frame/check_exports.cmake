@@ -1,5 +1,6 @@
 # Compares the dynamic symbols a library defines with a list of names, one
-# a line. Run as: cmake -DLIB=<library> -DEXPECTED=<list> -P check_exports.cmake
+# a line, and their number with COUNT. Run as:
+#   cmake -DLIB=<library> -DEXPECTED=<list> -DCOUNT=<n> -P check_exports.cmake
 execute_process(COMMAND nm -D --defined-only ${LIB} OUTPUT_VARIABLE out RESULT_VARIABLE rc)
 if(NOT rc EQUAL 0)
   message(FATAL_ERROR "nm failed on ${LIB}")
@@ -23,4 +24,7 @@ if(extra OR missing)
   message(FATAL_ERROR "exports differ\n  not expected: ${extra}\n  missing: ${missing}")
 endif()
 list(LENGTH actual count)
+if(NOT count EQUAL COUNT)
+  message(FATAL_ERROR "${count} exports, not ${COUNT}")
+endif()
 message(STATUS "${count} exports as expected")

@@ -70,6 +70,10 @@ TEST(ExportList, IsTheTable) {
     for (const std::string& n : list) EXPECT_TRUE(table.count(n)) << n << " is in the export list, not in the table";
 }
 
+// Every function of the library is in the table: the names it gives are
+// as many as the product exports.
+TEST(ExportList, EveryFunction) { EXPECT_EQ(from_table().size(), static_cast<size_t>(ZVL_EXPORT_COUNT)); }
+
 // Ids are 18 times the place in their table's order (checked at compile
 // time): the real and complex orders number apart.
 TEST(FunctionTable, IdsByPlace) {

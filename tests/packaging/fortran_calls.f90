@@ -339,6 +339,37 @@ program fortran_calls
   call expect('VDMODF', z(1), -0.75d0)
   call same('VDMODF_Idx', z, zi(5:7))
 
+  ! VZSQRT: the principal square root of a[i], real part not negative, imaginary part with the sign of y
+  ca = cmplx(3.0d0, 4.0d0, c_double_complex)
+  cai = 0
+  cai(3:) = cmplx(3.0d0, 4.0d0, c_double_complex)
+  call VZSQRT(n, ca, cy)
+  call VZSQRT_Idx(n, cai, 2, cyi, 3)
+  call expect('VZSQRT', cy(1), cmplx(2.0d0, 1.0d0, c_double_complex))
+  call same('VZSQRT_Idx', cy, cyi(4:6))
+
+  ! VZPOW: a[i] ^ b[i] = exp(b[i] ln a[i])
+  ca = cmplx(1.0d0, 1.0d0, c_double_complex)
+  cai = 0
+  cai(3:) = cmplx(1.0d0, 1.0d0, c_double_complex)
+  cb = cmplx(1.0d0, 1.0d0, c_double_complex)
+  cbi = 0
+  cbi(2:) = cmplx(1.0d0, 1.0d0, c_double_complex)
+  call VZPOW(n, ca, cb, cy)
+  call VZPOW_Idx(n, cai, 2, cbi, 1, cyi, 3)
+  call expect('VZPOW', cy(1), cmplx(0.2739572538301211d0, 0.5837007587586147d0, c_double_complex))
+  call same('VZPOW_Idx', cy, cyi(4:6))
+
+  ! VZPOWX: a[i] ^ b = exp(b ln a[i]), one exponent read from *b
+  ca = cmplx(2.0d0, 0.0d0, c_double_complex)
+  cai = 0
+  cai(3:) = cmplx(2.0d0, 0.0d0, c_double_complex)
+  cs = cmplx(0.5d0, 0.0d0, c_double_complex)
+  call VZPOWX(n, ca, cs, cy)
+  call VZPOWX_Idx(n, cai, 2, cs, cyi, 3)
+  call expect('VZPOWX', cy(1), cmplx(1.4142135623730951d0, 0.0d0, c_double_complex))
+  call same('VZPOWX_Idx', cy, cyi(4:6))
+
   ! VZEXP: e^a[i] = e^x (cos y + i sin y) for a[i] = x + iy
   ca = cmplx(1.0d0, 1.0d0, c_double_complex)
   cai = 0
@@ -365,6 +396,114 @@ program fortran_calls
   call VZLOG10_Idx(n, cai, 2, cyi, 3)
   call expect('VZLOG10', cy(1), cmplx(1.1505149978319906d0, 0.3410940884604603d0, c_double_complex))
   call same('VZLOG10_Idx', cy, cyi(4:6))
+
+  ! VZCOS: cos a[i] = cosh(i a[i]) = cos x cosh y - i sin x sinh y
+  ca = cmplx(0.5d0, 0.5d0, c_double_complex)
+  cai = 0
+  cai(3:) = cmplx(0.5d0, 0.5d0, c_double_complex)
+  call VZCOS(n, ca, cy)
+  call VZCOS_Idx(n, cai, 2, cyi, 3)
+  call expect('VZCOS', cy(1), cmplx(0.9895848833999199d0, -0.24982639750046154d0, c_double_complex))
+  call same('VZCOS_Idx', cy, cyi(4:6))
+
+  ! VZSIN: sin a[i] = -i sinh(i a[i]) = sin x cosh y + i cos x sinh y
+  ca = cmplx(0.5d0, 0.5d0, c_double_complex)
+  cai = 0
+  cai(3:) = cmplx(0.5d0, 0.5d0, c_double_complex)
+  call VZSIN(n, ca, cy)
+  call VZSIN_Idx(n, cai, 2, cyi, 3)
+  call expect('VZSIN', cy(1), cmplx(0.5406126857131534d0, 0.4573041531842493d0, c_double_complex))
+  call same('VZSIN_Idx', cy, cyi(4:6))
+
+  ! VZTAN: tan a[i] = -i tanh(i a[i])
+  ca = cmplx(0.5d0, 0.5d0, c_double_complex)
+  cai = 0
+  cai(3:) = cmplx(0.5d0, 0.5d0, c_double_complex)
+  call VZTAN(n, ca, cy)
+  call VZTAN_Idx(n, cai, 2, cyi, 3)
+  call expect('VZTAN', cy(1), cmplx(0.40389645531602586d0, 0.5640831412674986d0, c_double_complex))
+  call same('VZTAN_Idx', cy, cyi(4:6))
+
+  ! VZACOS: acos a[i], real part in [0, pi], imaginary part of the sign opposite to y
+  ca = cmplx(0.5d0, 0.5d0, c_double_complex)
+  cai = 0
+  cai(3:) = cmplx(0.5d0, 0.5d0, c_double_complex)
+  call VZACOS(n, ca, cy)
+  call VZACOS_Idx(n, cai, 2, cyi, 3)
+  call expect('VZACOS', cy(1), cmplx(1.1185178796437059d0, -0.5306375309525178d0, c_double_complex))
+  call same('VZACOS_Idx', cy, cyi(4:6))
+
+  ! VZASIN: asin a[i] = -i asinh(i a[i]), real part in [-pi/2, pi/2]
+  ca = cmplx(0.5d0, 0.5d0, c_double_complex)
+  cai = 0
+  cai(3:) = cmplx(0.5d0, 0.5d0, c_double_complex)
+  call VZASIN(n, ca, cy)
+  call VZASIN_Idx(n, cai, 2, cyi, 3)
+  call expect('VZASIN', cy(1), cmplx(0.45227844715119064d0, 0.5306375309525178d0, c_double_complex))
+  call same('VZASIN_Idx', cy, cyi(4:6))
+
+  ! VZATAN: atan a[i] = -i atanh(i a[i]), real part in [-pi/2, pi/2]
+  ca = cmplx(0.5d0, 0.5d0, c_double_complex)
+  cai = 0
+  cai(3:) = cmplx(0.5d0, 0.5d0, c_double_complex)
+  call VZATAN(n, ca, cy)
+  call VZATAN_Idx(n, cai, 2, cyi, 3)
+  call expect('VZATAN', cy(1), cmplx(0.5535743588970452d0, 0.40235947810852507d0, c_double_complex))
+  call same('VZATAN_Idx', cy, cyi(4:6))
+
+  ! VZCOSH: cosh a[i] = cosh x cos y + i sinh x sin y
+  ca = cmplx(0.5d0, 0.5d0, c_double_complex)
+  cai = 0
+  cai(3:) = cmplx(0.5d0, 0.5d0, c_double_complex)
+  call VZCOSH(n, ca, cy)
+  call VZCOSH_Idx(n, cai, 2, cyi, 3)
+  call expect('VZCOSH', cy(1), cmplx(0.9895848833999199d0, 0.24982639750046154d0, c_double_complex))
+  call same('VZCOSH_Idx', cy, cyi(4:6))
+
+  ! VZSINH: sinh a[i] = sinh x cos y + i cosh x sin y
+  ca = cmplx(0.5d0, 0.5d0, c_double_complex)
+  cai = 0
+  cai(3:) = cmplx(0.5d0, 0.5d0, c_double_complex)
+  call VZSINH(n, ca, cy)
+  call VZSINH_Idx(n, cai, 2, cyi, 3)
+  call expect('VZSINH', cy(1), cmplx(0.4573041531842493d0, 0.5406126857131534d0, c_double_complex))
+  call same('VZSINH_Idx', cy, cyi(4:6))
+
+  ! VZTANH: tanh a[i] = (sinh 2x + i sin 2y) / (cosh 2x + cos 2y)
+  ca = cmplx(0.5d0, 0.5d0, c_double_complex)
+  cai = 0
+  cai(3:) = cmplx(0.5d0, 0.5d0, c_double_complex)
+  call VZTANH(n, ca, cy)
+  call VZTANH_Idx(n, cai, 2, cyi, 3)
+  call expect('VZTANH', cy(1), cmplx(0.5640831412674986d0, 0.40389645531602586d0, c_double_complex))
+  call same('VZTANH_Idx', cy, cyi(4:6))
+
+  ! VZACOSH: acosh a[i], real part not negative, imaginary part in [-pi, pi] with the sign of y
+  ca = cmplx(0.5d0, 0.5d0, c_double_complex)
+  cai = 0
+  cai(3:) = cmplx(0.5d0, 0.5d0, c_double_complex)
+  call VZACOSH(n, ca, cy)
+  call VZACOSH_Idx(n, cai, 2, cyi, 3)
+  call expect('VZACOSH', cy(1), cmplx(0.5306375309525178d0, 1.1185178796437059d0, c_double_complex))
+  call same('VZACOSH_Idx', cy, cyi(4:6))
+
+  ! VZASINH: asinh a[i], imaginary part in [-pi/2, pi/2]
+  ca = cmplx(0.5d0, 0.5d0, c_double_complex)
+  cai = 0
+  cai(3:) = cmplx(0.5d0, 0.5d0, c_double_complex)
+  call VZASINH(n, ca, cy)
+  call VZASINH_Idx(n, cai, 2, cyi, 3)
+  call expect('VZASINH', cy(1), cmplx(0.5306375309525178d0, 0.45227844715119064d0, c_double_complex))
+  call same('VZASINH_Idx', cy, cyi(4:6))
+
+  ! VZATANH: atanh a[i], imaginary part in [-pi/2, pi/2]
+  ca = cmplx(0.5d0, 0.5d0, c_double_complex)
+  cai = 0
+  cai(3:) = cmplx(0.5d0, 0.5d0, c_double_complex)
+  call VZATANH(n, ca, cy)
+  call VZATANH_Idx(n, cai, 2, cyi, 3)
+  call expect('VZATANH', cy(1), cmplx(0.40235947810852507d0, 0.5535743588970452d0, c_double_complex))
+  call same('VZATANH_Idx', cy, cyi(4:6))
 
   if (failures > 0) then
     print '(i0, a)', failures, ' failures'

@@ -1,5 +1,5 @@
-# cmake -DOBJDUMP=<objdump> -DDLL=<zvl.dll> -DEXPECTED=<exports.txt> -P dll_exports.cmake
-# The DLL's export table holds exactly the expected names.
+# cmake -DOBJDUMP=<objdump> -DDLL=<zvl.dll> -DEXPECTED=<exports.txt> -DCOUNT=<n> -P dll_exports.cmake
+# The DLL's export table holds exactly the expected names, COUNT of them.
 execute_process(COMMAND ${OBJDUMP} -p ${DLL} OUTPUT_VARIABLE dump RESULT_VARIABLE rc)
 if(NOT rc EQUAL 0)
   message(FATAL_ERROR "${OBJDUMP} -p ${DLL} failed")
@@ -19,4 +19,7 @@ if(NOT "${names}" STREQUAL "${expected}")
   message(FATAL_ERROR "${DLL} exports differ: missing [${missing}], extra [${extra}]")
 endif()
 list(LENGTH names n)
+if(NOT n EQUAL COUNT)
+  message(FATAL_ERROR "${DLL} exports ${n} names, not ${COUNT}")
+endif()
 message(STATUS "${DLL} exports the ${n} expected names")

@@ -23,7 +23,7 @@
 
 namespace {
 
-inline Z* zAcos_scalar(Z* r, const Z* a) {
+ZVL_SCALAR_ROUTINE Z* zAcos_scalar(Z* r, const Z* a) {
     const double x = a->real, y = a->imag;
     const long double X = x, Y = y;
     constexpr double inf = __builtin_inf();
@@ -37,7 +37,7 @@ inline Z* zAcos_scalar(Z* r, const Z* a) {
         return put(r, neg(x) ? Angles::pi : 0.0,
                    signed_as(static_cast<double>(ext_acosh(fabs_d(&x))), !neg(y)));
     }
-    if (is_nan(x)) return is_inf(y) ? put(r, x * x, flip(y)) : put(r, x * y, x * y);
+    if (is_nan(x)) return is_inf(y) ? put(r, x * x, flip(y)) : put(r, nan_times(x, y), nan_times(x, y));
     if (is_nan(y)) return is_inf(x) ? put(r, y * y, inf) : put(r, x * y, x * y);
     const double im = signed_as(inf, !neg(y));
     if (finite(x)) return put(r, Angles::pio2, im);

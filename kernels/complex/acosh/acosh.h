@@ -24,7 +24,7 @@
 
 namespace {
 
-inline Z* zAcosh_scalar(Z* r, const Z* a) {
+ZVL_SCALAR_ROUTINE Z* zAcosh_scalar(Z* r, const Z* a) {
     const double x = a->real, y = a->imag;
     const long double X = x, Y = y;
     constexpr double inf = __builtin_inf();
@@ -39,7 +39,7 @@ inline Z* zAcosh_scalar(Z* r, const Z* a) {
     }
     if (zero(x) && !is_nan(y))
         return put(r, static_cast<double>(ext_asinh(fabs_d(&y))), static_cast<double>(ext_atan2(Y, X)));
-    if (is_nan(x)) return is_inf(y) ? put(r, inf, x * x) : put(r, x * y, x * y);
+    if (is_nan(x)) return is_inf(y) ? put(r, inf, x * x) : put(r, nan_times(x, y), nan_times(x, y));
     if (is_nan(y)) return is_inf(x) ? put(r, inf, y * y) : put(r, x * y, x * y);
     if (finite(x)) return put(r, inf, signed_as(Angles::pio2, neg(y)));
     if (is_inf(y)) return put(r, inf, signed_as(neg(x) ? Angles::three_pio4 : Angles::pio4, neg(y)));

@@ -21,7 +21,7 @@
 
 namespace {
 
-inline Z* zAsinh_scalar(Z* r, const Z* a) {
+ZVL_SCALAR_ROUTINE Z* zAsinh_scalar(Z* r, const Z* a) {
     const double x = a->real, y = a->imag;
     const long double X = x, Y = y;
     constexpr double inf = __builtin_inf();
@@ -35,12 +35,12 @@ inline Z* zAsinh_scalar(Z* r, const Z* a) {
         return put(r, signed_as(static_cast<double>(ext_acosh(fabs_d(&y))), neg(x)),
                    signed_as(Angles::pio2, neg(y)));
     }
-    if (is_nan(x)) return is_inf(y) ? put(r, inf, x * x) : put(r, x * y, x * y);
+    if (is_nan(x)) return is_inf(y) ? put(r, inf, x * x) : put(r, nan_times(x, y), nan_times(x, y));
     if (is_nan(y)) return is_inf(x) ? put(r, x, y * y) : put(r, x * y, x * y);
     if (finite(x)) return put(r, signed_as(inf, neg(x)), signed_as(Angles::pio2, neg(y)));
     return put(r, x, signed_as(is_inf(y) ? Angles::pio4 : 0.0, neg(y)));
 }
 
-inline Z* zAsin_scalar(Z* r, const Z* a) { return minus_i_of_i_times<zAsinh_scalar>(r, a); }
+ZVL_SCALAR_ROUTINE Z* zAsin_scalar(Z* r, const Z* a) { return minus_i_of_i_times<zAsinh_scalar>(r, a); }
 
 }  // namespace

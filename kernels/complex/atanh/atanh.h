@@ -40,7 +40,7 @@ inline long double atanh_imag(long double x, long double y) {
     return (ext_atan2(y, 1.0L + x) - ext_atan2(-y, 1.0L - x)) * 0.5L;
 }
 
-inline Z* zAtanh_scalar(Z* r, const Z* a) {
+ZVL_SCALAR_ROUTINE Z* zAtanh_scalar(Z* r, const Z* a) {
     const double x = a->real, y = a->imag;
     const long double X = x, Y = y;
     if (finite_nonzero(x, y))
@@ -54,11 +54,11 @@ inline Z* zAtanh_scalar(Z* r, const Z* a) {
         if (__builtin_fabs(x) <= 1.0) return put(r, static_cast<double>(ext_atanh(X)), y);
         return put(r, static_cast<double>(atanh_real(X, Y)), quarter_turn);
     }
-    if (is_nan(x)) return is_inf(y) ? put(r, 0.0, quarter_turn) : put(r, x * y, x * y);
+    if (is_nan(x)) return is_inf(y) ? put(r, 0.0, quarter_turn) : put(r, nan_times(x, y), nan_times(x, y));
     if (is_nan(y)) return is_inf(x) ? put(r, signed_as(0.0, neg(x)), y * y) : put(r, x * y, x * y);
     return put(r, signed_as(0.0, neg(x)), quarter_turn);
 }
 
-inline Z* zAtan_scalar(Z* r, const Z* a) { return minus_i_of_i_times<zAtanh_scalar>(r, a); }
+ZVL_SCALAR_ROUTINE Z* zAtan_scalar(Z* r, const Z* a) { return minus_i_of_i_times<zAtanh_scalar>(r, a); }
 
 }  // namespace

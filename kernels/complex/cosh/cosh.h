@@ -71,7 +71,7 @@ inline Z* hyp_infinite(Z* r, double x, double y) {
     return put_ext(r, re * c, (Cosh ? x : inf) * s);
 }
 
-inline Z* zCosh_scalar(Z* r, const Z* a) {
+ZVL_SCALAR_ROUTINE Z* zCosh_scalar(Z* r, const Z* a) {
     const double x = a->real, y = a->imag;
     const long double X = x, Y = y;
     if (finite_nonzero(x, y)) return hyp_finite<true>(r, x, y);
@@ -84,10 +84,10 @@ inline Z* zCosh_scalar(Z* r, const Z* a) {
     }
     if (finite(x)) return put(r, nan_of(y), nan_of(y));
     if (is_inf(x)) return finite(y) ? hyp_infinite<true>(r, x, y) : put(r, inf, nan_of(y));
-    return put(r, x * y, x * y);
+    return put(r, nan_times(x, y), nan_times(x, y));
 }
 
-inline Z* zCos_scalar(Z* r, const Z* a) {
+ZVL_SCALAR_ROUTINE Z* zCos_scalar(Z* r, const Z* a) {
     *r = of_i_times<zCosh_scalar>(a);
     return r;
 }

@@ -19,7 +19,7 @@
 
 namespace {
 
-inline Z* zSinh_scalar(Z* r, const Z* a) {
+ZVL_SCALAR_ROUTINE Z* zSinh_scalar(Z* r, const Z* a) {
     const double x = a->real, y = a->imag;
     const long double X = x, Y = y;
     if (finite_nonzero(x, y)) return hyp_finite<false>(r, x, y);
@@ -30,9 +30,9 @@ inline Z* zSinh_scalar(Z* r, const Z* a) {
     }
     if (finite(x)) return put(r, nan_of(y), nan_of(y));
     if (is_inf(x)) return finite(y) ? hyp_infinite<false>(r, x, y) : put(r, x, nan_of(y));
-    return put(r, x * y, x * y);
+    return put(r, nan_times(x, y), nan_times(x, y));
 }
 
-inline Z* zSin_scalar(Z* r, const Z* a) { return minus_i_of_i_times<zSinh_scalar>(r, a); }
+ZVL_SCALAR_ROUTINE Z* zSin_scalar(Z* r, const Z* a) { return minus_i_of_i_times<zSinh_scalar>(r, a); }
 
 }  // namespace

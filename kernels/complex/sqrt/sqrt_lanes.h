@@ -34,18 +34,14 @@ inline typename V::vd in_band(typename V::vd a) {
     return V::andnot(below, under_top);
 }
 
-// r[0 .. V::lanes) = sqrt of a[0 .. V::lanes).
+// The roots of V::lanes elements by parts, x + iy: re + i im, and the bits
+// of the lanes outside the band, which are computed on 1.0 here and left
+// to zSqrt_slow.
 template <class V>
-inline void zSqrt_lanes(const Z* a, Z* r) {
+inline int zSqrt_parts(typename V::vd x, typename V::vd y, typename V::vd& re, typename V::vd& im) {
     using vd = typename V::vd;
     using C = SqrtCore<V>;
     constexpr int L = V::lanes;
-    double xs[L], ys[L], re[L], im[L];
-    for (int l = 0; l < L; ++l) {
-        xs[l] = a[l].real;
-        ys[l] = a[l].imag;
-    }
-    const vd x = V::load(xs), y = V::load(ys);
     vd ax = abs_of<V>(x), ay = abs_of<V>(y);
     const vd in = V::and_(in_band<V>(ax), in_band<V>(ay));
     const int refused = ~V::mask(in) & ((1 << L) - 1);
@@ -67,8 +63,24 @@ inline void zSqrt_lanes(const Z* a, Z* r) {
         v = V::select(ydom, h, v);
     }
     const vd xneg = sign_mask<V>(x);
-    V::store(re, V::select(xneg, v, w));
-    V::store(im, V::or_(V::select(xneg, w, v), sign_of<V>(y)));
+    re = V::select(xneg, v, w);
+    im = V::or_(V::select(xneg, w, v), sign_of<V>(y));
+    return refused;
+}
+
+// r[0 .. V::lanes) = sqrt of a[0 .. V::lanes).
+template <class V>
+inline void zSqrt_lanes(const Z* a, Z* r) {
+    constexpr int L = V::lanes;
+    double xs[L], ys[L], re[L], im[L];
+    for (int l = 0; l < L; ++l) {
+        xs[l] = a[l].real;
+        ys[l] = a[l].imag;
+    }
+    typename V::vd u, v;
+    const int refused = zSqrt_parts<V>(V::load(xs), V::load(ys), u, v);
+    V::store(re, u);
+    V::store(im, v);
     for (int l = 0; l < L; ++l) {
         if (refused >> l & 1) {
             const Z z = {xs[l], ys[l]};

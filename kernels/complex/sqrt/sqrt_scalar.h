@@ -26,10 +26,11 @@ inline Z* zSqrt_special(Z* r, const Z* a) {
         if (is_nan(y)) return neg(x) ? put(r, x * y, inf) : put(r, inf, x * y);
         return neg(x) ? put(r, 0.0, signed_as(inf, neg(y))) : put(r, inf, signed_as(0.0, neg(y)));
     }
-    return put(r, x * y, x * y);
+    const double n = is_nan(x) ? nan_times(x, y) : x * y;
+    return put(r, n, n);
 }
 
-inline Z* zSqrt_scalar(Z* r, const Z* a) {
+ZVL_SCALAR_ROUTINE Z* zSqrt_scalar(Z* r, const Z* a) {
     const double x = a->real, y = a->imag;
     if (!finite(x) || !finite(y)) return zSqrt_special(r, a);
     if (zero(x)) {

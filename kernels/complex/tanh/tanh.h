@@ -30,7 +30,7 @@ inline double zero_by_sin2(double y) {
     return static_cast<double>(0.0L * (s * c));
 }
 
-inline Z* zTanh_scalar(Z* r, const Z* a) {
+ZVL_SCALAR_ROUTINE Z* zTanh_scalar(Z* r, const Z* a) {
     const double x = a->real, y = a->imag;
     const long double Y = y;
     if (finite(x) && finite(y) && !zero(x)) {
@@ -58,6 +58,6 @@ inline Z* zTanh_scalar(Z* r, const Z* a) {
     return zero(y) ? put(r, x * x, y) : put(r, x * y, x * y);
 }
 
-inline Z* zTan_scalar(Z* r, const Z* a) { return minus_i_of_i_times<zTanh_scalar>(r, a); }
+ZVL_SCALAR_ROUTINE Z* zTan_scalar(Z* r, const Z* a) { return minus_i_of_i_times<zTanh_scalar>(r, a); }
 
 }  // namespace

@@ -21,7 +21,7 @@
 #include <vector>
 
 #include "kernels/common/fp_guard.h"
-#include "tests/kernels/complex/complex_reference.h"
+#include "tools/common/complex_reference.h"
 #include "tests/kernels/complex/ext_set.h"
 
 namespace {

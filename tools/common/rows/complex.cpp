@@ -5,13 +5,27 @@
 #include "frame/function_table.h"
 #include "frame/kernel_sets.h"
 #include "kernels/plans.h"
+#include "tools/common/complex_reference.h"
 #include "tools/common/complex_rows.h"
 #include "tools/common/rows/helpers.h"
 
 extern "C" {
+__complex__ double csqrt(__complex__ double);
 __complex__ double cexp(__complex__ double);
 __complex__ double clog(__complex__ double);
 __complex__ double clog10(__complex__ double);
+__complex__ double ccos(__complex__ double);
+__complex__ double csin(__complex__ double);
+__complex__ double ctan(__complex__ double);
+__complex__ double cacos(__complex__ double);
+__complex__ double casin(__complex__ double);
+__complex__ double catan(__complex__ double);
+__complex__ double ccosh(__complex__ double);
+__complex__ double csinh(__complex__ double);
+__complex__ double ctanh(__complex__ double);
+__complex__ double cacosh(__complex__ double);
+__complex__ double casinh(__complex__ double);
+__complex__ double catanh(__complex__ double);
 }
 
 namespace zvl_tools {
@@ -27,9 +41,22 @@ namespace {
             r[i] = ZVLComplex16{__real__ w, __imag__ w};                        \
         }                                                                       \
     }
+ZT_LOOPZ(loop_csqrt, csqrt)
 ZT_LOOPZ(loop_cexp, cexp)
 ZT_LOOPZ(loop_clog, clog)
 ZT_LOOPZ(loop_clog10, clog10)
+ZT_LOOPZ(loop_ccos, ccos)
+ZT_LOOPZ(loop_csin, csin)
+ZT_LOOPZ(loop_ctan, ctan)
+ZT_LOOPZ(loop_cacos, cacos)
+ZT_LOOPZ(loop_casin, casin)
+ZT_LOOPZ(loop_catan, catan)
+ZT_LOOPZ(loop_ccosh, ccosh)
+ZT_LOOPZ(loop_csinh, csinh)
+ZT_LOOPZ(loop_ctanh, ctanh)
+ZT_LOOPZ(loop_cacosh, cacosh)
+ZT_LOOPZ(loop_casinh, casinh)
+ZT_LOOPZ(loop_catanh, catanh)
 
 // e^x (cos y + i sin y); exp(x +- i0) is (e^x, +-0).
 void ref_exp(mpfr_ptr re, mpfr_ptr im, mpfr_srcptr x, mpfr_srcptr y) {
@@ -64,6 +91,52 @@ void ref_log(mpfr_ptr re, mpfr_ptr im, mpfr_srcptr x, mpfr_srcptr y, bool ten) {
 }
 void ref_ln(mpfr_ptr re, mpfr_ptr im, mpfr_srcptr x, mpfr_srcptr y) { ref_log(re, im, x, y, false); }
 void ref_log10(mpfr_ptr re, mpfr_ptr im, mpfr_srcptr x, mpfr_srcptr y) { ref_log(re, im, x, y, true); }
+
+// ----------------------------------------------------------------- Sqrt
+
+// f(x + iy) from the reference formulas; a quarter turn is measured at
+// iz = (-y, x), as cos z = cosh(iz), and rotated by -i where the function
+// is -i f(iz) (sin, tan, asin, atan).
+template <Ref F, bool QuarterTurn = false, bool MinusI = false>
+void ref_of(mpfr_ptr re, mpfr_ptr im, mpfr_srcptr x, mpfr_srcptr y) {
+    const double dx = mpfr_get_d(x, MPFR_RNDN), dy = mpfr_get_d(y, MPFR_RNDN);
+    if (!QuarterTurn) {
+        complex_reference(F, dx, dy, re, im);
+        return;
+    }
+    complex_reference(F, -dy, dx, re, im);
+    if (MinusI) {
+        mpfr_swap(re, im);
+        mpfr_neg(im, im, MPFR_RNDN);
+    }
+}
+
+
+// The vector members take parts in [2^-459, 2^511) and parts 2^58 apart on
+// one-root paths; the rest is scaled into the band.
+const ZRegion zsqrt_regions[] = {
+    {lg2(0.0625, 16), lg2(0.0625, 16), 3, "ordinary arguments"},
+    {lg2(kTiny, kMax), lg2(kTiny, kMax), 1, "every binade of both parts"},
+    {lg2(0.0625, 16), lg2(0x1p-70, 0x1p-50), 0.5, "near the real axis, across the balance test"},
+    {lg2(0x1p-70, 0x1p-50), lg2(0.0625, 16), 0.5, "near the imaginary axis"},
+    {lg2(0x1p-470, 0x1p-450), lg2(0x1p-470, 0x1p-450), 0.3, "the band's lower edge"},
+    {lg2(0x1p500, kMax), lg2(0x1p500, kMax), 0.3, "the band's upper edge and beyond"},
+};
+const Pair zsqrt_special[] = {
+    {3.0, 4.0},     {-3.0, -4.0},   {1e308, 1e308}, {-4.0, 1e-300}, {1e-320, 1e-320},
+    {4.0, 1e-310},  {kTiny, kMax},  {-kMax, kTiny}, {0x1p-459, 0x1p511},
+};
+constexpr ComplexRow zsqrt_row = {
+    .name = "zsqrt",
+    .exported = "VZSQRT",
+    .formula = "sqrt(z)",
+    .ref = ref_of<Ref::Sqrt>,
+    .regions = list(zsqrt_regions),
+    .special = list(zsqrt_special),
+    .timing = {lg2(0.1, 10), lg2(0.1, 10), 1, nullptr},
+    .baseline = loop_csqrt,
+    .baseline_label = "glibc csqrt loop",
+};
 
 // ------------------------------------------------------------------ Exp
 
@@ -134,7 +207,78 @@ constexpr ComplexRow zlog10_row = {
     .baseline_label = "glibc clog10 loop",
 };
 
-const ComplexRow* const kRows[] = {&zexp_row, &zln_row, &zlog10_row};
+// ------------------------------------- Trigonometric and hyperbolic
+
+// cosh, sinh, tanh of x + iy: the extended products below |x| = 2048,
+// overflow from 710 on, the angle reduced in full however large.
+const ZRegion hyp_regions[] = {
+    {lg2(0.0625, 16), lg2(0.0625, 16), 3, "ordinary arguments"},
+    {lg2(0x1p-60, 700), lg2(0x1p-60, 0x1p60), 1, "every binade of both parts up to overflow"},
+    {lin(-3, 3), lin(-40, 40), 1, "the angle across zeros of cos and sin"},
+    {lg2(kTiny, 0x1p-1000), lg2(kTiny, kMax), 0.5, "tiny and subnormal x"},
+    {lg2(700, 2100), lg2(0.0625, 16), 0.5, "x into overflow and past 2048"},
+};
+const Pair hyp_special[] = {
+    {1.0, 1.5707963267948966}, {1.0, 3.141592653589793}, {-2.0, 1e300}, {0x1p-1074, 1.0},
+    {1.0, 0x1p-1074},          {600.0, 1e300},           {710.5, 1.0},  {-1e-300, -1e-300},
+};
+// The same with the parts exchanged: the rows of cos, sin and tan, whose
+// real part is the angle.
+const ZRegion trig_regions[] = {
+    {lg2(0.0625, 16), lg2(0.0625, 16), 3, "ordinary arguments"},
+    {lg2(0x1p-60, 0x1p60), lg2(0x1p-60, 700), 1, "every binade of both parts up to overflow"},
+    {lin(-40, 40), lin(-3, 3), 1, "the angle across zeros of cos and sin"},
+    {lg2(kTiny, kMax), lg2(kTiny, 0x1p-1000), 0.5, "tiny and subnormal y"},
+    {lg2(0.0625, 16), lg2(700, 2100), 0.5, "y into overflow and past 2048"},
+};
+const Pair trig_special[] = {
+    {1.5707963267948966, 1.0}, {3.141592653589793, 1.0}, {1e300, -2.0}, {1.0, 0x1p-1074},
+    {0x1p-1074, 1.0},          {1e300, 600.0},           {1.0, 710.5},  {-1e-300, -1e-300},
+};
+// The inverses: the branch points +-1 and +-i, the unit circle, and the
+// whole range, where the results' parts are logarithms and angles.
+const ZRegion inverse_regions[] = {
+    {lg2(0.0625, 16), lg2(0.0625, 16), 3, "ordinary arguments"},
+    {lg2(kTiny, kMax), lg2(kTiny, kMax), 1, "every binade of both parts"},
+    {lg2(0.5, 2), lg2(kTiny, 0x1p-20), 1, "near the real axis and the branch points +-1"},
+    {lg2(kTiny, 0x1p-20), lg2(0.5, 2), 1, "near the imaginary axis and the branch points +-i"},
+};
+const Pair inverse_special[] = {
+    {2.0, 1e-300}, {-2.0, -1e-300}, {1.0, 1e-310}, {1e-310, 1.0}, {0.5, 0.5},
+    {1e300, 1e300}, {1e-300, 2.0},  {-1.0, 0x1p-1074},
+};
+
+#define ZT_TRIG_ROW(ROW, FN, TEXT, REF, REGIONS, SPECIAL, CIRCLE)                       \
+    constexpr ComplexRow ROW = {                                                              \
+        .name = "z" #FN,                                                                      \
+        .exported = "VZ" TEXT,                                                                \
+        .formula = #FN "(z)",                                                                 \
+        .ref = REF,                                                                           \
+        .regions = list(REGIONS),                                                             \
+        .special = list(SPECIAL),                                                             \
+        .circle = CIRCLE,                                                                     \
+        .timing = {lg2(0.1, 10), lg2(0.1, 10), 1, nullptr},                                   \
+        .baseline = loop_c##FN,                                                               \
+        .baseline_label = "glibc c" #FN " loop",                                              \
+    };
+ZT_TRIG_ROW(zcos_row, cos, "COS", (ref_of<Ref::Cosh, true>), trig_regions, trig_special, 0)
+ZT_TRIG_ROW(zsin_row, sin, "SIN", (ref_of<Ref::Sinh, true, true>), trig_regions, trig_special, 0)
+ZT_TRIG_ROW(ztan_row, tan, "TAN", (ref_of<Ref::Tanh, true, true>), trig_regions, trig_special, 0)
+ZT_TRIG_ROW(zacos_row, acos, "ACOS", ref_of<Ref::Acos>, inverse_regions, inverse_special, 1)
+ZT_TRIG_ROW(zasin_row, asin, "ASIN", (ref_of<Ref::Asinh, true, true>), inverse_regions, inverse_special, 1)
+ZT_TRIG_ROW(zatan_row, atan, "ATAN", (ref_of<Ref::Atanh, true, true>), inverse_regions, inverse_special, 1)
+ZT_TRIG_ROW(zcosh_row, cosh, "COSH", ref_of<Ref::Cosh>, hyp_regions, hyp_special, 0)
+ZT_TRIG_ROW(zsinh_row, sinh, "SINH", ref_of<Ref::Sinh>, hyp_regions, hyp_special, 0)
+ZT_TRIG_ROW(ztanh_row, tanh, "TANH", ref_of<Ref::Tanh>, hyp_regions, hyp_special, 0)
+ZT_TRIG_ROW(zacosh_row, acosh, "ACOSH", ref_of<Ref::Acosh>, inverse_regions, inverse_special, 1)
+ZT_TRIG_ROW(zasinh_row, asinh, "ASINH", ref_of<Ref::Asinh>, inverse_regions, inverse_special, 1)
+ZT_TRIG_ROW(zatanh_row, atanh, "ATANH", ref_of<Ref::Atanh>, inverse_regions, inverse_special, 1)
+#undef ZT_TRIG_ROW
+
+const ComplexRow* const kRows[] = {&zsqrt_row,  &zexp_row,   &zln_row,    &zlog10_row, &zcos_row,
+                                   &zsin_row,   &ztan_row,   &zacos_row,  &zasin_row,  &zatan_row,
+                                   &zcosh_row,  &zsinh_row,  &ztanh_row,  &zacosh_row, &zasinh_row,
+                                   &zatanh_row};
 
 const ComplexRow* row_of(const char* exported) {
     for (const ComplexRow* r : kRows)

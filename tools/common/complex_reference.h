@@ -1,5 +1,5 @@
-// Complex reference values from MPFR, for the accuracy test of the complex
-// scalar routines. Each function is evaluated by a formula of its own
+// Complex reference values from MPFR, for the complex functions' measuring
+// rows and the accuracy test of their scalar routines. Each function is evaluated by a formula of its own
 // (not the routines' schemes) at a working precision that doubles until
 // two successive results agree to 2^-90 in each part, so that the
 // cancellations of the formulas near branch points cost nothing but time.

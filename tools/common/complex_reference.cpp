@@ -1,4 +1,4 @@
-#include "tests/kernels/complex/complex_reference.h"
+#include "tools/common/complex_reference.h"
 
 namespace {
 

@@ -1,0 +1,34 @@
+// The kernels of complex Sqrt: the thin kernel over zSqrt_scalar at cpu
+// type 0, zSqrt_fast's loop at 1, and the block form over zSqrt_parts from
+// 2 up (see plan.h).
+#pragma once
+
+#include "kernels/common/unit.h"
+#include "kernels/complex/scalars.h"
+#include "kernels/complex/sqrt/plan.h"
+#include "kernels/complex/sqrt/sqrt_lanes.h"
+
+namespace {
+
+struct ZSqrtThin {
+    using form = forms::Thin;
+    static void element(ZVLComplex16* r, const ZVLComplex16* z) { zSqrt_scalar(r, z); }
+};
+struct ZSqrtFast {
+    using form = forms::Thin;
+    static void element(ZVLComplex16* r, const ZVLComplex16* z) { zSqrt_fast(r, z); }
+};
+struct ZSqrtLanes {
+    template <class V>
+    static int lanes(typename V::vd x, typename V::vd y, typename V::vd& re, typename V::vd& im) {
+        return zSqrt_parts<V>(x, y, re, im);
+    }
+    static void scalar(ZVLComplex16* r, const ZVLComplex16* z) { zSqrt_slow(r, z); }
+};
+
+using ZSqrtFamily = PlannedFamily<zvl::plans::zSqrt, Shape<1, 1, ZVLComplex16>, Letter<'T', ZSqrtThin>,
+                                  Letter<'F', ZSqrtFast>, Letter<'V', ZPerVector<ZSqrtLanes>>>;
+
+}  // namespace
+
+ZVL_KERNELS_Z1(Sqrt, ZSqrtFamily)

@@ -1,5 +1,5 @@
-// Double-word steps the error functions add to kernels/common/double_word.h:
-// the 26-bit split by mask and Dekker's product from it.
+// The double-word step the error functions add to kernels/common/double_word.h:
+// the 26-bit split by mask.
 //
 // Included inside an unnamed namespace context, as isa.h.
 #pragma once
@@ -15,18 +15,6 @@ namespace {
 template <class V>
 inline typename V::vd split_hi(typename V::vd a) {
     return split<V, 26>(a).hi;
-}
-
-// p + q == a * b up to the product of the two 27-bit rests (below 2^-105
-// relative): Dekker's product from 27-bit splits, without fused
-// multiply-add.
-template <class V>
-inline void two_prod(typename V::vd a, typename V::vd b, typename V::vd& p, typename V::vd& q) {
-    const typename V::vd ah = split_hi<V>(a), al = V::sub(a, ah);
-    const typename V::vd bh = split_hi<V>(b), bl = V::sub(b, bh);
-    p = V::mul(a, b);
-    q = V::add(V::add(V::add(V::sub(V::mul(ah, bh), p), V::mul(ah, bl)), V::mul(al, bh)),
-               V::mul(al, bl));
 }
 
 }  // namespace

@@ -8,10 +8,11 @@
 // (quarter-binades from 0.25 up to 28). For negative x the result is 2
 // minus their product.
 //
-//   HA  x^2 in two parts; G with its constant and linear terms in two parts
-//       and a two-sum; E times G from 26-bit splits; 2 minus it by a
-//       two-sum; from 26.54 on, where the result may be subnormal, the
-//       product is aligned so that it rounds once.
+//   HA  x^2 in two parts; G = C + L y + (Q y) y with C and L in two parts,
+//       L_hi y and (Q y) y from 26-bit splits added to C by fast two-sums;
+//       E times G from 26-bit splits; 2 minus it by a two-sum; from 26.54
+//       on, where the result may be subnormal, the product is aligned so
+//       that it rounds once.
 //   LA  x^2 in two parts, everything else in plain arithmetic.
 //   EP  as LA with x^2 in one part and exp(r) by degree 3.
 //
@@ -205,13 +206,20 @@ struct ErfcHA : ErfcLanes<ErfcHA> {
         // G = g(w) = C + L y + y^2 Q(y), as gh + gl
         vd c[16], y;
         const vd Q = erfc_high_terms<V>(w, c, y);
-        vd s, e, ph, pl, gh, gl;
-        two_sum<V>(c[3], V::mul(Q, y), s, e);  // L_hi + Q y
-        e = V::add(e, c[2]);                     // + L_lo
-        two_prod<V>(s, y, ph, pl);               // (s + e) y
-        pl = V::add(pl, V::mul(e, y));
-        two_sum<V>(c[1], ph, gh, gl);  // + C_hi
-        gl = V::add(gl, V::add(pl, c[0]));
+        // L_hi y and y (Q y) from 26-bit parts: Lh yh and ph yh are exact,
+        // and what they leave is below 2^-26 of them. Each interval has
+        // |L y| below C, and y^2 Q below C + L y, so the fast two-sums hold.
+        const vd yh = split_hi<V>(y), yl = V::sub(y, yh);
+        const vd Lh = split_hi<V>(c[3]), Ll = V::sub(c[3], Lh);
+        const vd qy = V::mul(Q, y);
+        const vd ph = split_hi<V>(qy), pl = V::sub(qy, ph);
+        vd gh, gl, e;
+        fast_two_sum<V>(c[1], V::mul(Lh, yh), gh, gl);  // C_hi + Lh yh
+        fast_two_sum<V>(gh, V::mul(ph, yh), gh, e);     // + ph yh
+        const vd rest = V::add(V::add(V::add(V::mul(Lh, yl), V::mul(Ll, y)),
+                                      V::add(V::mul(ph, yl), V::mul(pl, y))),
+                               V::add(V::mul(c[2], y), c[0]));
+        gl = V::add(V::add(gl, e), rest);
         fast_two_sum<V>(gh, gl, gh, gl);
         // E = exp(-w^2) as T_hi + (T_lo + T p)
         vd sq, sl, T_hi, T_lo, p, scale;

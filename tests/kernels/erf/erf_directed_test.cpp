@@ -9,6 +9,7 @@
 #include <random>
 #include <vector>
 
+#include "kernels/erf/erfc/data.h"
 #include "tests/common/capture.h"
 #include "tests/kernels/erf/bodies.h"
 #include "zvl.h"
@@ -174,6 +175,28 @@ TEST(ErfDirected, ErfcTailBelowTheBoundIsSilent) {
             EXPECT_EQ(st[i], 0) << a[i];
             EXPECT_GT(r[i], 0.0) << a[i];
             if (i > 0) EXPECT_LE(r[i], r[i - 1]) << "not falling at " << a[i];
+        }
+    }
+}
+
+// Erfc HA adds L_hi y and then y^2 Q(y) to C_hi by fast two-sums, which are
+// exact only while each addend's exponent stays at most the sum's so far:
+// every interval of the table, to its end, keeps |L y| below C and y^2 Q
+// below C + L y.
+TEST(ErfDirected, ErfcIntervalsKeepTheFastTwoSumsExact) {
+    for (int k = 0; k < 28; ++k) {
+        const double* c = zvl::kErfcTable[k];
+        const double start = zvl::kErfcStarts[k][0];
+        const double end = k == 0 ? 0.25 : k == 27 ? 27.3 : zvl::kErfcStarts[k + 1][0];
+        for (int i = 0; i <= 64; ++i) {
+            const double y = (end - start) * i / 64;
+            double q = c[15];
+            for (int m = 14; m >= 4; --m) q = q * y + c[m];
+            const double ly = c[3] * y;
+            EXPECT_GE(std::ilogb(c[1]), std::ilogb(ly)) << "entry " << k << " y " << y;
+            if (ly != 0.0)
+                EXPECT_GE(std::ilogb(c[1] + ly), std::ilogb(q * y * y))
+                    << "entry " << k << " y " << y;
         }
     }
 }

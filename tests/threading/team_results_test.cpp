@@ -114,8 +114,17 @@ void run_on_team(const Row& f, const Kernel& k, const Args& x, int n, Results* o
                                              out->r2.data(), 0, 0);
             break;
         case Shape::Z2:
+            zel_zvl_service_threader_z_2i_1o(reinterpret_cast<zvl::KernelZ2>(k.fn), n,
+                                             reinterpret_cast<const ZVLComplex16*>(x.a.data()),
+                                             reinterpret_cast<const ZVLComplex16*>(x.b.data()),
+                                             reinterpret_cast<ZVLComplex16*>(r), 0, 0);
+            break;
         case Shape::ZX:
-            FAIL() << "no arithmetic row of this shape yet";
+            zel_zvl_service_threader_z_cz_2i_z_1o(reinterpret_cast<zvl::KernelZx>(k.fn), n,
+                                                  reinterpret_cast<const ZVLComplex16*>(x.a.data()),
+                                                  reinterpret_cast<const ZVLComplex16*>(x.bp()),
+                                                  reinterpret_cast<ZVLComplex16*>(r), 0, 0);
+            break;
     }
 }
 

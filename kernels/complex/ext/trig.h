@@ -31,6 +31,8 @@ struct ExtTrig {
 #include "kernels/complex/ext/table_sincos.inc"
     };
     static constexpr long double three_part = 0x1p17L;
+    // above it, |x| - n pi/64 has no heavy cancellation left to fear
+    static constexpr long double no_cancel = 0x1p-20L;
     static constexpr long double five_part = 0x1p30L;
 };
 
@@ -126,7 +128,18 @@ inline int reduce_octant(long double ax, Pair* r) {
 inline int reduce_pio64(long double ax, Pair* r) {
     if (ax < ExtTrig::three_part) {
         const Rounded q = round_to_int(ax * Ext::sixtyfour_over_pi);
-        *r = reduce_parts(ax, q.value, Ext::pio64_4);
+        const long double nf = q.value;
+        const long double s = ax - nf * Ext::pio64_4[0];  // exact
+        const long double p1 = nf * Ext::pio64_4[1];     // exact, below 2^-24
+        if (ext_abs(s) > ExtTrig::no_cancel) {
+            // s - p1 cancels no more than a bit: a fast two-sum is exact, and
+            // n times the third part (below 2^-66) joins the low part
+            const Pair h = fast_two_sum(s, -p1);
+            const long double lo = h.lo - (nf * Ext::pio64_4[2] + nf * Ext::pio64_4[3]);
+            *r = fast_two_sum(h.hi, lo);
+        } else {
+            *r = reduce_parts(ax, nf, Ext::pio64_4);
+        }
         return static_cast<int>(q.n);
     }
     Pair o;

@@ -21,24 +21,25 @@
 //
 // Every routine needs the x87 control word's precision and rounding field
 // (0x0F00) at 0x0300, 64-bit significand and round to nearest; the complex
-// kernels set it on entry. Results are within about an ulp of the extended
-// format (two for tan, asin and acos), 2^-62 relative or better, so that
-// the complex routines round their results to double once with a margin of
-// three thousand. The routines on the complex functions' common paths
-// (sincos, sinhcosh, atan2, log, sqrt) are table-driven with short
-// polynomials and one division at most, for speed; the others keep exact
+// kernels set it on entry. Results are within about an ulp of the
+// extended format (two and a half for tan, asin and acos), 2^-61 relative
+// or better, hundreds of times below the half ulp of double to which the
+// complex routines round their results once. The routines on the complex
+// functions' common paths (sincos, sinhcosh, atan2, log, sqrt) are
+// table-driven with short polynomials and two divisions at most, for
+// speed; the others keep exact
 // pair arithmetic. Worst errors found against MPFR (ext_accuracy_test with
-// ZVL_EXT_SAMPLES=10, 0.09 to 0.18 million arguments each), in ulps of the
+// ZVL_EXT_SAMPLES=40, 0.36 to 0.73 million arguments each), in ulps of the
 // extended format:
 //   ext_sqrt   0.500                       ext_sinh   0.961 at -0.009118708583
-//   ext_log    0.502 at 1.007320099127     ext_cosh   0.507 at 0.9926817441
-//   ext_log1p  0.503 at 0.007637635156     ext_tanh   0.504 at 0.0006442329817
-//   ext_exp    0.501 at -2856.479819428    ext_asin   1.871 at -3.588235261e-09
-//   ext_sin    0.997 at 0.02711905806      ext_acos   1.776 at 0.9999999999072
-//   ext_cos    0.977 at -1504485.133068    ext_atan   1.045 at -0.008782593546
-//   ext_tan    2.202 at -7.887262486130    ext_atan2  1.006
-//   ext_asinh  0.500                       ext_acosh  0.506 at 1.000028389232
-//   ext_atanh  0.503 at 0.003743208565     ext_reduce_pio4 below 0.001 of the
+//   ext_log    0.504 at 0.9944359370970    ext_cosh   0.504 at -0.9293719088
+//   ext_log1p  0.504 at 0.007391513139     ext_tanh   0.507 at -0.0006598816484
+//   ext_exp    0.502 at -0.06391633036     ext_asin   2.017 at 0.001849460961
+//   ext_sin    1.026 at -9.400089469261    ext_acos   1.815 at 0.9999988676473
+//   ext_cos    1.057 at 16989778.64829     ext_atan   1.063 at 0.007978594239
+//   ext_tan    2.558 at 1.602878047775     ext_atan2  1.016
+//   ext_asinh  0.503 at 0.006236316658     ext_acosh  0.504 at 1.000017520413
+//   ext_atanh  0.502 at -0.002821238533    ext_reduce_pio4 below 0.001 of the
 //                                                          remainder's ulp
 // Results below 2^-16382, subnormal in the format, may be rounded twice.
 //

@@ -10,6 +10,9 @@
 //                         T_hi rounded to 64 bits and T_lo the rest
 //   ext_tables exp        256 rows T_hi, T_lo: 2^(j/256) in two parts
 //   ext_tables atan       65 rows A_hi, A_lo: atan(j/64) in two parts
+//   ext_tables sincos     17 rows S, C, S_lo, C_lo: sin and cos of j pi/64 in
+//                         two parts, the high as long double, the low as double
+//   ext_tables sinhcosh   65 rows likewise: sinh and cosh of j/64
 //   ext_tables pio4       4/pi in chunks of 31 bits: chunk 0 is the integer
 //                         part 1, chunk i the bits of weight 2^(-31i) up to
 //                         2^(-31i+30); enough chunks to reduce every finite
@@ -161,6 +164,44 @@ void write_atan() {
     mpfr_clear(t);
 }
 
+// Row j of a rotation table: f(t) and g(t) for t = j * step (step = pi/64 or
+// 1/64), each as the long double nearest it and the double nearest the rest.
+template <class F>
+void write_rotation(const char* arg, const char* rule, int rows, bool pi_step, F fg) {
+    header(arg, rule);
+    mpfr_t t, f, g, hi, lo;
+    mpfr_inits2(kPrec, t, f, g, hi, lo, static_cast<mpfr_ptr>(nullptr));
+    char sl[40], cl[40];
+    for (int j = 0; j < rows; ++j) {
+        if (pi_step) mpfr_const_pi(t, MPFR_RNDN); else mpfr_set_ui(t, 1, MPFR_RNDN);
+        mpfr_mul_ui(t, t, static_cast<unsigned long>(j), MPFR_RNDN);
+        mpfr_div_2ui(t, t, 6, MPFR_RNDN);
+        fg(f, g, t);
+        take_part(hi, lo, f, 64);
+        const std::string S = ld_literal(hi);
+        zvl_tables::put_hex(mpfr_get_d(lo, MPFR_RNDN), sl, sizeof sl);
+        take_part(hi, lo, g, 64);
+        const std::string C = ld_literal(hi);
+        zvl_tables::put_hex(mpfr_get_d(lo, MPFR_RNDN), cl, sizeof cl);
+        std::printf("{%s, %s, %s, %s},  // %d\n", S.c_str(), C.c_str(), sl, cl, j);
+    }
+    mpfr_clears(t, f, g, hi, lo, static_cast<mpfr_ptr>(nullptr));
+}
+
+void write_sincos() {
+    write_rotation("sincos",
+                   "row j is S, C, S_lo, C_lo: S and C the long doubles nearest sin(j pi/64)\n"
+                   "// and cos(j pi/64), S_lo and C_lo the doubles nearest the rests.",
+                   17, true, [](mpfr_ptr f, mpfr_ptr g, mpfr_srcptr t) { mpfr_sin_cos(f, g, t, MPFR_RNDN); });
+}
+
+void write_sinhcosh() {
+    write_rotation("sinhcosh",
+                   "row j is S, C, S_lo, C_lo: S and C the long doubles nearest sinh(j/64)\n"
+                   "// and cosh(j/64), S_lo and C_lo the doubles nearest the rests.",
+                   65, false, [](mpfr_ptr f, mpfr_ptr g, mpfr_srcptr t) { mpfr_sinh_cosh(f, g, t, MPFR_RNDN); });
+}
+
 // The largest finite extended value is below 2^16384 = 2^63 * 2^16321: the
 // reduction skips the chunks whose products are multiples of 8 and then
 // takes 8 chunks, so 536 chunks cover every exponent.
@@ -221,6 +262,23 @@ void put_poly(const char* name, const char* comment, int first, int step, int co
     mpfr_clear(c);
 }
 
+// The same with the coefficients rounded to doubles, for the short
+// polynomials whose terms stay far below the result.
+template <class F>
+void put_dpoly(const char* name, const char* comment, int first, int step, int count, F coef) {
+    mpfr_t c;
+    mpfr_init2(c, kPrec);
+    char h[40];
+    std::printf("// %s\nstatic constexpr double %s[%d] = {\n", comment, name, count);
+    for (int i = 0; i < count; ++i) {
+        coef(c, first + i * step);
+        zvl_tables::put_hex(mpfr_get_d(c, MPFR_RNDN), h, sizeof h);
+        std::printf("    %s,  // %s\n", h, decimal(c).c_str());
+    }
+    std::printf("};\n");
+    mpfr_clear(c);
+}
+
 // (-1)^sign_k / k!, 1/k! when alternate is false.
 void inv_factorial(mpfr_ptr c, int k, bool alternate) {
     mpfr_fac_ui(c, static_cast<unsigned long>(k), MPFR_RNDN);
@@ -238,30 +296,31 @@ void write_constants() {
 
     const int w64[] = {64};
     const int w2[] = {64, 64};
-    const int w3[] = {46, 46, 64};
     const int w5[] = {33, 33, 33, 33, 64};
+    const int w4[] = {42, 42, 42, 64};
     const int wexp[] = {42, 41, 64};
     const int wln2[] = {48, 64};
 
     mpfr_const_pi(v, MPFR_RNDN);
     mpfr_div_2ui(v, v, 2, MPFR_RNDN);
     put_parts("pio4", "pi/4 in two parts", v, w2, 2);
-    put_parts("pio4_3", "pi/4 in parts of 46, 46 and 64 bits: j times each of the first two is\n"
-                        "// exact for j below 2^18",
-              v, w3, 3);
     put_parts("pio4_5", "pi/4 in parts of 33 bits and a last of 64: j times each of the first\n"
                         "// four is exact for j below 2^31",
               v, w5, 5);
-    mpfr_mul_2ui(v, v, 1, MPFR_RNDN);
+    mpfr_div_2ui(v, v, 4, MPFR_RNDN);
+    put_parts("pio64_4", "pi/64 in parts of 42, 42, 42 and 64 bits: n times each of the first\n"
+                         "// three is exact for n below 2^22",
+              v, w4, 4);
+    mpfr_ui_div(v, 1, v, MPFR_RNDN);
+    put_parts("sixtyfour_over_pi", "64/pi", v, w64, 1);
+    mpfr_const_pi(v, MPFR_RNDN);
+    mpfr_div_2ui(v, v, 1, MPFR_RNDN);
     put_parts("pio2", "pi/2 in two parts", v, w2, 2);
     mpfr_mul_2ui(v, v, 1, MPFR_RNDN);
     put_parts("pi", "pi in two parts", v, w2, 2);
     mpfr_ui_div(v, 4, v, MPFR_RNDN);
     mpfr_div_2ui(v, v, 1, MPFR_RNDN);
     put_parts("two_over_pi", "2/pi", v, w64, 1);
-    mpfr_set_ui(v, 1, MPFR_RNDN);
-    mpfr_div_ui(v, v, 6, MPFR_RNDN);
-    put_parts("sixth", "1/6 in two parts, the leading coefficient of sin r - r", v, w2, 2);
 
     mpfr_const_log2(v, MPFR_RNDN);
     put_parts("ln2", "ln 2 in parts of 48 and 64 bits: e times the first is exact for every\n"
@@ -283,12 +342,24 @@ void write_constants() {
                  mpfr_set_si(c, k % 2 ? 1 : -1, MPFR_RNDN);
                  mpfr_div_si(c, c, k, MPFR_RNDN);
              });
-    put_poly("sin_poly", "sin r - r = r^3 (c[0] + r^2 (c[1] + ...)), c[i] = (-1)^(i+1)/(2i + 3)!,\n"
-                         "// for |r| <= pi/4: the first term left out, r^21/21!, is below 2^-72 |r|",
-             3, 2, 9, [](mpfr_ptr c, int k) { inv_factorial(c, k, true); });
-    put_poly("cos_poly", "cos r - 1 + r^2/2 = r^4 (c[0] + r^2 (c[1] + ...)), c[i] = (-1)^i/(2i + 4)!,\n"
-                         "// for |r| <= pi/4: the first term left out, r^22/22!, is below 2^-77",
-             4, 2, 9, [](mpfr_ptr c, int k) { inv_factorial(c, k, true); });
+    put_dpoly("log_small", "ln(1 + r) - r + r^2/2 = r^3 (c[0] + r (c[1] + ...)), c[i] = (-1)^i/(i + 3),\n"
+                           "// for |r| <= 2^-8.9: the first term left out, r^9/9, is below 2^-74 |r|",
+              3, 1, 6, [](mpfr_ptr c, int k) {
+                  mpfr_set_si(c, k % 2 ? 1 : -1, MPFR_RNDN);
+                  mpfr_div_si(c, c, k, MPFR_RNDN);
+              });
+    put_dpoly("sin_small", "sin r - r = r^3 (c[0] + r^2 (c[1] + ...)), c[i] = (-1)^(i+1)/(2i + 3)!,\n"
+                           "// for |r| <= pi/128: the first term left out, r^11/11!, is below 2^-78 |r|",
+              3, 2, 4, [](mpfr_ptr c, int k) { inv_factorial(c, k, true); });
+    put_dpoly("cos_small", "cos r - 1 = r^2 (c[0] + r^2 (c[1] + ...)), c[i] = (-1)^(i+1)/(2i + 2)!,\n"
+                           "// for |r| <= pi/128: the first term left out, r^10/10!, is below 2^-75",
+              2, 2, 4, [](mpfr_ptr c, int k) { inv_factorial(c, k, true); });
+    put_dpoly("sinh_small", "sinh r - r = r^3 (c[0] + r^2 (c[1] + ...)), c[i] = 1/(2i + 3)!, for\n"
+                            "// |r| <= 1/128: the first term left out, r^9/9!, is below 2^-74 |r|",
+              3, 2, 3, [](mpfr_ptr c, int k) { inv_factorial(c, k, false); });
+    put_dpoly("cosh_small", "cosh r - 1 = r^2 (c[0] + r^2 (c[1] + ...)), c[i] = 1/(2i + 2)!, for\n"
+                            "// |r| <= 1/128: the first term left out, r^8/8!, is below 2^-71",
+              2, 2, 3, [](mpfr_ptr c, int k) { inv_factorial(c, k, false); });
     put_poly("atan_poly", "atan t - t = t^3 (c[0] + t^2 (c[1] + ...)), c[i] = (-1)^(i+1)/(2i + 3),\n"
                           "// for |t| <= 2^-7: the first term left out, t^11/11, is below 2^-73 |t|",
              3, 2, 4, [](mpfr_ptr c, int k) {
@@ -306,6 +377,7 @@ struct Target {
 const Target kTargets[] = {
     {"sqrt", write_sqrt}, {"log", write_log},   {"exp", write_exp},
     {"atan", write_atan}, {"pio4", write_pio4}, {"constants", write_constants},
+    {"sincos", write_sincos}, {"sinhcosh", write_sinhcosh},
 };
 
 }  // namespace
@@ -319,6 +391,6 @@ int main(int argc, char** argv) {
             }
         }
     }
-    std::fprintf(stderr, "usage: ext_tables sqrt|log|exp|atan|pio4|constants\n");
+    std::fprintf(stderr, "usage: ext_tables sqrt|log|exp|atan|pio4|constants|sincos|sinhcosh\n");
     return 2;
 }

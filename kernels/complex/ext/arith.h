@@ -56,6 +56,15 @@ inline long double pow2(int k) {
     return ext_make(uint64_t{1} << 63, static_cast<unsigned>(k + 16383));
 }
 
+// 2^k for |k| below 1000, through a double: one load, where
+// pow2 would store the extended value in two pieces and read it whole.
+inline long double pow2_near(int k) {
+    const uint64_t b = static_cast<uint64_t>(1023 + k) << 52;
+    double d;
+    std::memcpy(&d, &b, sizeof d);
+    return d;
+}
+
 // x * 2^k for any k with x * 2^k in or near the format's range; one
 // rounding at most, at the second product when the result is subnormal.
 inline long double scale2(long double x, int k) {
@@ -140,6 +149,38 @@ inline long double horner(const long double (&c)[N], long double z) {
     long double p = c[N - 1];
     for (int i = N - 2; i >= First; --i) p = c[i] + z * p;
     return p;
+}
+
+// The same over coefficients stored as doubles, for short polynomials whose
+// terms stay far below the result.
+template <int N>
+inline long double horner(const double (&c)[N], long double z) {
+    long double p = c[N - 1];
+    for (int i = N - 2; i >= 0; --i) p = c[i] + z * p;
+    return p;
+}
+
+// A row of a rotation table: f(t) = S + S_lo and g(t) = C + C_lo at a table
+// point t (sin and cos, or sinh and cosh).
+struct RotRow {
+    long double S, C;
+    double S_lo, C_lo;
+};
+
+// f(t + r) and g(t + r) from the row's f(t), g(t) and from sr = f(r) - r and
+// cr = g(r) - 1, with r = rh + rl: the addition theorems
+//   sin(t + r) = S cos r + C sin r,      cos(t + r) = C cos r - S sin r,
+//   sinh(t + r) = S cosh r + C sinh r,   cosh(t + r) = C cosh r + S sinh r,
+// so g's S term has the sign `g_sign` (-1 or +1). The leading terms S and
+// C rh are added last; rl's second-order terms are below 2^-120.
+inline void rotate(const RotRow& t, bool s_neg, long double rh, long double rl, long double sr,
+                   long double cr, long double g_sign, long double* f, long double* g) {
+    const long double S = s_neg ? -t.S : t.S, S_lo = s_neg ? -t.S_lo : t.S_lo;
+    const long double sin_r = sr + rl;  // f(r) - rh
+    const long double f_lo = (S_lo + S * cr) + (t.C * sin_r + t.C_lo * rh);
+    const long double g_lo = (t.C_lo + t.C * cr) + g_sign * (S * sin_r + S_lo * rh);
+    *f = S + (t.C * rh + f_lo);
+    *g = t.C + (g_sign * (S * rh) + g_lo);
 }
 
 // One result of a routine with two (sincos, sinhcosh): I = 0 the first.

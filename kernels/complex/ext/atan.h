@@ -1,14 +1,13 @@
 // ext_atan, ext_atan2, ext_asin, ext_acos.
 //
-// One core: atan of a pair y in [0, 1]. With c = j/64 the nearest table
-// point, atan y = atan c + atan t, t = (y - c)/(1 + y c), |t| <= 2^-7; y - c
-// is exact, 1 + y c and the quotient are taken as pairs, and atan t comes
-// from its Taylor polynomial to t^9. atan2 of pairs divides the smaller
-// magnitude by the larger (a pair quotient) and folds with pi/2 - a and
-// pi - a as pairs; atan x is atan2(x, 1) without the
-// division for |x| <= 1. asin x = atan2(x, sqrt(1 - x^2)) and
-// acos x = atan2(sqrt(1 - x^2), x), with 1 - x^2 = (1 - x)(1 + x) as a pair
-// and its root from ext_sqrt corrected to a pair.
+// One core: atan(a/b) for pairs 0 <= a <= b. With c = j/64 the table point
+// nearest a/b, atan(a/b) = atan c + atan t, t = (a - c b)/(b + c a),
+// |t| <= 2^-7; a - c b is formed without rounding its large part, and atan t
+// comes from its Taylor polynomial to t^9: two divisions in all, within
+// about an ulp. atan2 folds with pi/2 - a and pi - a as pairs; atan x is
+// atan2(x, 1). asin x = atan2(x, sqrt(1 - x^2)) and
+// acos x = atan2(sqrt(1 - x^2), x), with 1 - x^2 = (1 - x)(1 + x) and its
+// root from ext_sqrt, within about two ulps.
 //
 // Special values as C99 Annex F: atan2 of signed zeros gives +-0 or +-pi,
 // infinities give multiples of pi/4, a NaN argument gives x + y; atan(+-inf)
@@ -27,20 +26,25 @@ struct ExtAtan {
     static constexpr long double far = 0x1p66L;
 };
 
-// atan(y.hi + y.lo) for y.hi in [0, 1], as a pair.
-inline Pair atan_unit(Pair y) {
-    const Rounded j = round_to_int(y.hi * 64.0L);
+// atan(a/b) for pairs 0 <= a <= b, b.hi normal and below 2^16370, as a
+// pair: c = j/64 nearest a/b (j has at most six significant bits), and
+// atan(a/b) = atan c + atan t with t = (a - c b)/(b + c a), |t| <= 2^-7.
+// b.hi is split into 58 and 6 bits, so that c b.hi's parts are exact and
+// a.hi - c b_58 is exact (a/b is within a factor 2 of c, or c = 0): t then
+// carries three roundings and two divisions are all the routine takes.
+inline Pair atan_ratio(Pair a, Pair b) {
+    const Rounded j = round_to_int(a.hi / b.hi * 64.0L);
     const long double c = j.value * 0x1p-6L;
-    // 1 + y c as a pair, then t = (y - c)/(1 + y c), y.hi - c exact
-    const Pair yc = two_prod(y.hi, c);
-    const Pair d = fast_two_sum(1.0L, yc.hi);
-    const Pair t = div_pair({y.hi - c, y.lo}, {d.hi, d.lo + yc.lo + y.lo * c});
-    const long double z = t.hi * t.hi;
-    const Pair a = fast_two_sum(t.hi, t.lo + t.hi * z * horner(Ext::atan_poly, z));
+    const long double bt = b.hi * 65.0L;
+    const long double b58 = bt - (bt - b.hi), b6 = b.hi - b58;
+    const long double N = ((a.hi - c * b58) - c * b6) + (a.lo - c * b.lo);
+    const long double D = b.hi + (c * a.hi + (b.lo + c * a.lo));
+    const long double t = N / D;
+    const long double z = t * t;
     const Pair& A = ExtAtan::table[j.n];
-    // atan c >= 2^-6 > |atan t| unless c = 0
-    const Pair s = fast_two_sum(A.hi, a.hi);
-    return {s.hi, s.lo + (A.lo + a.lo)};
+    // atan c >= 2^-6 > |t| unless c = 0
+    const Pair s = fast_two_sum(A.hi, t);
+    return {s.hi, s.lo + (A.lo + t * z * horner(Ext::atan_poly, z))};
 }
 
 // pi/2 - a and pi - a for a in [0, pi/2], the high parts by exact two-sums.
@@ -59,7 +63,7 @@ inline Pair pi_minus(Pair a) {
 inline Pair atan2_core(Pair Y, Pair X) {
     const bool xneg = X.hi < 0;
     const Pair ax = xneg ? Pair{-X.hi, -X.lo} : X;
-    Pair a = Y.hi <= ax.hi ? atan_unit(div_pair(Y, ax)) : pio2_minus(atan_unit(div_pair(ax, Y)));
+    Pair a = Y.hi <= ax.hi ? atan_ratio(Y, ax) : pio2_minus(atan_ratio(ax, Y));
     if (xneg) a = pi_minus(a);
     return a;
 }
@@ -71,15 +75,8 @@ inline long double ext_atan(long double x) {
         return ext_neg_if(Ext::pio2[0] + (Ext::pio2[1] - 1.0L / ax), x < 0);
     }
     if (ax < Ext::tiny33) return x;
-    Pair a;
-    if (ax <= 1.0L) {
-        a = atan_unit({ax, 0.0L});
-    } else {
-        // 1/ax as a pair: its residual 1 - ax y is exact
-        const long double y = 1.0L / ax;
-        const Pair p = two_prod(ax, y);
-        a = pio2_minus(atan_unit({y, ((1.0L - p.hi) - p.lo) * y}));
-    }
+    const Pair a = ax <= 1.0L ? atan_ratio({ax, 0.0L}, {1.0L, 0.0L})
+                              : pio2_minus(atan_ratio({1.0L, 0.0L}, {ax, 0.0L}));
     return ext_neg_if(a.hi + a.lo, x < 0);
 }
 
@@ -109,6 +106,8 @@ inline long double ext_atan2(long double y, long double x) {
         // |y/x| < 2^-39: atan q = q - q^3/3 rounds to q, and a division
         // rounds q once even where it is subnormal
         return y / x;
+    } else if (ex > 16383 - 8000 && ex < 16383 + 8000 && ey > 16383 - 8000 && ey < 16383 + 8000) {
+        a = atan2_core({ext_abs(y), 0.0L}, {x, 0.0L});
     } else {
         // scale both by the same power of two so that the larger is near 1
         const int k = (ex > ey ? ex : ey) - 16383;
@@ -117,11 +116,8 @@ inline long double ext_atan2(long double y, long double x) {
     return ext_neg_if(a.hi + a.lo, yneg);
 }
 
-// sqrt(1 - x^2) for |x| < 1 as a pair.
-inline Pair cos_of_asin(long double ax) {
-    const Pair d = two_sum(1.0L, -ax), s = two_sum(1.0L, ax);
-    return sqrt_pair(mul_pair(d, s));
-}
+// sqrt(1 - x^2) for |x| < 1, (1 - x) exact from 1/2 up.
+inline Pair cos_of_asin(long double ax) { return {ext_sqrt((1.0L - ax) * (1.0L + ax)), 0.0L}; }
 
 inline long double ext_asin(long double x) {
     if (x != x) return x * x;

@@ -21,20 +21,26 @@
 //
 // Every routine needs the x87 control word's precision and rounding field
 // (0x0F00) at 0x0300, 64-bit significand and round to nearest; the complex
-// kernels set it on entry. Results are within about half an ulp of the
-// extended format, so that the complex routines can round their results to
-// double once. Worst errors found against MPFR (ext_accuracy_test with
+// kernels set it on entry. Results are within about an ulp of the
+// extended format (two and a half for tan, asin and acos), 2^-61 relative
+// or better, hundreds of times below the half ulp of double to which the
+// complex routines round their results once. The routines on the complex
+// functions' common paths (sincos, sinhcosh, atan2, log, sqrt) are
+// table-driven with short polynomials and two divisions at most, for
+// speed; the others keep exact
+// pair arithmetic. Worst errors found against MPFR (ext_accuracy_test with
 // ZVL_EXT_SAMPLES=40, 0.36 to 0.73 million arguments each), in ulps of the
 // extended format:
-//   ext_sqrt   0.500                       ext_sinh   0.511 at 0.001352017748
-//   ext_log    0.504 at 0.9944359370970    ext_cosh   0.501 at -11167.93431
+//   ext_sqrt   0.500                       ext_sinh   0.961 at -0.009118708583
+//   ext_log    0.504 at 0.9944359370970    ext_cosh   0.504 at -0.9293719088
 //   ext_log1p  0.504 at 0.007391513139     ext_tanh   0.507 at -0.0006598816484
-//   ext_exp    0.502 at -0.06391633036     ext_asin, ext_acos, ext_atan,
-//   ext_sin    0.587 at -0.8101428085               ext_atan2   0.500
-//   ext_cos    0.561 at -28703488431.68    ext_asinh  0.503 at 0.006236316658
-//   ext_tan    0.581 at -437349.7670623    ext_acosh  0.504 at 1.000017520413
-//   ext_reduce_pio4 below 0.001 of the     ext_atanh  0.502 at -0.002821238533
-//                   remainder's ulp
+//   ext_exp    0.502 at -0.06391633036     ext_asin   2.017 at 0.001849460961
+//   ext_sin    1.026 at -9.400089469261    ext_acos   1.815 at 0.9999988676473
+//   ext_cos    1.057 at 16989778.64829     ext_atan   1.063 at 0.007978594239
+//   ext_tan    2.558 at 1.602878047775     ext_atan2  1.016
+//   ext_asinh  0.503 at 0.006236316658     ext_acosh  0.504 at 1.000017520413
+//   ext_atanh  0.502 at -0.002821238533    ext_reduce_pio4 below 0.001 of the
+//                                                          remainder's ulp
 // Results below 2^-16382, subnormal in the format, may be rounded twice.
 //
 // A NaN argument comes back through arithmetic (x * x, x + y), never by

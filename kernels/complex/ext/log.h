@@ -6,7 +6,8 @@
 // [1, 2); the top 8 bits of m after the leading one pick R, a 24-bit
 // reciprocal of the row's centre, and T = -ln R in two parts. With m split
 // into 40 and 24 bits, R m - 1 = r is formed exactly (|r| < 2^-8.9), and
-// ln x = e ln2 + T + ln(1 + r), ln 2 in parts of 48 and 64 bits (e ln2_hi
+// ln x = e ln2 + T + ln(1 + r), ln(1 + r) from the Taylor polynomial to r^8
+// (double coefficients, Estrin's scheme), ln 2 in parts of 48 and 64 bits (e ln2_hi
 // exact), the large terms added by exact two-sums. The result carries one
 // final rounding and errors near 2^-70 relative.
 //
@@ -48,8 +49,13 @@ inline Pair log_core(Pair x, int e_add) {
     const long double ml = static_cast<long double>(static_cast<int64_t>(m & 0xffffff)) * 0x1p-63L;
     // R mh is exact (24 + 40 bits) and within 2^-8.9 of 1, so R mh - 1 is
     // exact too; R ml is exact
-    const Pair r = two_sum(row.R * mh - 1.0L, row.R * ml + row.R * scale2(x.lo, -e));
-    const Pair L = log1p_small(r);
+    const long double lo = x.lo == 0 ? 0.0L : row.R * scale2(x.lo, -e);
+    const Pair r = two_sum(row.R * mh - 1.0L, row.R * ml + lo);
+    // ln(1 + r) = r - r^2/2 + r^3 P(r), P by Estrin's scheme
+    const long double z = r.hi * r.hi;
+    const double* c = Ext::log_small;
+    const long double P = (c[0] + c[1] * r.hi) + z * ((c[2] + c[3] * r.hi) + z * (c[4] + c[5] * r.hi));
+    const Pair L = {r.hi, (r.lo - r.hi * r.lo) + (z * r.hi * P - 0.5L * z)};
     const long double ef = static_cast<long double>(e + e_add);
     const Pair s1 = two_sum(ef * Ext::ln2[0], row.T_hi);
     const Pair s2 = two_sum(s1.hi, L.hi);

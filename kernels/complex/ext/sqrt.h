@@ -29,7 +29,8 @@ inline long double sqrt_normal(long double x) {
     const uint64_t m = ext_sig(x);
     const int e = ext_exp_field(x) - 16383;
     const int p = e & 1;
-    const long double a = ext_make(m, static_cast<unsigned>(16383 + p));
+    const bool near = e > -1000 && e < 1000;
+    const long double a = near ? x * pow2_near(p - e) : ext_make(m, static_cast<unsigned>(16383 + p));
     const long double y0 = ExtSqrt::table[64 * p + static_cast<int>((m >> 57) & 63)];
     const long double ee = a * y0 * y0 - 1.0L;
     const long double y = y0 + y0 * (ee * horner(ExtSqrt::series, ee));
@@ -38,7 +39,7 @@ inline long double sqrt_normal(long double x) {
     // a - s.hi^2 and the next step are exact (Sterbenz): r is within 2^-57
     // of the root
     const long double d = ((a - s.hi * s.hi) - 2.0L * s.hi * s.lo) - s.lo * s.lo;
-    return (r + d * y * 0.5L) * pow2((e - p) / 2);
+    return (r + d * y * 0.5L) * (near ? pow2_near((e - p) / 2) : pow2((e - p) / 2));
 }
 
 inline long double ext_sqrt(long double x) {

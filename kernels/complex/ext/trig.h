@@ -1,19 +1,22 @@
 // ext_reduce_pio4, ext_sin, ext_cos, ext_sincos, ext_tan.
 //
-// Reduction to even octants: j = 2 round(|x| 2/pi), r = |x| - j pi/4 with
-// |r| <= pi/4, kept as a pair. Below 2^17 pi/4 is taken in three parts
-// (j times each of the first two exact), below 2^30 in five, and from 2^30
-// on ext_reduce_pio4 multiplies the significand by 4/pi in 31-bit chunks
-// with integer arithmetic, starting at the first chunk whose product is
-// not a multiple of 8 and taking eight chunks: the fraction then holds at
-// least 215 bits, which covers the closest approach of an extended value
-// to a multiple of pi/4.
+// Below 2^17: n = round(|x| 64/pi) and r = |x| - n pi/64 with pi/64 in
+// four parts (n times each of the first three exact), |r| <= pi/128, kept
+// as a pair. From 2^17 up, first a reduction to even octants: j = 2
+// round(|x| 2/pi), r = |x| - j pi/4 with pi/4 in five parts below 2^30, and
+// from 2^30 on ext_reduce_pio4, which multiplies the significand by 4/pi in
+// 31-bit chunks with integer arithmetic, starting at the first chunk whose
+// product is not a multiple of 8 and taking eight chunks: the fraction then
+// holds at least 215 bits, which covers the closest approach of an extended
+// value to a multiple of pi/4; then r is reduced by pi/64 once more.
 //
-// sin r = r - r^3/6 + r^5 S(r^2), cos r = 1 - r^2/2 + r^4 C(r^2), Taylor
-// to r^19 and r^20, with r^2 and r^3/6 formed as exact pairs. tan is the quotient
-// of the two pairs, taken to a pair. Below 2^-32 sin and tan return x
-// (signed zeros kept) and cos 1; an infinite or NaN x gives x - x, a NaN
-// raising invalid for the infinities.
+// With n = 32 q + m, m in [-16, 15], sin and cos of m pi/64 come from a
+// table in two parts and sin r - r, cos r - 1 from Taylor polynomials to
+// r^9 and r^8 (double coefficients), combined by the addition theorem
+// (rotate, arith.h); the quadrant q exchanges and negates. The results are
+// within about an ulp; tan is their quotient, within about two and a half.
+// Below 2^-32 sin and tan return x (signed zeros kept) and cos 1; an
+// infinite or NaN x gives x - x, a NaN raising invalid for the infinities.
 #pragma once
 
 #include "kernels/complex/ext/arith.h"
@@ -24,7 +27,12 @@ struct ExtTrig {
     static constexpr uint32_t pio4_chunks[] = {
 #include "kernels/complex/ext/table_pio4.inc"
     };
+    static constexpr RotRow table[17] = {
+#include "kernels/complex/ext/table_sincos.inc"
+    };
     static constexpr long double three_part = 0x1p17L;
+    // above it, |x| - n pi/64 has no heavy cancellation left to fear
+    static constexpr long double no_cancel = 0x1p-20L;
     static constexpr long double five_part = 0x1p30L;
 };
 
@@ -105,51 +113,61 @@ inline Pair reduce_parts(long double ax, long double jf, const long double (&P)[
     return fast_two_sum(s, lo);
 }
 
-// j (even, mod 8) and r = |x| - j pi/4 for finite |x| >= 2^-32.
+// j (even, mod 8) and r = |x| - j pi/4 for finite |x| >= 2^17.
 inline int reduce_octant(long double ax, Pair* r) {
-    if (ax <= Ext::pio4[0]) {
-        *r = {ax, 0.0L};
-        return 0;
-    }
     if (ax >= ExtTrig::five_part) return ext_reduce_pio4(ax, &r->hi, &r->lo);
     const Rounded q = round_to_int(ax * Ext::two_over_pi);
-    const long double jf = 2.0L * q.value;
-    *r = ax < ExtTrig::three_part ? reduce_parts(ax, jf, Ext::pio4_3)
-                                  : reduce_parts(ax, jf, Ext::pio4_5);
+    *r = reduce_parts(ax, 2.0L * q.value, Ext::pio4_5);
     return static_cast<int>((2 * q.n) & 7);
 }
 
-// sin(r.hi + r.lo) for |r| <= pi/4, as a pair, with z = r.hi^2 exactly as
-// a pair: r^3/6, up to a tenth of the result, is formed to 2^-120 by exact
-// products, so that only terms below 2^-8 of the result round.
-inline Pair sin_pair(Pair r, Pair z) {
-    const Pair u = two_prod(r.hi, z.hi);  // r.hi^3 = u + r.hi z.lo
-    const Pair v = two_prod(u.hi, Ext::sixth[0]);
-    const long double v_lo = v.lo + u.hi * Ext::sixth[1] + (u.lo + r.hi * z.lo) * Ext::sixth[0];
-    const long double tail = u.hi * z.hi * horner<1>(Ext::sin_poly, z.hi);
-    const Pair s = fast_two_sum(r.hi, -v.hi);
-    return fast_two_sum(s.hi, s.lo + ((r.lo - r.lo * z.hi * 0.5L) - v_lo + tail));
+// n and r = |x| - n pi/64 as a pair, |r| <= pi/128 or a little above, for
+// finite |x| >= 2^-32: below 2^17 directly, with pi/64 in four parts (n
+// below 2^22, the first three products exact); above, from the octant's
+// remainder, whose n/16 gives the octant.
+inline int reduce_pio64(long double ax, Pair* r) {
+    if (ax < ExtTrig::three_part) {
+        const Rounded q = round_to_int(ax * Ext::sixtyfour_over_pi);
+        const long double nf = q.value;
+        const long double s = ax - nf * Ext::pio64_4[0];  // exact
+        const long double p1 = nf * Ext::pio64_4[1];     // exact, below 2^-24
+        if (ext_abs(s) > ExtTrig::no_cancel) {
+            // s - p1 cancels no more than a bit: a fast two-sum is exact, and
+            // n times the third part (below 2^-66) joins the low part
+            const Pair h = fast_two_sum(s, -p1);
+            const long double lo = h.lo - (nf * Ext::pio64_4[2] + nf * Ext::pio64_4[3]);
+            *r = fast_two_sum(h.hi, lo);
+        } else {
+            *r = reduce_parts(ax, nf, Ext::pio64_4);
+        }
+        return static_cast<int>(q.n);
+    }
+    Pair o;
+    const int j = reduce_octant(ax, &o);
+    // |m| <= 16: m times each part is exact, and o.hi - m pi/64 too
+    const Rounded m = round_to_int(o.hi * Ext::sixtyfour_over_pi);
+    const Pair t = reduce_parts(o.hi, m.value, Ext::pio64_4);
+    *r = fast_two_sum(t.hi, t.lo + o.lo);
+    return 16 * j + static_cast<int>(m.n);
 }
 
-// cos(r.hi + r.lo) for |r| <= pi/4, as a pair: 1 - r^2/2 by an exact
-// two-sum, the rest below 2^-5 of the result.
-inline Pair cos_pair(Pair r, Pair z) {
-    const Pair c = fast_two_sum(1.0L, -0.5L * z.hi);
-    const long double t = c.lo - 0.5L * z.lo + z.hi * z.hi * horner(Ext::cos_poly, z.hi) - r.hi * r.lo;
-    return fast_two_sum(c.hi, t);
-}
-
-// sin and cos of x (finite, |x| >= 2^-32) as pairs.
-inline void sincos_pairs(long double x, Pair* s, Pair* c) {
+// sin x and cos x for finite |x| >= 2^-32: n = 32 q + m with m in
+// [-16, 15], and sin and cos of m pi/64 + r from the table's row |m| by the
+// addition theorem; the quadrant q exchanges and negates them.
+inline void sincos_finite(long double x, long double* s, long double* c) {
     Pair r;
-    const int q = reduce_octant(ext_abs(x), &r) >> 1;
-    const Pair z = two_prod(r.hi, r.hi);
-    const Pair sr = sin_pair(r, z), cr = cos_pair(r, z);
-    // sin(r + q pi/2) and cos(r + q pi/2), then sin(-x) = -sin x
-    const Pair S = q & 1 ? cr : sr, C = q & 1 ? sr : cr;
-    const bool sneg = ((q & 2) != 0) != (x < 0), cneg = ((q + 1) & 2) != 0;
-    *s = {ext_neg_if(S.hi, sneg), ext_neg_if(S.lo, sneg)};
-    *c = {ext_neg_if(C.hi, cneg), ext_neg_if(C.lo, cneg)};
+    const int n = reduce_pio64(ext_abs(x), &r);
+    const int m = ((n + 16) & 31) - 16, q = ((n + 16) >> 5) & 3;
+    const long double z = r.hi * r.hi;
+    const long double sr = r.hi * z * horner(Ext::sin_small, z);
+    // cos(rh + rl) - 1 = cos rh - 1 - rh rl, to 2^-120
+    const long double cr = z * horner(Ext::cos_small, z) - r.hi * r.lo;
+    long double f, g;
+    rotate(ExtTrig::table[m < 0 ? -m : m], m < 0, r.hi, r.lo, sr, cr, -1.0L, &f, &g);
+    // sin(t + q pi/2) and cos(t + q pi/2), then sin(-x) = -sin x
+    const long double S = q & 1 ? g : f, C = q & 1 ? f : g;
+    *s = ext_neg_if(S, ((q & 2) != 0) != ext_sign(x));
+    *c = ext_neg_if(C, ((q + 1) & 2) != 0);
 }
 
 inline void ext_sincos(long double x, long double* s, long double* c) {
@@ -163,10 +181,7 @@ inline void ext_sincos(long double x, long double* s, long double* c) {
         *c = 1.0L;
         return;
     }
-    Pair S, C;
-    sincos_pairs(x, &S, &C);
-    *s = S.hi + S.lo;
-    *c = C.hi + C.lo;
+    sincos_finite(x, s, c);
 }
 
 inline long double ext_sin(long double x) { return one_of_two<ext_sincos, 0>(x); }
@@ -175,10 +190,9 @@ inline long double ext_cos(long double x) { return one_of_two<ext_sincos, 1>(x);
 inline long double ext_tan(long double x) {
     if (ext_exp_field(x) == 0x7fff) return x - x;
     if (ext_abs(x) < Ext::tiny32) return x;
-    Pair S, C;
-    sincos_pairs(x, &S, &C);
-    const Pair t = div_pair(S, C);
-    return t.hi + t.lo;
+    long double s, c;
+    sincos_finite(x, &s, &c);
+    return s / c;
 }
 
 }  // namespace

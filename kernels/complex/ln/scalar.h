@@ -37,12 +37,12 @@ namespace {
 
 namespace zln {
 
-// The extended constants log10(e) and log10(e) pi/2, by their bytes.
-inline long double from_bytes(uint64_t significand, unsigned sign_exp) {
-    return ext_make(significand, sign_exp);
-}
-inline long double log10_e() { return from_bytes(0xde5bd8a937287195u, 0x3ffd); }
-inline long double log10_e_pio2() { return from_bytes(0xaea3e26597dd0587u, 0x3ffe); }
+// The extended constants log10(e) and log10(e) pi/2: significands
+// 0xde5bd8a937287195 and 0xaea3e26597dd0587 under the exponent fields
+// 0x3ffd and 0x3ffe, written as literals so that they load from memory
+// whole.
+inline long double log10_e() { return 0xde5bd8a937287195p-65L; }
+inline long double log10_e_pio2() { return 0xaea3e26597dd0587p-64L; }
 
 // Half ln(x^2 + y^2) for finite x and y.
 inline long double half_log_abs(double x, double y) {

@@ -13,6 +13,8 @@
 // computed in place.
 #pragma once
 
+#include <type_traits>
+
 #include "kernels/complex/sqrt/sqrt_fast.h"
 
 namespace {
@@ -26,9 +28,16 @@ inline typename V::vd sign_mask(typename V::vd a) {
 
 // All ones in the lanes whose |part| a is in [2^-459, 2^511): integer
 // compares of the patterns (a - bound keeps its sign bit for a below the
-// bound), so that a NaN fails without raising invalid.
+// bound), or at cpu type 5 quiet compares, so that a NaN fails without
+// raising invalid.
 template <class V>
 inline typename V::vd in_band(typename V::vd a) {
+#ifdef __AVX__
+    if constexpr (V::lanes == 4) {  // Avx
+        return _mm256_and_pd(_mm256_cmp_pd(a, _mm256_set1_pd(0x1p-459), _CMP_GE_OQ),
+                             _mm256_cmp_pd(a, _mm256_set1_pd(0x1p511), _CMP_LT_OQ));
+    }
+#endif
     const typename V::vd below = sign_mask<V>(V::sub_i64(a, splat_bits<V>(0x2340000000000000)));
     const typename V::vd under_top = sign_mask<V>(V::sub_i64(a, splat_bits<V>(0x5fe0000000000000)));
     return V::andnot(below, under_top);

@@ -23,6 +23,7 @@
 #include "kernels/complex/exp/data.h"
 #include "kernels/complex/exp/plan.h"
 #include "kernels/complex/exp/scalar.h"
+#include "kernels/complex/twin.h"
 
 namespace {
 
@@ -133,13 +134,17 @@ inline int lanes(typename V::vd x, typename V::vd y, typename V::vd& re, typenam
 
 struct ZExpLanes {
     template <class V>
+    static constexpr bool twins() {
+        return true;
+    }
+    template <class V>
     static int lanes(typename V::vd x, typename V::vd y, typename V::vd& re, typename V::vd& im) {
         return zexp::lanes<V>(x, y, re, im);
     }
     static void scalar(ZVLComplex16* r, const ZVLComplex16* z) { zExp_scalar(r, z); }
 };
 
-using ZExpFamily = PlannedFamily<zvl::plans::zExp, Shape<1, 1, ZVLComplex16>, Letter<'V', ZPerVector<ZExpLanes>>>;
+using ZExpFamily = PlannedFamily<zvl::plans::zExp, Shape<1, 1, ZVLComplex16>, Letter<'V', ZPerTwin<ZExpLanes>>>;
 
 }  // namespace
 

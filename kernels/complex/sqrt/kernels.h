@@ -20,6 +20,10 @@ struct ZSqrtFast {
 };
 struct ZSqrtLanes {
     template <class V>
+    static constexpr bool twins() {
+        return true;
+    }
+    template <class V>
     static int lanes(typename V::vd x, typename V::vd y, typename V::vd& re, typename V::vd& im) {
         return zSqrt_parts<V>(x, y, re, im);
     }
@@ -27,7 +31,7 @@ struct ZSqrtLanes {
 };
 
 using ZSqrtFamily = PlannedFamily<zvl::plans::zSqrt, Shape<1, 1, ZVLComplex16>, Letter<'T', ZSqrtThin>,
-                                  Letter<'F', ZSqrtFast>, Letter<'V', ZPerVector<ZSqrtLanes>>>;
+                                  Letter<'F', ZSqrtFast>, Letter<'V', ZPerTwin<ZSqrtLanes>>>;
 
 }  // namespace
 

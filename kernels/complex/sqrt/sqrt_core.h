@@ -16,11 +16,8 @@
 // sqrt(|y|/2).
 #pragma once
 
-#include <immintrin.h>
-
-#include <cstring>
-
 #include "kernels/common/isa.h"
+#include "kernels/complex/seeds.h"
 
 namespace {
 
@@ -32,54 +29,6 @@ struct SqrtConst {
     // squares that error (2^-64 of the root), so the series stops at e^2.
     static constexpr double series[2] = {-0.5, 0.375};
 };
-
-// The seed of 1/sqrt(a) for positive normal a, from the high words of the
-// patterns alone: the float 1.f or 2 * 1.f made of the top 20 significand
-// bits and the lowest exponent bit, its single-precision reciprocal-root
-// estimate (rsqrtps raises no flag), times 2^(-(k - k mod 2)/2) for
-// a = 1.f 2^k, whose high word is 0x5ff00000 less half of the exponent
-// field rounded up to even. Within 1.5 2^-12 + 2^-21 of 1/sqrt(a).
-inline double rsqrt_seed(double a) {
-    const uint32_t hw = static_cast<uint32_t>(zvl::bits(a) >> 32);
-    const uint32_t f = (((hw << 3) & 0x00ffffff) ^ 0x00800000) + 0x3f800000;
-    float ff;
-    std::memcpy(&ff, &f, sizeof ff);
-    const double est = static_cast<double>(_mm_cvtss_f32(_mm_rsqrt_ss(_mm_set_ss(ff))));
-    const uint32_t sh = 0x5ff00000 - (((hw + 0x00100000) & 0xffe00000) >> 1);
-    return est * zvl::from_bits(static_cast<uint64_t>(sh) << 32);
-}
-
-// The same on four high words in one 128-bit register: the estimates as
-// floats and the scales' high words.
-inline __m128 rsqrt_seed_words(__m128i hw, __m128i& sh) {
-    const __m128i f = _mm_add_epi32(
-        _mm_xor_si128(_mm_and_si128(_mm_slli_epi32(hw, 3), _mm_set1_epi32(0x00ffffff)), _mm_set1_epi32(0x00800000)),
-        _mm_set1_epi32(0x3f800000));
-    sh = _mm_sub_epi32(_mm_set1_epi32(0x5ff00000),
-                       _mm_srli_epi32(_mm_and_si128(_mm_add_epi32(hw, _mm_set1_epi32(0x00100000)),
-                                                    _mm_set1_epi32(static_cast<int>(0xffe00000))),
-                                      1));
-    return _mm_rsqrt_ps(_mm_castsi128_ps(f));
-}
-
-inline __m128d rsqrt_seed(__m128d a) {
-    const __m128i hw = _mm_shuffle_epi32(_mm_castpd_si128(a), _MM_SHUFFLE(3, 1, 3, 1));
-    __m128i sh;
-    const __m128d est = _mm_cvtps_pd(rsqrt_seed_words(hw, sh));
-    return _mm_mul_pd(est, _mm_castsi128_pd(_mm_unpacklo_epi32(_mm_setzero_si128(), sh)));
-}
-#ifdef __AVX__
-inline __m256d rsqrt_seed(__m256d a) {
-    const __m128 hw = _mm_shuffle_ps(_mm256_castps256_ps128(_mm256_castpd_ps(a)),
-                                     _mm256_extractf128_ps(_mm256_castpd_ps(a), 1), _MM_SHUFFLE(3, 1, 3, 1));
-    __m128i sh;
-    const __m256d est = _mm256_cvtps_pd(rsqrt_seed_words(_mm_castps_si128(hw), sh));
-    const __m128i z = _mm_setzero_si128();
-    const __m256d scale = _mm256_insertf128_pd(_mm256_castpd128_pd256(_mm_castsi128_pd(_mm_unpacklo_epi32(z, sh))),
-                                               _mm_castsi128_pd(_mm_unpackhi_epi32(z, sh)), 1);
-    return _mm256_mul_pd(est, scale);
-}
-#endif
 
 template <class V>
 struct SqrtCore {

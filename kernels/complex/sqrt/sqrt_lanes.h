@@ -15,7 +15,10 @@
 
 #include <type_traits>
 
+#include <type_traits>
+
 #include "kernels/complex/sqrt/sqrt_fast.h"
+#include "kernels/complex/twin.h"
 
 namespace {
 
@@ -32,15 +35,18 @@ inline typename V::vd sign_mask(typename V::vd a) {
 // raising invalid.
 template <class V>
 inline typename V::vd in_band(typename V::vd a) {
+    if constexpr (IsTwin<V>::value) {
+        return {in_band<typename V::inner>(a.a), in_band<typename V::inner>(a.b)};
 #ifdef __AVX__
-    if constexpr (V::lanes == 4) {  // Avx
+    } else if constexpr (std::is_same_v<V, Avx>) {
         return _mm256_and_pd(_mm256_cmp_pd(a, _mm256_set1_pd(0x1p-459), _CMP_GE_OQ),
                              _mm256_cmp_pd(a, _mm256_set1_pd(0x1p511), _CMP_LT_OQ));
-    }
 #endif
-    const typename V::vd below = sign_mask<V>(V::sub_i64(a, splat_bits<V>(0x2340000000000000)));
-    const typename V::vd under_top = sign_mask<V>(V::sub_i64(a, splat_bits<V>(0x5fe0000000000000)));
-    return V::andnot(below, under_top);
+    } else {
+        const typename V::vd below = sign_mask<V>(V::sub_i64(a, splat_bits<V>(0x2340000000000000)));
+        const typename V::vd under_top = sign_mask<V>(V::sub_i64(a, splat_bits<V>(0x5fe0000000000000)));
+        return V::andnot(below, under_top);
+    }
 }
 
 // The roots of V::lanes elements by parts, x + iy: re + i im, and the bits

@@ -1,8 +1,8 @@
-// Seeds of 1/sqrt(a) and 1/a for the complex vector kernels, from the
-// high words of the patterns alone: a float made of the top 20 significand
-// bits (and for the root the lowest exponent bit), its single-precision
-// estimate (rsqrtps, rcpps: no flag raised), and a power of two rebuilt by
-// integer arithmetic on the high words, so that any normal a is served.
+// The seed of 1/sqrt(a) for the complex square root's vector members, from
+// the high words of the patterns alone: a float made of the top 20
+// significand bits and the lowest exponent bit, its single-precision
+// estimate (rsqrtps: no flag raised), and a power of two rebuilt by integer
+// arithmetic on the high words, so that any normal a is served.
 // AVX has no 256-bit integer ops: its four high words go through one
 // 128-bit register. Within 1.5 2^-12 + 2^-21 of the value.
 #pragma once
@@ -61,18 +61,6 @@ inline T rsqrt_seed(T a) {
                                      _mm_set1_epi32(static_cast<int>(0xffe00000))),
                        1));
     const T est = widen(_mm_rsqrt_ps(_mm_castsi128_ps(f)), a);
-    return est * from_high_words(sh, a);
-}
-
-// 1/a for positive normal a: the float 1.f, times 2^-k for a = 1.f 2^k,
-// whose high word is 0x7fe00000 less the exponent field.
-template <class T>
-inline T rcp_seed(T a) {
-    const __m128i hw = high_words(a);
-    const __m128i f = _mm_or_si128(_mm_and_si128(_mm_slli_epi32(hw, 3), _mm_set1_epi32(0x007fffff)),
-                                   _mm_set1_epi32(0x3f800000));
-    const __m128i sh = _mm_sub_epi32(_mm_set1_epi32(0x7fe00000), _mm_and_si128(hw, _mm_set1_epi32(0x7ff00000)));
-    const T est = widen(_mm_rcp_ps(_mm_castsi128_ps(f)), a);
     return est * from_high_words(sh, a);
 }
 

@@ -77,14 +77,10 @@ struct IsTwin<Twin<V>> {
     static constexpr bool value = true;
 };
 
-// The seeds of seeds.h lane by lane.
+// The seed of seeds.h on both vectors.
 template <class T>
 ZVL_TWIN_INLINE inline TwinOf<T> rsqrt_seed(TwinOf<T> x) {
     return {rsqrt_seed(x.a), rsqrt_seed(x.b)};
-}
-template <class T>
-ZVL_TWIN_INLINE inline TwinOf<T> rcp_seed(TwinOf<T> x) {
-    return {rcp_seed(x.a), rcp_seed(x.b)};
 }
 
 // ZPerVector (loops/zblock.h) on twins: block() from a per-vector

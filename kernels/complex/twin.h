@@ -12,7 +12,7 @@
 #include <type_traits>
 
 #include "kernels/common/isa.h"
-#include "kernels/common/loops/forms.h"
+#include "kernels/common/loops/zblock.h"
 
 namespace {
 
@@ -83,24 +83,22 @@ ZVL_TWIN_INLINE inline TwinOf<T> rsqrt_seed(TwinOf<T> x) {
     return {rsqrt_seed(x.a), rsqrt_seed(x.b)};
 }
 
-// ZPerVector (loops/zblock.h) on twins: block() from a per-vector
-// lanes<V>(x, y, re, im) that returns the refused lanes' bits.
+// Whether F allows twins of V: F::twins<V>() where F has it, else yes.
+template <class F, class V, class = void>
+struct TwinsAllowed : std::true_type {};
+template <class F, class V>
+struct TwinsAllowed<F, V, std::enable_if_t<!F::template twins<V>()>> : std::false_type {};
+
+// ZPerVector (loops/zblock.h) on twins where they fit the block.
 template <class F>
 struct ZPerTwin {
     using form = forms::ZBlock;
     template <class V, int W>
-    ZVL_TWIN_INLINE static uint32_t block(const double* x, const double* y, double* re, double* im) {
-        using U = std::conditional_t<W % (2 * V::lanes) == 0 && F::template twins<V>(), Twin<V>, V>;
-        uint32_t refused = 0;
-        for (int i = 0; i < W; i += U::lanes) {
-            typename U::vd a, b;
-            refused |= static_cast<uint32_t>(F::template lanes<U>(U::load(x + i), U::load(y + i), a, b)) << i;
-            U::store(re + i, a);
-            U::store(im + i, b);
-        }
-        return refused;
+    static uint32_t block(const double* x, const double* y, double* re, double* im) {
+        constexpr bool twins = W % (2 * V::lanes) == 0 && TwinsAllowed<F, V>::value;
+        return ZPerVector<F>::template block<std::conditional_t<twins, Twin<V>, V>, W>(x, y, re, im);
     }
-    ZVL_TWIN_INLINE static void element(ZVLComplex16* r, const ZVLComplex16* z) { F::scalar(r, z); }
+    static void element(ZVLComplex16* r, const ZVLComplex16* z) { F::scalar(r, z); }
 };
 
 }  // namespace

@@ -243,7 +243,8 @@ struct ZLnLanes {
         return M != zln::kHA || V::lanes < 4;
     }
     template <class V>
-    static int lanes(typename V::vd x, typename V::vd y, typename V::vd& re, typename V::vd& im) {
+    __attribute__((always_inline)) static int lanes(typename V::vd x, typename V::vd y, typename V::vd& re,
+                                                    typename V::vd& im) {
         return zln::lanes<V, M>(x, y, re, im);
     }
     static void scalar(ZVLComplex16* r, const ZVLComplex16* z) { zLn_scalar(r, z); }

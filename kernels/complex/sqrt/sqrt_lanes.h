@@ -53,7 +53,8 @@ inline typename V::vd in_band(typename V::vd a) {
 // of the lanes outside the band, which are computed on 1.0 here and left
 // to zSqrt_slow.
 template <class V>
-inline int zSqrt_parts(typename V::vd x, typename V::vd y, typename V::vd& re, typename V::vd& im) {
+__attribute__((always_inline)) inline int zSqrt_parts(typename V::vd x, typename V::vd y, typename V::vd& re,
+                                                      typename V::vd& im) {
     using vd = typename V::vd;
     using C = SqrtCore<V>;
     constexpr int L = V::lanes;

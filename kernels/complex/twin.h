@@ -16,9 +16,11 @@
 
 namespace {
 
-template <class T>
+// Named by the wrapper, not by its vector type, whose attributes a template
+// argument would drop.
+template <class V>
 struct TwinOf {
-    T a, b;
+    typename V::vd a, b;
 };
 
 #define ZVL_TWIN_INLINE __attribute__((always_inline))
@@ -26,7 +28,7 @@ struct TwinOf {
 template <class V>
 struct Twin {
     using inner = V;
-    using vd = TwinOf<typename V::vd>;
+    using vd = TwinOf<V>;
     static constexpr int lanes = 2 * V::lanes;
 
     ZVL_TWIN_INLINE static vd load(const double* p) { return {V::load(p), V::load(p + V::lanes)}; }
@@ -78,8 +80,8 @@ struct IsTwin<Twin<V>> {
 };
 
 // The seed of seeds.h on both vectors.
-template <class T>
-ZVL_TWIN_INLINE inline TwinOf<T> rsqrt_seed(TwinOf<T> x) {
+template <class V>
+ZVL_TWIN_INLINE inline TwinOf<V> rsqrt_seed(TwinOf<V> x) {
     return {rsqrt_seed(x.a), rsqrt_seed(x.b)};
 }
 

@@ -5,13 +5,13 @@
 //
 //   zvl-report [--out page.html] [--samples N] [--seed S] [--quick]
 //              [--data accuracy.txt] [--markdown speed.md] [--no-timing]
-//              [--complex-only]
+//              [--complex-only] [--only <complex function>]
 //
 // --data writes each function's largest errors per mode and cpu type, with
 // their inputs, for docs/reference.md (tools/bindings/generate.py reads
 // it); --markdown writes README.md's speed table; --no-timing measures
 // accuracy only and writes no page; --complex-only measures the complex
-// functions alone and writes no page.
+// functions alone and writes no page; --only <name> measures one of them.
 #include <chrono>
 #include <cmath>
 #include <cstdio>
@@ -488,7 +488,7 @@ int main(int argc, char** argv) {
         std::fprintf(stderr,
                      "usage: zvl-report [--out page.html] [--samples N] [--seed S] [--quick]\n"
                      "                  [--data accuracy.txt] [--markdown speed.md] [--no-timing]\n"
-                     "                  [--complex-only]\n");
+                     "                  [--complex-only] [--only <complex function>]\n");
         return 2;
     }
     if (o.quick && o.samples > 5000) o.samples = 5000;
@@ -538,6 +538,7 @@ int main(int argc, char** argv) {
     if (!o.complex_only) print_summary(reports, ctx.headline_cpu);
     std::vector<ComplexReport> complex;
     for (const ComplexFunction& f : complex_functions()) {
+        if (!o.only.empty() && o.only != f.row->name) continue;
         complex.push_back(measure_complex_function(f, o, budgets));
         print_complex(complex.back());
         std::fflush(stdout);

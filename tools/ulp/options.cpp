@@ -91,6 +91,9 @@ bool parse_options(int argc, char** argv, Options* o, std::string* error, bool p
             o->timing = false;
         } else if (!std::strcmp(a, "--complex-only")) {
             o->complex_only = true;
+        } else if (!std::strcmp(a, "--only") && value(1)) {
+            o->complex_only = true;
+            o->only = argv[++i];
         } else if (!std::strcmp(a, "--no-hard")) {
             o->hardcases = false;
         } else if (!std::strcmp(a, "--no-sweeps")) {

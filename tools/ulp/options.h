@@ -27,6 +27,7 @@ struct Options {
     std::string markdown;  // zvl-report: README.md's speed table, in Markdown
     bool timing = true;  // zvl-report: false measures accuracy only, and writes no page
     bool complex_only = false;  // zvl-report: the complex functions alone, no page
+    std::string only;           // zvl-report --only: that complex function alone
 };
 
 // Parses argv; `positional` says whether one function name is expected.

@@ -23,6 +23,7 @@
 #include "kernels/complex/exp/data.h"
 #include "kernels/complex/exp/plan.h"
 #include "kernels/complex/exp/scalar.h"
+#include "kernels/complex/twin.h"
 
 namespace {
 
@@ -64,7 +65,8 @@ inline typename V::vd product(Parts<V> a, Parts<V> b, typename V::vd scale) {
 
 // One vector of lanes: the results' parts and the refused lanes' bits.
 template <class V>
-inline int lanes(typename V::vd x, typename V::vd y, typename V::vd& re, typename V::vd& im) {
+__attribute__((always_inline)) inline int lanes(typename V::vd x, typename V::vd y, typename V::vd& re,
+                                                typename V::vd& im) {
     using vd = typename V::vd;
     const vd limit = V::splat(512.0);
     const vd ok = V::and_(V::lt(abs_of<V>(x), limit), V::lt(abs_of<V>(y), limit));
@@ -133,13 +135,14 @@ inline int lanes(typename V::vd x, typename V::vd y, typename V::vd& re, typenam
 
 struct ZExpLanes {
     template <class V>
-    static int lanes(typename V::vd x, typename V::vd y, typename V::vd& re, typename V::vd& im) {
+    __attribute__((always_inline)) static int lanes(typename V::vd x, typename V::vd y, typename V::vd& re,
+                                                    typename V::vd& im) {
         return zexp::lanes<V>(x, y, re, im);
     }
     static void scalar(ZVLComplex16* r, const ZVLComplex16* z) { zExp_scalar(r, z); }
 };
 
-using ZExpFamily = PlannedFamily<zvl::plans::zExp, Shape<1, 1, ZVLComplex16>, Letter<'V', ZPerVector<ZExpLanes>>>;
+using ZExpFamily = PlannedFamily<zvl::plans::zExp, Shape<1, 1, ZVLComplex16>, Letter<'V', ZPerTwin<ZExpLanes>>>;
 
 }  // namespace
 

@@ -27,6 +27,7 @@
 #include "kernels/complex/ln/data.h"
 #include "kernels/complex/ln/plan.h"
 #include "kernels/complex/ln/scalar.h"
+#include "kernels/complex/twin.h"
 
 namespace {
 
@@ -61,7 +62,7 @@ constexpr PolysEP kPolysEP = {
 };
 
 template <class V, int N>
-inline typename V::vd horner(const double (&c)[N], typename V::vd v) {
+__attribute__((always_inline)) inline typename V::vd horner(const double (&c)[N], typename V::vd v) {
     typename V::vd p = V::splat(c[N - 1]);
     for (int i = N - 2; i >= 0; --i) p = V::add(V::splat(c[i]), V::mul(v, p));
     return p;
@@ -69,7 +70,7 @@ inline typename V::vd horner(const double (&c)[N], typename V::vd v) {
 
 // s + e = a + b exactly, as a pair.
 template <class V>
-inline Parts<V> sum_pair(typename V::vd a, typename V::vd b) {
+__attribute__((always_inline)) inline Parts<V> sum_pair(typename V::vd a, typename V::vd b) {
     Parts<V> p;
     two_sum<V>(a, b, p.hi, p.lo);
     return p;
@@ -77,7 +78,7 @@ inline Parts<V> sum_pair(typename V::vd a, typename V::vd b) {
 
 // Half ln(1 + t), t = h^2 + l^2 - 1 formed without loss.
 template <class V, int M>
-inline typename V::vd near_unit(typename V::vd h, typename V::vd l) {
+__attribute__((always_inline)) inline typename V::vd near_unit(typename V::vd h, typename V::vd l) {
     using vd = typename V::vd;
     const Parts<V> a = veltkamp_split<V>(h), b = veltkamp_split<V>(l);
     const vd two = V::splat(2.0);
@@ -102,7 +103,7 @@ inline typename V::vd near_unit(typename V::vd h, typename V::vd l) {
 
 // Half ln(h^2 + l^2) through ln_table.
 template <class V, int M>
-inline typename V::vd far(typename V::vd h, typename V::vd l) {
+__attribute__((always_inline)) inline typename V::vd far(typename V::vd h, typename V::vd l) {
     using vd = typename V::vd;
     vd s, slo;
     if constexpr (M == kEP) {
@@ -150,7 +151,7 @@ inline typename V::vd far(typename V::vd h, typename V::vd l) {
 
 // atan(ay/ax) for positive ax, ay, as a pair.
 template <class V>
-inline Parts<V> angle_ha(typename V::vd ax, typename V::vd ay) {
+__attribute__((always_inline)) inline Parts<V> angle_ha(typename V::vd ax, typename V::vd ay) {
     using vd = typename V::vd;
     const vd ay16 = V::mul(ay, V::splat(16.0));
     const vd i2 = V::le(V::mul(ax, V::splat(7.0)), ay16), i3 = V::le(V::mul(ax, V::splat(11.0)), ay16),
@@ -184,7 +185,7 @@ inline Parts<V> angle_ha(typename V::vd ax, typename V::vd ay) {
 
 // One vector of lanes: the parts of the results and the refused lanes' bits.
 template <class V, int M>
-inline int lanes(typename V::vd x, typename V::vd y, typename V::vd& re, typename V::vd& im) {
+__attribute__((always_inline)) inline int lanes(typename V::vd x, typename V::vd y, typename V::vd& re, typename V::vd& im) {
     using vd = typename V::vd;
     const vd lo_band = V::splat(0x1p-500), hi_band = V::splat(0x1p500);
     vd ax = abs_of<V>(x), ay = abs_of<V>(y);
@@ -236,8 +237,14 @@ inline int lanes(typename V::vd x, typename V::vd y, typename V::vd& re, typenam
 
 template <int M>
 struct ZLnLanes {
+    // HA at cpu type 5 alone: two of its chains spill the 16 registers
     template <class V>
-    static int lanes(typename V::vd x, typename V::vd y, typename V::vd& re, typename V::vd& im) {
+    static constexpr bool twins() {
+        return M != zln::kHA || V::lanes < 4;
+    }
+    template <class V>
+    __attribute__((always_inline)) static int lanes(typename V::vd x, typename V::vd y, typename V::vd& re,
+                                                    typename V::vd& im) {
         return zln::lanes<V, M>(x, y, re, im);
     }
     static void scalar(ZVLComplex16* r, const ZVLComplex16* z) { zLn_scalar(r, z); }
@@ -248,8 +255,8 @@ struct ZLog10Thin {
     static void element(ZVLComplex16* r, const ZVLComplex16* z) { zLog10_scalar(r, z); }
 };
 
-using ZLnFamily = PlannedFamily<zvl::plans::zLn, Shape<1, 1, ZVLComplex16>, Letter<'H', ZPerVector<ZLnLanes<zln::kHA>>>,
-                                Letter<'L', ZPerVector<ZLnLanes<zln::kLA>>>, Letter<'E', ZPerVector<ZLnLanes<zln::kEP>>>>;
+using ZLnFamily = PlannedFamily<zvl::plans::zLn, Shape<1, 1, ZVLComplex16>, Letter<'H', ZPerTwin<ZLnLanes<zln::kHA>>>,
+                                Letter<'L', ZPerTwin<ZLnLanes<zln::kLA>>>, Letter<'E', ZPerTwin<ZLnLanes<zln::kEP>>>>;
 using ZLog10Family = PlannedFamily<zvl::plans::zLog10, Shape<1, 1, ZVLComplex16>, Letter<'T', ZLog10Thin>>;
 
 }  // namespace

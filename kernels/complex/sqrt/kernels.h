@@ -20,14 +20,15 @@ struct ZSqrtFast {
 };
 struct ZSqrtLanes {
     template <class V>
-    static int lanes(typename V::vd x, typename V::vd y, typename V::vd& re, typename V::vd& im) {
+    __attribute__((always_inline)) static int lanes(typename V::vd x, typename V::vd y, typename V::vd& re,
+                                                    typename V::vd& im) {
         return zSqrt_parts<V>(x, y, re, im);
     }
     static void scalar(ZVLComplex16* r, const ZVLComplex16* z) { zSqrt_slow(r, z); }
 };
 
 using ZSqrtFamily = PlannedFamily<zvl::plans::zSqrt, Shape<1, 1, ZVLComplex16>, Letter<'T', ZSqrtThin>,
-                                  Letter<'F', ZSqrtFast>, Letter<'V', ZPerVector<ZSqrtLanes>>>;
+                                  Letter<'F', ZSqrtFast>, Letter<'V', ZPerTwin<ZSqrtLanes>>>;
 
 }  // namespace
 

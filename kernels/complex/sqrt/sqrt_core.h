@@ -5,9 +5,9 @@
 //   m      x^2 + y^2 as a two-double sum (27-bit splits), its root from a
 //          reciprocal root: a single-precision estimate of the significand
 //          with the exponent's parity (a value in [1, 4)), its exponent
-//          rebuilt by integer arithmetic, then the binomial series of
-//          (1 + e)^(-1/2) to e^5, and one residual step that makes m a
-//          two-double value
+//          rebuilt by integer arithmetic on the high words, then the
+//          binomial series of (1 + e)^(-1/2) to e^2, and one residual step
+//          that makes m a two-double value
 //   w, v   the same on (|x| + m)/2: w = sqrt((|x| + m)/2), and v = |y|/(2w)
 //          from the reciprocal root and the exact residual of w s - 1,
 //          without a division
@@ -16,36 +16,19 @@
 // sqrt(|y|/2).
 #pragma once
 
-#include <immintrin.h>
-
 #include "kernels/common/isa.h"
+#include "kernels/complex/seeds.h"
 
 namespace {
 
 struct SqrtConst {
     static constexpr uint64_t split_mask = 0xfffffffff8000000;
-    // (1 + e)^(-1/2) = 1 + e (c[0] + e (c[1] + ...)): the exact binomial
-    // coefficients; the estimate's e below 2^-10 leaves 0.23 e^6 < 2^-61
-    static constexpr double series[5] = {-0.5, 0.375, -0.3125, 0.2734375, -0.24609375};
+    // (1 + e)^(-1/2) = 1 + e (c[0] + c[1] e): the exact binomial
+    // coefficients. The estimate's |e| below 2^-10.4 leaves 0.32 e^3 <
+    // 2^-32.6, and each root below is finished by a residual step that
+    // squares that error (2^-64 of the root), so the series stops at e^2.
+    static constexpr double series[2] = {-0.5, 0.375};
 };
-
-// Single-precision reciprocal-root estimates of the float patterns held in
-// the low 32 bits of each lane, as doubles. rsqrtps raises no flag, so the
-// lanes' zero upper halves cost nothing.
-inline double rsqrt_estimate(double f) {
-    return static_cast<double>(_mm_cvtss_f32(_mm_rsqrt_ss(_mm_castpd_ps(_mm_set_sd(f)))));
-}
-inline __m128d rsqrt_estimate(__m128d f) {
-    const __m128 r = _mm_rsqrt_ps(_mm_castpd_ps(f));
-    return _mm_cvtps_pd(_mm_shuffle_ps(r, r, _MM_SHUFFLE(2, 0, 2, 0)));
-}
-#ifdef __AVX__
-inline __m256d rsqrt_estimate(__m256d f) {
-    const __m256 r = _mm256_rsqrt_ps(_mm256_castpd_ps(f));
-    return _mm256_cvtps_pd(_mm_shuffle_ps(_mm256_castps256_ps128(r), _mm256_extractf128_ps(r, 1),
-                                          _MM_SHUFFLE(2, 0, 2, 0)));
-}
-#endif
 
 template <class V>
 struct SqrtCore {
@@ -68,44 +51,40 @@ struct SqrtCore {
         return {p, lo};
     }
 
+    // a^2 = hi + lo, as mul_dd(a, a) with one split
+    static DD sqr_dd(vd a) {
+        const vd ah = V::and_(a, splat_bits<V>(SqrtConst::split_mask)), al = V::sub(a, ah);
+        const vd p = V::mul(a, a);
+        const vd lo = V::add(V::add(V::sub(V::mul(ah, ah), p), V::mul(V::add(ah, ah), al)), V::mul(al, al));
+        return {p, lo};
+    }
+
     // a + b = hi + lo exactly
     static DD sum_dd(vd a, vd b) {
         const vd s = V::add(a, b), bb = V::sub(s, a);
         return {s, V::add(V::sub(a, V::sub(s, bb)), V::sub(b, bb))};
     }
 
-    // 1/sqrt(a) for positive normal a, within about 2^-54
+    // 1/sqrt(a) for positive normal a, within 2^-32.6
     static vd rsqrt(vd a) {
-        // the float 1.f or 2 * 1.f from the top 23 significand bits and the
-        // lowest exponent bit
-        const vd f = V::add_i64(V::xor_(V::and_(V::shr_i64(a, 29), splat_bits<V>(0x00ffffff)),
-                                        splat_bits<V>(0x00800000)),
-                                splat_bits<V>(0x3f800000));
-        // 2^(-(k - k mod 2)/2) for a = 1.f 2^k: high word 0x5ff00000 less
-        // half of the exponent field rounded up to even
-        const vd e2 = V::and_(V::add_i64(a, splat_bits<V>(0x0010000000000000)),
-                              splat_bits<V>(0xffe0000000000000));
-        const vd scale = V::sub_i64(splat_bits<V>(0x5ff0000000000000), V::shr_i64(e2, 1));
-        const vd s = V::mul(rsqrt_estimate(f), scale);
+        const vd s = rsqrt_seed(a);
         const vd e = V::sub(V::mul(V::mul(a, s), s), k(1.0));
         const double* c = SqrtConst::series;
-        vd p = k(c[4]);
-        for (int i = 3; i >= 0; --i) p = V::add(k(c[i]), V::mul(e, p));
-        return V::add(s, V::mul(s, V::mul(e, p)));
+        return V::add(s, V::mul(s, V::mul(e, V::add(k(c[0]), V::mul(e, k(c[1]))))));
     }
 
     // sqrt(a.hi + a.lo) as a two-double value, and the reciprocal root s
     static DD sqrt_dd(DD a, vd& s) {
         s = rsqrt(a.hi);
         const vd r = V::mul(a.hi, s);
-        const DD q = mul_dd(r, r);
+        const DD q = sqr_dd(r);
         const vd d = V::add(V::sub(V::sub(a.hi, q.hi), q.lo), a.lo);
         return {r, V::mul(d, V::mul(s, k(0.5)))};
     }
 
     // |x| and |y| within 2^58 of each other, both in [2^-459, 2^511)
     static void balanced(vd ax, vd ay, vd& w_out, vd& v_out) {
-        const DD x2 = mul_dd(ax, ax), y2 = mul_dd(ay, ay);
+        const DD x2 = sqr_dd(ax), y2 = sqr_dd(ay);
         const DD s2 = sum_dd(x2.hi, y2.hi);
         vd s;
         const DD m = sqrt_dd({s2.hi, V::add(s2.lo, V::add(x2.lo, y2.lo))}, s);
@@ -123,7 +102,7 @@ struct SqrtCore {
     // w^2 - |x| = 2d|x|, and |y|/(2 sqrt|x|) = (|y|/(2w)) (1 + d)
     static void x_dominant(vd ax, vd ay, vd& w_out, vd& v_out) {
         const vd w = V::sqrt(ax), w2 = V::add(w, w);
-        const DD q = mul_dd(w, w);
+        const DD q = sqr_dd(w);
         const vd v = V::div(ay, w2);
         const DD p = mul_dd(v, w2);
         const vd rem = V::div(V::sub(V::sub(ay, p.hi), p.lo), w2);

@@ -13,7 +13,12 @@
 // computed in place.
 #pragma once
 
+#include <type_traits>
+
+#include <type_traits>
+
 #include "kernels/complex/sqrt/sqrt_fast.h"
+#include "kernels/complex/twin.h"
 
 namespace {
 
@@ -26,19 +31,30 @@ inline typename V::vd sign_mask(typename V::vd a) {
 
 // All ones in the lanes whose |part| a is in [2^-459, 2^511): integer
 // compares of the patterns (a - bound keeps its sign bit for a below the
-// bound), so that a NaN fails without raising invalid.
+// bound), or at cpu type 5 quiet compares, so that a NaN fails without
+// raising invalid.
 template <class V>
 inline typename V::vd in_band(typename V::vd a) {
-    const typename V::vd below = sign_mask<V>(V::sub_i64(a, splat_bits<V>(0x2340000000000000)));
-    const typename V::vd under_top = sign_mask<V>(V::sub_i64(a, splat_bits<V>(0x5fe0000000000000)));
-    return V::andnot(below, under_top);
+    if constexpr (IsTwin<V>::value) {
+        return {in_band<typename V::inner>(a.a), in_band<typename V::inner>(a.b)};
+#ifdef __AVX__
+    } else if constexpr (std::is_same_v<V, Avx>) {
+        return _mm256_and_pd(_mm256_cmp_pd(a, _mm256_set1_pd(0x1p-459), _CMP_GE_OQ),
+                             _mm256_cmp_pd(a, _mm256_set1_pd(0x1p511), _CMP_LT_OQ));
+#endif
+    } else {
+        const typename V::vd below = sign_mask<V>(V::sub_i64(a, splat_bits<V>(0x2340000000000000)));
+        const typename V::vd under_top = sign_mask<V>(V::sub_i64(a, splat_bits<V>(0x5fe0000000000000)));
+        return V::andnot(below, under_top);
+    }
 }
 
 // The roots of V::lanes elements by parts, x + iy: re + i im, and the bits
 // of the lanes outside the band, which are computed on 1.0 here and left
 // to zSqrt_slow.
 template <class V>
-inline int zSqrt_parts(typename V::vd x, typename V::vd y, typename V::vd& re, typename V::vd& im) {
+__attribute__((always_inline)) inline int zSqrt_parts(typename V::vd x, typename V::vd y, typename V::vd& re,
+                                                      typename V::vd& im) {
     using vd = typename V::vd;
     using C = SqrtCore<V>;
     constexpr int L = V::lanes;

@@ -1,6 +1,6 @@
 // Complex Sqrt through its kernel set, the four members by cpu type: the
 // special values and signs of zeros in every slot, parts at the ends of the
-// range, and blocks that mix the band's elements with those it refuses,
+// range and in every binade of the band, and blocks that mix the band's elements with those it refuses,
 // computed in place, element for element as alone.
 #include <gtest/gtest.h>
 
@@ -60,6 +60,27 @@ TEST(ZSqrt, EndsOfTheRange) {
                         {0x1p511, -0x1p511},  {1.0, 0x1p-1074},     {0x1p-1074, -1e300},
                         {-1e-300, 0x1p-900}};
     for (const Z& p : points) every_slot(kSqrt, p, [&](const Z& got, int cpu, int col) { expect_root(got, p, cpu, col); });
+}
+
+// The reciprocal-root seed rebuilds its power of two from the high word,
+// by the exponent's parity: every binade of the band for both parts, with
+// the squares' sum landing on both parities, and significands near both
+// ends of [1, 2), where a seed off by a factor shows at once.
+TEST(ZSqrt, EveryBinadeOfTheBand) {
+    const double sig[] = {1.0, 1.0000000000000002, 1.4142135623730951, 1.9999999999999998};
+    std::vector<Z> in;
+    for (int e = -459; e < 511; e += 3)
+        for (int i = 0; i < 4; ++i) {
+            const double x = std::ldexp(sig[i], e), y = std::ldexp(sig[(i + 1) % 4], e + (e & 7) - 3);
+            in.push_back({i & 1 ? -x : x, i & 2 ? -y : y});
+        }
+    const int n = static_cast<int>(in.size());
+    for (int cpu = 0; cpu < kCpuTypes; ++cpu) {
+        if (!cpu_runs(cpu)) continue;
+        std::vector<Z> r(n);
+        kSqrt.k[cpu][zvl::kHA](n, in.data(), r.data());
+        for (int i = 0; i < n; ++i) expect_root(r[i], in[i], cpu, 0);
+    }
 }
 
 // Every block length and position: elements of the band, beyond it on

@@ -85,15 +85,20 @@ inline typename V::vd rsqrt_refined(typename V::vd z) {
     return V::add(y0, V::mul(y0, V::mul(e, c)));
 }
 
-// sqrt(z_hi + z_lo) = s_hi + s_lo, given y = rsqrt_refined(z_hi): s_hi = z_hi
-// y, and s_lo from the residual z - s_hi^2, exact by a two-product.
+// sqrt(z_hi + z_lo) = s_hi + s_lo to 2^-72, given y = rsqrt_refined(z_hi)
+// and |z_lo| <= ulp(z_hi). s_hi is z_hi y cut to 26 bits, so its square is
+// exact and d = z_hi - s_hi^2 too (the two agree within 2^-24); with D = (d
+// + z_lo) / s_hi^2 and h = (d + z_lo) y / 2 = s_hi (D/2 - D^2/4 + ...),
+// sqrt = s_hi (1 + D/2 - D^2/8 + ...) = s_hi + h + h^2 y / 2 to s_hi D^3/16.
+// No product needs splitting. s_lo is up to 2^-25 of s_hi.
 template <class V>
 inline void sqrt_dw(typename V::vd z_hi, typename V::vd z_lo, typename V::vd y,
                     typename V::vd& s_hi, typename V::vd& s_lo) {
-    typename V::vd p, pe;
-    s_hi = V::mul(z_hi, y);
-    two_prod<V>(s_hi, s_hi, p, pe);
-    s_lo = V::mul(V::add(V::sub(V::sub(z_hi, p), pe), z_lo), V::mul(y, V::splat(0.5)));
+    using vd = typename V::vd;
+    const vd y_half = V::mul(y, V::splat(0.5));
+    s_hi = upper_half<V>(V::mul(z_hi, y));
+    const vd h = V::mul(V::add(V::sub(z_hi, V::mul(s_hi, s_hi)), z_lo), y_half);
+    s_lo = V::add(h, V::mul(V::mul(h, h), y_half));
 }
 
 }  // namespace

@@ -67,13 +67,13 @@ struct Atan2Vector : PerVector<Atan2Vector<Form>> {
 using Atan2LA = Atan2Vector<AtanLAForm>;
 using Atan2EP = Atan2Vector<AtanEPForm>;
 
-template <class Poly>
-struct Atan2Reducing : PerVector<Atan2Reducing<Poly>> {
+template <class Poly, class Recip>
+struct Atan2Reducing : PerVector<Atan2Reducing<Poly, Recip>> {
     template <class V>
     static typename V::vd eval(typename V::vd y, typename V::vd x) {
         using vd = typename V::vd;
         const vd x_neg = V::lt(x, V::splat(0.0));
-        const AtanReduced<V> d = atan_reduce<V, RecipEstimate>(abs_of<V>(y), abs_of<V>(x));
+        const AtanReduced<V> d = atan_reduce<V, Recip>(abs_of<V>(y), abs_of<V>(x));
         const vd r = atan_ha_sum<V, Poly>(d, V::and_(x_neg, splat_bits<V>(5)),
                                           V::and_(x_neg, splat_bits<V>(Fp64::sign_mask)));
         return V::or_(r, sign_of<V>(y));
@@ -92,22 +92,9 @@ struct Atan2Reducing : PerVector<Atan2Reducing<Poly>> {
     }
 };
 
-using Atan2HA = Atan2Reducing<zvl::AtanPolyHA>;
-
-// Element by element, for the cpu types without vector kernels: HA is the
-// callout itself; EP sends refused pairs to it and computes the others by
-// the EP formula on one lane.
-struct Atan2ElementHA {
-    static int32_t element(const double* y, const double* x, double* r) {
-        return zvl::atan2_callout(y, x, r);
-    }
-};
-struct Atan2ElementEP {
-    static int32_t element(const double* y, const double* x, double* r) {
-        if (atan2_refused<Scalar>(*y, *x)) return zvl::atan2_callout(y, x, r);
-        *r = Atan2EP::one(*y, *x);
-        return 0;
-    }
-};
+using Atan2HA = Atan2Reducing<zvl::AtanPolyHA, RecipEstimate>;
+// The HA of the cpu types without the vector HA: Atan's older HA on the
+// quotient, with the division instruction.
+using Atan2OlderHA = Atan2Reducing<zvl::AtanPolyOlder, RecipDivide>;
 
 }  // namespace

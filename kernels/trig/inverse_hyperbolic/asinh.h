@@ -7,7 +7,7 @@
 //           on (x^2 would overflow); the rest goes to the callout.
 //   HA      every finite x: below 1/8 x + x^3 P(x^2) (degree 13), above v in
 //           two parts, the root from the refined reciprocal square root
-//           estimate and the exact residual of x^2 + 1 (x^2 a two-product);
+//           estimate and the exact residual of x^2 + 1 (x^2 in two parts);
 //           from 2^28 on v = |x| with ln 2 added (the 1 in x^2 + 1 is below
 //           2^-56 of it).
 // Largest errors found against MPFR (2.4 million arguments; see
@@ -62,7 +62,7 @@ struct AsinhHA : PerVector<AsinhHA> {
         const vd big = V::le(V::splat(big_from), a);
         const vd ac = V::andnot(big, a);
         vd q, q_lo, w, w_lo, s, s_lo, v, v_lo;
-        two_prod<V>(ac, ac, q, q_lo);
+        two_square<V>(ac, q, q_lo);
         two_sum<V>(V::splat(1.0), q, w, w_lo);
         sqrt_dw<V>(w, V::add(w_lo, q_lo), rsqrt_refined<V>(w), s, s_lo);
         fast_two_sum<V>(s, ac, v, v_lo);  // s > |x|

@@ -54,11 +54,6 @@ void element1(int n, const double* a, double* r, int32_t* st) {
     for (int i = 0; i < n; ++i) st[i] = F::element(a + i, r + i);
 }
 
-template <class F>
-void element2(int n, const double* a, const double* b, double* r, int32_t* st) {
-    for (int i = 0; i < n; ++i) st[i] = F::element(a + i, b + i, r + i);
-}
-
 }  // namespace
 
 // The vector bodies, as rows X(fn, mode, form, body, runner).
@@ -69,6 +64,7 @@ void element2(int n, const double* a, const double* b, double* r, int32_t* st) {
     X("atan2", "LA", "vector", Atan2LA, run2)  \
     X("atan2", "EP", "vector", Atan2EP, run2)  \
     X("atan2", "HA", "vector", Atan2HA, run2)  \
+    X("atan2", "HA", "older HA", Atan2OlderHA, run2)  \
     X("sinh", "LA", "vector", SinhLA, run1)    \
     X("sinh", "EP", "vector", SinhEP, run1)    \
     X("sinh", "HA", "vector", SinhHA, run1)    \
@@ -97,9 +93,7 @@ void element2(int n, const double* a, const double* b, double* r, int32_t* st) {
 // The element-by-element bodies, as rows X(fn, mode, form, body, runner).
 #define ZVL_TRIG_ELEMENT_BODIES(X)                               \
     X("atan", "HA", "older HA", AtanOlderHA, element1)           \
-    X("atan", "EP", "element EP", AtanEP1, element1)             \
-    X("atan2", "HA", "element HA", Atan2ElementHA, element2)     \
-    X("atan2", "EP", "element EP", Atan2ElementEP, element2)
+    X("atan", "EP", "element EP", AtanEP1, element1)
 
 // Appends the vector bodies for wrapper V to `out` (a std::vector<BodyRun>).
 #define ZVL_TRIG_ADD(fn, mode, form, F, runner) zvl_trig_add(out, fn, mode, form, ZVL_TRIG_ISA, runner<ZVL_TRIG_V, F>);

@@ -16,6 +16,7 @@
 #include "kernels/common/isa.h"
 #include "kernels/common/lanes.h"
 #include "kernels/trig/double_word.h"
+#include "kernels/trig/twin.h"
 
 namespace {
 
@@ -25,6 +26,10 @@ inline int32_t rcp_words(int32_t w) {
     return _mm_cvtsi128_si32(_mm_castps_si128(_mm_rcp_ss(f)));
 }
 inline __m128i rcp_words(__m128i w) { return _mm_castps_si128(_mm_rcp_ps(_mm_castsi128_ps(w))); }
+template <class T>
+inline TwinOf<T> rcp_words(TwinOf<T> w) {
+    return {rcp_words(w.a), rcp_words(w.b)};
+}
 
 // R ~ 1/q for positive normal q with q < 2^1021, built on the high word of q
 // so that any exponent works: the estimate of q's significand as a float in
@@ -33,7 +38,7 @@ inline __m128i rcp_words(__m128i w) { return _mm_castps_si128(_mm_rcp_ps(_mm_cas
 // with its low word cleared) is exact.
 template <class V>
 inline typename V::vd recip_estimate(typename V::vd q) {
-    using L = Lanes<V::lanes>;
+    using L = LanesOf<V>;
     using vi = typename L::vi;
     const vi w = L::hi32(q);
     const vi f = L::add(L::and_(L::template slli<3>(w), L::splat(0x007fffff)), L::splat(0x3f800000));

@@ -82,7 +82,7 @@ struct AsinAcosFixup {
 };
 
 template <class Poly, bool Acos>
-struct AsinAcosLA : PerVector<AsinAcosLA<Poly, Acos>>, AsinAcosFixup<Acos> {
+struct AsinAcosLA : PerTwin<AsinAcosLA<Poly, Acos>>, AsinAcosFixup<Acos> {
     template <class V>
     static typename V::vd eval(typename V::vd x) {
         using vd = typename V::vd;
@@ -105,7 +105,7 @@ struct AsinAcosLA : PerVector<AsinAcosLA<Poly, Acos>>, AsinAcosFixup<Acos> {
 };
 
 template <bool Acos>
-struct AsinAcosHA : PerVector<AsinAcosHA<Acos>>, AsinAcosFixup<Acos> {
+struct AsinAcosHA : PerTwin<AsinAcosHA<Acos>>, AsinAcosFixup<Acos> {
     template <class V>
     static typename V::vd eval(typename V::vd x) {
         using vd = typename V::vd;

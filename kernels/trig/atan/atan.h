@@ -84,7 +84,7 @@ inline typename V::vd atan_sum(typename V::vd s, typename V::vd B_hi, typename V
 }
 
 template <class Form>
-struct AtanVector : PerVector<AtanVector<Form>> {
+struct AtanVector : PerTwin<AtanVector<Form>> {
     template <class V>
     static typename V::vd eval(typename V::vd x) {
         using vd = typename V::vd;
@@ -197,7 +197,7 @@ inline typename V::vd atan_ha_sum(const AtanReduced<V>& d, typename V::vd pi_min
 }
 
 template <class Poly, class Recip>
-struct AtanReducing : PerVector<AtanReducing<Poly, Recip>> {
+struct AtanReducing : PerTwin<AtanReducing<Poly, Recip>> {
     template <class V>
     static typename V::vd eval(typename V::vd x) {
         using vd = typename V::vd;

@@ -38,7 +38,7 @@ inline int atan2_refused(typename V::vd y, typename V::vd x) {
 }
 
 template <class Form>
-struct Atan2Vector : PerVector<Atan2Vector<Form>> {
+struct Atan2Vector : PerTwin<Atan2Vector<Form>> {
     template <class V>
     static typename V::vd eval(typename V::vd y, typename V::vd x) {
         using vd = typename V::vd;
@@ -68,7 +68,7 @@ using Atan2LA = Atan2Vector<AtanLAForm>;
 using Atan2EP = Atan2Vector<AtanEPForm>;
 
 template <class Poly, class Recip>
-struct Atan2Reducing : PerVector<Atan2Reducing<Poly, Recip>> {
+struct Atan2Reducing : PerTwin<Atan2Reducing<Poly, Recip>> {
     template <class V>
     static typename V::vd eval(typename V::vd y, typename V::vd x) {
         using vd = typename V::vd;

@@ -14,16 +14,18 @@
 //          pattern of 1.0 plus 0x8010000000000000 where a > 1/2.
 //   HA     takes s = sqrt(z) in two parts: y, the reciprocal square root
 //          estimate refined by the binomial series of (1 - e)^(-1/2), e = 1 -
-//          z y0^2, to e^5, s_hi = z y and s_lo from the exact residual z -
-//          s_hi^2; the cubic term of q exact in two parts, B in two parts,
-//          and the large terms summed exactly (sum_three).
+//          z y0^2, to e^5, s_hi = z y cut to 26 bits and s_lo from the exact
+//          residual z - s_hi^2; the larger part of the cubic term of q
+//          exact, B in two parts, and the large terms summed exactly
+//          (sum_three).
 //
 // Largest errors found against MPFR (2.4 million arguments each; see
 // tests/kernels/trig):
-//   Asin  LA and EP 2.23 ulp at -0x1.0328cc05e8712p-1, HA 0.537 ulp at
-//         0x1.0e53a7707ccaep-1
+//   Asin  LA and EP 2.23 ulp at -0x1.0328cc05e8712p-1, HA 0.564 ulp at
+//         0x1.013a06f289c57p-1 (zvl-ulp)
 //   Acos  LA and EP 3.17 ulp at 0x1.2493b8e8553cdp-1 (its polynomial alone is
-//         off by 2^-51.84 relative), HA 0.529 ulp at 0x1.3015483423b24p-1
+//         off by 2^-51.84 relative), HA 0.540 ulp at 0x1.3683d3b5c75eep-1
+//         (zvl-ulp)
 //
 // Lanes with |x| >= 1 or NaN (high word of |x| at least 1.0's) go to the
 // fix-up: +-1 exactly, NaN quiet, and |x| > 1 the default NaN with

@@ -4,7 +4,7 @@
 //   LA, EP   With a = |x|: s = a for a <= 1, s = -1/a above, and
 //            atan(|x|) = [pi/2] + s P(s^2), P of degree 21 in s^2 (LA,
 //            relative error 2^-58.05 over [0, 1]) or 9 (EP, 2^-28.63) in
-//            two interleaved Horner chains. 1/a comes from the single-
+//            interleaved Horner chains (four for LA, two for EP). 1/a comes from the single-
 //            precision estimate refined by the series of 1/(1 + e), e =
 //            a R - 1, to e^5 (LA) or e^2 (EP): no division instruction.
 //   HA       Five reductions chosen by comparing |x| with 7/16, 11/16,
@@ -21,11 +21,11 @@
 //            degree-5 polynomial (2^-29.56).
 //
 // Largest errors found against MPFR (2.4 million arguments; see
-// tests/kernels/trig):
-//   LA          2.51 ulp at -0x1.001c37e02a806p+0
+// tests/kernels/trig; LA and HA from zvl-ulp's million):
+//   LA          1.76 ulp at 0x1.00674a47a9164p+0
 //   EP          relative 2^-28.63 at -0x1.39a4d46e3035cp-3
-//   HA          0.542 ulp at -0x1.bc52fb2678adep-2
-//   HA element  0.575 ulp at 0x1.bc7df2f7bf0c2p-2
+//   HA          0.535 ulp at 0x1.9a9338f09e77p-2
+//   HA element  0.565 ulp at 0x1.bacb67910c6fp-2
 //   EP element  relative 2^-29.56 at 0x1.91d21957e9748p-4
 //
 // Refused lanes, by one signed compare on the high word w of |x| (w -

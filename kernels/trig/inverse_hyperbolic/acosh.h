@@ -11,8 +11,8 @@
 //           fast two-sum and its root likewise; from 2^28 on v = x with ln
 //           2 added.
 // Largest errors found against MPFR (2.4 million arguments; see
-// tests/kernels/trig): LA and EP 2.58 ulp at 0x1.1fe28b1e85302p+0, HA 0.509
-// ulp at 0x1.07e6d2db54b91p+0.
+// tests/kernels/trig): LA and EP 2.58 ulp at 0x1.1fe28b1e85302p+0, HA 0.508
+// ulp at 0x1.0d7e990c52326p+0 (zvl-ulp).
 // Vector range 1 <= x < inf (one compare of the high word, which a
 // negative x fails as a signed number). The callout takes the rest: x < 1
 // gives the default NaN with ZVL_STATUS_ERRDOM, +inf gives +inf, NaN x + x.

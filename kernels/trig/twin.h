@@ -130,12 +130,15 @@ struct LanesOfT<Twin<V>> {
 template <class V>
 using LanesOf = typename LanesOfT<V>::type;
 
-// PerVector whose blocks of an even number of vectors run as twins.
-template <class F>
+// PerVector whose blocks of an even number of vectors run as twins, for
+// wrappers of at most MaxLanes lanes (the longest bodies, with a table's
+// gathers, run slower as twins of 256-bit vectors: sixteen registers do
+// not hold both).
+template <class F, int MaxLanes = 4>
 struct PerTwin : PerVector<F> {
     template <class V, int NV>
     static void block(const typename V::vd* x, typename V::vd* y) {
-        if constexpr (NV % 2 == 0) {
+        if constexpr (NV % 2 == 0 && V::lanes <= MaxLanes) {
 #pragma GCC unroll 8
             for (int j = 0; j < NV; j += 2) {
                 const typename Twin<V>::vd r = F::template eval<Twin<V>>({x[j], x[j + 1]});
@@ -148,7 +151,7 @@ struct PerTwin : PerVector<F> {
     }
     template <class V, int NV>
     static void block(const typename V::vd* x, const typename V::vd* z, typename V::vd* y) {
-        if constexpr (NV % 2 == 0) {
+        if constexpr (NV % 2 == 0 && V::lanes <= MaxLanes) {
 #pragma GCC unroll 8
             for (int j = 0; j < NV; j += 2) {
                 const typename Twin<V>::vd r =

@@ -35,7 +35,7 @@ inline int acosh_refused(typename V::vd x) {
     return outside<V>(Lanes<V::lanes>::hi32(x), 0x3ff00000, 0x7ff00000);
 }
 
-struct AcoshLA : PerTwin<AcoshLA> {
+struct AcoshLA : PerTwin<AcoshLA, 2> {
     static constexpr double near_below = 1.13001;
     static constexpr double huge = zvl::from_bits(0x5fe7dddf6b095ff1);  // 1e154
 
@@ -61,7 +61,7 @@ struct AcoshLA : PerTwin<AcoshLA> {
     static int32_t callout(const double* x, double* r) { return zvl::acosh_callout(x, r); }
 };
 
-struct AcoshHA : PerTwin<AcoshHA> {
+struct AcoshHA : PerTwin<AcoshHA, 2> {
     static constexpr double near_below = 1.0625;
     static constexpr double big_from = zvl::from_bits(0x41b0000000000000);  // 2^28
 

@@ -27,7 +27,7 @@
 
 namespace {
 
-struct AsinhLA : PerTwin<AsinhLA> {
+struct AsinhLA : PerTwin<AsinhLA, 2> {
     // 1e154: from here x^2 + 1 would overflow
     static constexpr double huge = zvl::from_bits(0x5fe7dddf6b095ff1);
 
@@ -48,7 +48,7 @@ struct AsinhLA : PerTwin<AsinhLA> {
     static int32_t callout(const double* x, double* r) { return zvl::asinh_callout(x, r); }
 };
 
-struct AsinhHA : PerTwin<AsinhHA> {
+struct AsinhHA : PerTwin<AsinhHA, 2> {
     // 2^28: from here v = 2|x| to the last bit
     static constexpr double big_from = zvl::from_bits(0x41b0000000000000);
 

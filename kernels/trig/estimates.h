@@ -16,6 +16,7 @@
 #include "kernels/common/isa.h"
 #include "kernels/common/lanes.h"
 #include "kernels/trig/double_word.h"
+#include "kernels/trig/twin.h"
 
 namespace {
 
@@ -25,6 +26,10 @@ inline int32_t rcp_words(int32_t w) {
     return _mm_cvtsi128_si32(_mm_castps_si128(_mm_rcp_ss(f)));
 }
 inline __m128i rcp_words(__m128i w) { return _mm_castps_si128(_mm_rcp_ps(_mm_castsi128_ps(w))); }
+template <class T>
+inline TwinOf<T> rcp_words(TwinOf<T> w) {
+    return {rcp_words(w.a), rcp_words(w.b)};
+}
 
 // R ~ 1/q for positive normal q with q < 2^1021, built on the high word of q
 // so that any exponent works: the estimate of q's significand as a float in
@@ -33,7 +38,7 @@ inline __m128i rcp_words(__m128i w) { return _mm_castps_si128(_mm_rcp_ps(_mm_cas
 // with its low word cleared) is exact.
 template <class V>
 inline typename V::vd recip_estimate(typename V::vd q) {
-    using L = Lanes<V::lanes>;
+    using L = LanesOf<V>;
     using vi = typename L::vi;
     const vi w = L::hi32(q);
     const vi f = L::add(L::and_(L::template slli<3>(w), L::splat(0x007fffff)), L::splat(0x3f800000));
@@ -85,15 +90,20 @@ inline typename V::vd rsqrt_refined(typename V::vd z) {
     return V::add(y0, V::mul(y0, V::mul(e, c)));
 }
 
-// sqrt(z_hi + z_lo) = s_hi + s_lo, given y = rsqrt_refined(z_hi): s_hi = z_hi
-// y, and s_lo from the residual z - s_hi^2, exact by a two-product.
+// sqrt(z_hi + z_lo) = s_hi + s_lo to 2^-72, given y = rsqrt_refined(z_hi)
+// and |z_lo| <= ulp(z_hi). s_hi is z_hi y cut to 26 bits, so its square is
+// exact and d = z_hi - s_hi^2 too (the two agree within 2^-24); with D = (d
+// + z_lo) / s_hi^2 and h = (d + z_lo) y / 2 = s_hi (D/2 - D^2/4 + ...),
+// sqrt = s_hi (1 + D/2 - D^2/8 + ...) = s_hi + h + h^2 y / 2 to s_hi D^3/16.
+// No product needs splitting. s_lo is up to 2^-25 of s_hi.
 template <class V>
 inline void sqrt_dw(typename V::vd z_hi, typename V::vd z_lo, typename V::vd y,
                     typename V::vd& s_hi, typename V::vd& s_lo) {
-    typename V::vd p, pe;
-    s_hi = V::mul(z_hi, y);
-    two_prod<V>(s_hi, s_hi, p, pe);
-    s_lo = V::mul(V::add(V::sub(V::sub(z_hi, p), pe), z_lo), V::mul(y, V::splat(0.5)));
+    using vd = typename V::vd;
+    const vd y_half = V::mul(y, V::splat(0.5));
+    s_hi = upper_half<V>(V::mul(z_hi, y));
+    const vd h = V::mul(V::add(V::sub(z_hi, V::mul(s_hi, s_hi)), z_lo), y_half);
+    s_lo = V::add(h, V::mul(V::mul(h, h), y_half));
 }
 
 }  // namespace

@@ -40,11 +40,28 @@ inline void horner2_parts(const double* c, typename V::vd w, typename V::vd& eve
     odd = (N - 1) % 2 == 0 ? h1 : h0;
 }
 
+// Long lists (16 terms and more) run four chains in z^4 instead, the same
+// operations but for four, in half the dependent latency again.
 template <class V, size_t N>
 inline typename V::vd horner2(const double* c, typename V::vd z, typename V::vd w) {
-    typename V::vd even, odd;
-    horner2_parts<V, N>(c, w, even, odd);
-    return V::mul_add(odd, z, even);
+    using vd = typename V::vd;
+    if constexpr (N >= 16) {
+        // chain k holds the powers z^(4i + k), i from the top down
+        const vd w2 = V::mul(w, w);
+        vd h[4];
+        bool started[4] = {false, false, false, false};
+#pragma GCC unroll 64
+        for (size_t i = 0; i < N; ++i) {
+            const size_t k = (N - 1 - i) % 4;
+            h[k] = started[k] ? V::mul_add(h[k], w2, V::splat(c[i])) : V::splat(c[i]);
+            started[k] = true;
+        }
+        return V::add(V::mul_add(h[1], z, h[0]), V::mul(w, V::mul_add(h[3], z, h[2])));
+    } else {
+        vd even, odd;
+        horner2_parts<V, N>(c, w, even, odd);
+        return V::mul_add(odd, z, even);
+    }
 }
 
 // The same over a whole list.

@@ -14,16 +14,18 @@
 //          pattern of 1.0 plus 0x8010000000000000 where a > 1/2.
 //   HA     takes s = sqrt(z) in two parts: y, the reciprocal square root
 //          estimate refined by the binomial series of (1 - e)^(-1/2), e = 1 -
-//          z y0^2, to e^5, s_hi = z y and s_lo from the exact residual z -
-//          s_hi^2; the cubic term of q exact in two parts, B in two parts,
-//          and the large terms summed exactly (sum_three).
+//          z y0^2, to e^5, s_hi = z y cut to 26 bits and s_lo from the exact
+//          residual z - s_hi^2; the larger part of the cubic term of q
+//          exact, B in two parts, and the large terms summed exactly
+//          (sum_three).
 //
 // Largest errors found against MPFR (2.4 million arguments each; see
 // tests/kernels/trig):
-//   Asin  LA and EP 2.23 ulp at -0x1.0328cc05e8712p-1, HA 0.537 ulp at
-//         0x1.0e53a7707ccaep-1
+//   Asin  LA and EP 2.23 ulp at -0x1.0328cc05e8712p-1, HA 0.564 ulp at
+//         0x1.013a06f289c57p-1 (zvl-ulp)
 //   Acos  LA and EP 3.17 ulp at 0x1.2493b8e8553cdp-1 (its polynomial alone is
-//         off by 2^-51.84 relative), HA 0.529 ulp at 0x1.3015483423b24p-1
+//         off by 2^-51.84 relative), HA 0.540 ulp at 0x1.3683d3b5c75eep-1
+//         (zvl-ulp)
 //
 // Lanes with |x| >= 1 or NaN (high word of |x| at least 1.0's) go to the
 // fix-up: +-1 exactly, NaN quiet, and |x| > 1 the default NaN with
@@ -82,7 +84,7 @@ struct AsinAcosFixup {
 };
 
 template <class Poly, bool Acos>
-struct AsinAcosLA : PerVector<AsinAcosLA<Poly, Acos>>, AsinAcosFixup<Acos> {
+struct AsinAcosLA : PerTwin<AsinAcosLA<Poly, Acos>>, AsinAcosFixup<Acos> {
     template <class V>
     static typename V::vd eval(typename V::vd x) {
         using vd = typename V::vd;
@@ -105,37 +107,41 @@ struct AsinAcosLA : PerVector<AsinAcosLA<Poly, Acos>>, AsinAcosFixup<Acos> {
 };
 
 template <bool Acos>
-struct AsinAcosHA : PerVector<AsinAcosHA<Acos>>, AsinAcosFixup<Acos> {
+struct AsinAcosHA : PerTwin<AsinAcosHA<Acos>>, AsinAcosFixup<Acos> {
     template <class V>
     static typename V::vd eval(typename V::vd x) {
         using vd = typename V::vd;
         const AsinArgs<V, Acos> g(x);
         const vd big = g.big, s_small = g.s_small, z = g.z;
-        // sqrt(z) in two parts where a > 1/2 (the other lanes take a z
-        // that keeps the estimate in range)
+        // s = s_hi + s_lo with s_hi of 26 bits: where a > 1/2 sqrt(z) in
+        // two parts (the other lanes take a z that keeps the estimate in
+        // range), below s_small in two halves.
         const vd zs = V::select(big, z, V::splat(0.25));
         vd root, root_lo;
         sqrt_dw<V>(zs, V::splat(0.0), rsqrt_refined<V>(zs), root, root_lo);
-        const vd s_hi = V::select(big, root, s_small);
-        const vd s_lo = V::and_(big, root_lo);
-        // s^3 = T + T_lo: s^2 is z exactly where a > 1/2 and s_small^2 in
-        // two parts below, so s^3 = s_hi s^2 + s_lo z with s_hi s^2 a
-        // two-product; then c1 s^3 = C + C_lo, c1 the cubic term's
-        // coefficient, so that the terms larger than 2^-6 of the result are
-        // all exact before the last sum (the worst error was 0.65 ulp
-        // without this).
+        const vd small_hi = upper_half<V>(s_small);
+        const vd s_hi = V::select(big, root, small_hi);
+        const vd s_lo = V::select(big, root_lo, V::sub(s_small, small_hi));
+        const vd s = V::add(s_hi, s_lo);
+        // s^3 = T + T_lo: s_hi^2 exact, split in two so that s_hi times each
+        // is exact, and s^3 - s_hi^3 = 3 s_hi s_lo s to 2^-75 of s^3. The
+        // cubic term c1 s^3, up to 4% of the result, has its larger part
+        // s^3/8 exact; the rest, (c1 - 1/8) s^3, joins the higher terms. So
+        // the terms larger than 2^-7 of the result are all exact before the
+        // last sum (the worst error was 0.65 ulp without this).
         constexpr size_t n = sizeof zvl::AsinPolyHA::c / sizeof(double);
         constexpr double c1 = zvl::AsinPolyHA::c[n - 1];
-        vd zz, zz_lo, T, T_lo, C, C_lo;
-        two_prod<V>(s_small, s_small, zz, zz_lo);
-        zz = V::select(big, z, zz);
-        zz_lo = V::andnot(big, zz_lo);
-        two_prod<V>(s_hi, zz, T, T_lo);
-        T_lo = V::add(T_lo, V::add(V::mul(s_hi, zz_lo), V::mul(s_lo, z)));
-        two_prod<V>(V::splat(c1), T, C, C_lo);
+        constexpr double c1_hi = 0.125;
+        static_assert(c1 > 0.15625 && c1 < 0.1875, "c1 - c1_hi is exact and small");
+        const vd S2 = V::mul(s_hi, s_hi);
+        const vd S2_hi = upper_half<V>(S2);
+        const vd T = V::mul(s_hi, S2_hi);
+        const vd T_lo = V::add(V::mul(s_hi, V::sub(S2, S2_hi)),
+                               V::mul(V::mul(V::splat(3.0), s_hi), V::mul(s_lo, s)));
+        const vd C = V::mul(V::splat(c1_hi), T);
         const vd Q2 = horner2<V, n - 1>(&zvl::AsinPolyHA::c[0], z, V::mul(z, z));
-        const vd low = V::add(V::add(s_lo, V::add(C_lo, V::mul(V::splat(c1), T_lo))),
-                              V::mul(V::mul(T, z), Q2));
+        const vd rest = V::mul(V::mul(s, z), V::mul_add(z, Q2, V::splat(c1 - c1_hi)));
+        const vd low = V::add(s_lo, V::add(V::mul(V::splat(c1_hi), T_lo), rest));
         // B + m asin(s)
         vd m, B_hi, B_lo;
         if constexpr (Acos) {

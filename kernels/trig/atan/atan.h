@@ -4,7 +4,7 @@
 //   LA, EP   With a = |x|: s = a for a <= 1, s = -1/a above, and
 //            atan(|x|) = [pi/2] + s P(s^2), P of degree 21 in s^2 (LA,
 //            relative error 2^-58.05 over [0, 1]) or 9 (EP, 2^-28.63) in
-//            two interleaved Horner chains. 1/a comes from the single-
+//            interleaved Horner chains (four for LA, two for EP). 1/a comes from the single-
 //            precision estimate refined by the series of 1/(1 + e), e =
 //            a R - 1, to e^5 (LA) or e^2 (EP): no division instruction.
 //   HA       Five reductions chosen by comparing |x| with 7/16, 11/16,
@@ -21,11 +21,11 @@
 //            degree-5 polynomial (2^-29.56).
 //
 // Largest errors found against MPFR (2.4 million arguments; see
-// tests/kernels/trig):
-//   LA          2.51 ulp at -0x1.001c37e02a806p+0
+// tests/kernels/trig; LA and HA from zvl-ulp's million):
+//   LA          1.76 ulp at 0x1.00674a47a9164p+0
 //   EP          relative 2^-28.63 at -0x1.39a4d46e3035cp-3
-//   HA          0.542 ulp at -0x1.bc52fb2678adep-2
-//   HA element  0.575 ulp at 0x1.bc7df2f7bf0c2p-2
+//   HA          0.535 ulp at 0x1.9a9338f09e77p-2
+//   HA element  0.565 ulp at 0x1.bacb67910c6fp-2
 //   EP element  relative 2^-29.56 at 0x1.91d21957e9748p-4
 //
 // Refused lanes, by one signed compare on the high word w of |x| (w -
@@ -84,7 +84,7 @@ inline typename V::vd atan_sum(typename V::vd s, typename V::vd B_hi, typename V
 }
 
 template <class Form>
-struct AtanVector : PerVector<AtanVector<Form>> {
+struct AtanVector : PerTwin<AtanVector<Form>> {
     template <class V>
     static typename V::vd eval(typename V::vd x) {
         using vd = typename V::vd;
@@ -161,17 +161,20 @@ struct RecipDivide {
 // anchors (entry k, or k + 5 where `pi_minus` has the integer 5), sign the
 // sign bit in `flip`, and atan(t) = t + c1 t^3 + t^5 P2(t^2), c1 = -1/3 and
 // P2 the rest of P. With t up to 7/16, c1 t^3 reaches 6% of the result, so
-// it is formed exactly: t_hi has 26 bits, t_hi^3 is two exact products and
-// c1 times the larger a two-product; the three large terms B_hi, t_hi and
-// c1 t^3 are summed by fast two-sums (|B| > |t| > |c1 t^3| unless B is 0),
-// so that the result's one rounding that counts is the last. Without this
-// the worst error was 0.70 ulp.
+// its larger part, -t^3/4, is formed exactly: t_hi has 26 bits, t_hi^3 is
+// two exact products and a quarter of each is exact. The rest, (c1 + 1/4)
+// t^3, is at most 1.6% of the result and joins P2's terms. The three large
+// terms B_hi, t_hi and -t_hi^3/4 are summed by fast two-sums (|B| > |t| >
+// |t^3/4| unless B is 0), so that the result's one rounding that counts is
+// the last. Without the exact part the worst error was 0.70 ulp.
 template <class V, class Poly>
 inline typename V::vd atan_ha_sum(const AtanReduced<V>& d, typename V::vd pi_minus,
                                   typename V::vd flip) {
     using vd = typename V::vd;
     constexpr size_t n = sizeof Poly::c / sizeof(double);
     constexpr double c1 = Poly::c[n - 1];
+    constexpr double c1_hi = -0.25;
+    static_assert(c1 < -0.3125 && c1 > -0.375, "c1 - c1_hi is exact and small");
     uint32_t j[V::lanes];
     V::low_words(V::add_i64(d.k, pi_minus), j);
     vd B_hi, B_lo;
@@ -185,16 +188,16 @@ inline typename V::vd atan_ha_sum(const AtanReduced<V>& d, typename V::vd pi_min
     const vd u2_hi = upper_half<V>(u2);
     const vd T3 = V::mul(u, u2_hi);
     const vd T3_lo = V::add(V::mul(u, V::sub(u2, u2_hi)), V::mul(V::mul(V::splat(3.0), u), V::mul(v, t)));
-    vd C, C_lo;
-    two_prod<V>(V::splat(c1), T3, C, C_lo);
+    const vd C = V::mul(V::splat(c1_hi), T3);
     const vd P2 = horner2<V, n - 1>(&Poly::c[0], z, V::mul(z, z));
-    const vd small = V::add(V::add(C_lo, V::mul(V::splat(c1), T3_lo)), V::mul(V::mul(t, z), V::mul(z, P2)));
+    const vd rest = V::mul(V::mul(t, z), V::mul_add(z, P2, V::splat(c1 - c1_hi)));
+    const vd small = V::add(V::mul(V::splat(c1_hi), T3_lo), rest);
     const vd m = V::or_(V::splat(1.0), flip);
     return sum_three<V>(B_hi, B_lo, m, u, C, V::add(v, small));
 }
 
 template <class Poly, class Recip>
-struct AtanReducing : PerVector<AtanReducing<Poly, Recip>> {
+struct AtanReducing : PerTwin<AtanReducing<Poly, Recip>> {
     template <class V>
     static typename V::vd eval(typename V::vd x) {
         using vd = typename V::vd;

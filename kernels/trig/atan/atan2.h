@@ -7,7 +7,8 @@
 //              |y| > |x|:   pi/2 - atan(s)      x < 0:  pi/2 + atan(s)
 //            as B + s P(s^2) with s carrying the sign and B in two parts;
 //            the sign of y on the result.
-//   HA       Atan's five reductions on the quotient: the interval by |y|
+//   HA       Atan's five reductions on the quotient (at cpu types 0 and 1
+//            with the division instruction and the older polynomial): the interval by |y|
 //            against 7/16, 11/16, 19/16 and 39/16 times |x|, t = (|y| -
 //            c|x|) / (|x| + c|y|), or -|x| / |y| above (the numerator exact,
 //            the denominator in two parts, t in two parts); pi - atan(c)
@@ -16,8 +17,8 @@
 // Largest errors found against MPFR (2.5 million pairs; see tests/kernels/trig):
 //   LA          2.73 ulp at (0x1.b6f43ea87a03ap+5, 0x1.bbb6aea199b6cp+5)
 //   EP          relative 2^-28.62 at (0x1.af3fb54ce2073p-44, 0x1.07400adaba8c7p-2)
-//   HA          0.547 ulp at (0x1.5d5fb8b0251b3p-11, 0x1.9a332580d72dbp-10)
-//   HA element  (the callout) 0.509 ulp at (-0x1.39e3489e1c10cp-8, 0x1.46c1a9bab9d33p-5)
+//   HA          0.543 ulp at (0x1.7c6c187998afcp+0, 0x1.d5ee943fda556p+1)
+//   HA older    0.575 ulp at (0x1.2fdacda55fd68p+0, 0x1.5e67b5cfd878cp+1)
 //
 // Refused pairs: either argument refused by Atan's test (zero, tiny or
 // denormal, 2^993 or more, infinite, NaN); in HA also either argument
@@ -38,7 +39,7 @@ inline int atan2_refused(typename V::vd y, typename V::vd x) {
 }
 
 template <class Form>
-struct Atan2Vector : PerVector<Atan2Vector<Form>> {
+struct Atan2Vector : PerTwin<Atan2Vector<Form>> {
     template <class V>
     static typename V::vd eval(typename V::vd y, typename V::vd x) {
         using vd = typename V::vd;
@@ -67,13 +68,13 @@ struct Atan2Vector : PerVector<Atan2Vector<Form>> {
 using Atan2LA = Atan2Vector<AtanLAForm>;
 using Atan2EP = Atan2Vector<AtanEPForm>;
 
-template <class Poly>
-struct Atan2Reducing : PerVector<Atan2Reducing<Poly>> {
+template <class Poly, class Recip>
+struct Atan2Reducing : PerTwin<Atan2Reducing<Poly, Recip>> {
     template <class V>
     static typename V::vd eval(typename V::vd y, typename V::vd x) {
         using vd = typename V::vd;
         const vd x_neg = V::lt(x, V::splat(0.0));
-        const AtanReduced<V> d = atan_reduce<V, RecipEstimate>(abs_of<V>(y), abs_of<V>(x));
+        const AtanReduced<V> d = atan_reduce<V, Recip>(abs_of<V>(y), abs_of<V>(x));
         const vd r = atan_ha_sum<V, Poly>(d, V::and_(x_neg, splat_bits<V>(5)),
                                           V::and_(x_neg, splat_bits<V>(Fp64::sign_mask)));
         return V::or_(r, sign_of<V>(y));
@@ -92,22 +93,9 @@ struct Atan2Reducing : PerVector<Atan2Reducing<Poly>> {
     }
 };
 
-using Atan2HA = Atan2Reducing<zvl::AtanPolyHA>;
-
-// Element by element, for the cpu types without vector kernels: HA is the
-// callout itself; EP sends refused pairs to it and computes the others by
-// the EP formula on one lane.
-struct Atan2ElementHA {
-    static int32_t element(const double* y, const double* x, double* r) {
-        return zvl::atan2_callout(y, x, r);
-    }
-};
-struct Atan2ElementEP {
-    static int32_t element(const double* y, const double* x, double* r) {
-        if (atan2_refused<Scalar>(*y, *x)) return zvl::atan2_callout(y, x, r);
-        *r = Atan2EP::one(*y, *x);
-        return 0;
-    }
-};
+using Atan2HA = Atan2Reducing<zvl::AtanPolyHA, RecipEstimate>;
+// The HA of the cpu types without the vector HA: Atan's older HA on the
+// quotient, with the division instruction.
+using Atan2OlderHA = Atan2Reducing<zvl::AtanPolyOlder, RecipDivide>;
 
 }  // namespace

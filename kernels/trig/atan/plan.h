@@ -6,13 +6,15 @@
 //   E  EP vector: the same, degree 19
 //   O  the older Atan HA: the five reductions with the division instruction
 //      (the cpu types without the vector HA)
-//   S  EP of cpu type 1: Atan's reductions with the degree-11 polynomial;
-//      Atan2's EP formula, one pair at a time
-//   H  Atan2 HA one pair at a time: the exact callout itself
+//   S  EP of Atan at cpu type 1: the five reductions with the degree-11
+//      polynomial
 //
-// Atan has the vector HA at cpu type 5 only, Atan2 from cpu type 2 up. At
-// cpu type 1 LA runs HA, at cpu type 0 LA and EP do. Vector kernels take 16
-// elements a block. Atan's O and S take blocks of four on the restart form:
+// Atan has the vector HA at cpu type 5 only, Atan2 from cpu type 2 up; at
+// cpu types 0 and 1 Atan2's HA is O on the quotient (one pair at a time,
+// the exact callout, took 25 ns a pair at cpu type 0, twice glibc's
+// atan2). At cpu type 1 LA runs HA, at cpu type 0 LA and EP do; Atan2's EP
+// at cpu type 1 is the vector EP. Vector kernels take 16 elements a block.
+// Atan's O and S take blocks of four on the restart form:
 // a block with a refused element is redone element by element (one element
 // at a time, O took 19.5 ns an element at cpu type 4; in blocks of four,
 // 9). Every kernel runs under the full MXCSR guard: the double-word sums and
@@ -30,10 +32,6 @@ constexpr Cell atan_vector(char variant) { return own(variant, 16, Guard::mxcsr,
 // Blocks of four that any refused element sends, whole, element by element
 // through the callout or the same formula on one lane.
 constexpr Cell atan_restart(char variant) { return own(variant, 4, Guard::mxcsr, Loop::restart); }
-// One pair at a time.
-constexpr Cell atan2_element(char variant) {
-    return own(variant, 1, Guard::mxcsr, Loop::restart, Wrap::scalar);
-}
 
 constexpr Row3 kAtanVectorRow = {atan_vector('A'), atan_vector('L'), atan_vector('E')};
 
@@ -46,8 +44,8 @@ constexpr Plan Atan = plan(
     kAtanVectorRow);
 
 constexpr Plan Atan2 = plan(
-    {atan2_element('H'), kRunsHA, kRunsHA},
-    {atan2_element('H'), kRunsHA, atan2_element('S')},
+    {atan_vector('O'), kRunsHA, kRunsHA},
+    {atan_vector('O'), kRunsHA, atan_vector('E')},
     kAtanVectorRow, kAtanVectorRow, kAtanVectorRow, kAtanVectorRow);
 
 static_assert(well_formed(Atan) && well_formed(Atan2));

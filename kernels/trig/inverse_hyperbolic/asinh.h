@@ -5,9 +5,10 @@
 //           0x7ff00000, one compare): v = |x| + sqrt(x^2 + 1) by
 //           the square root instruction, or v = |x| with ln 2 added from 1e154
 //           on (x^2 would overflow); the rest goes to the callout.
-//   HA      every finite x: below 1/8 x + x^3 P(x^2) (degree 13), above v in
+//   HA      every finite x: below 1/8 x + x^3 P(x^2) (degree 13, for the
+//           vectors with such a lane only), above v in
 //           two parts, the root from the refined reciprocal square root
-//           estimate and the exact residual of x^2 + 1 (x^2 a two-product);
+//           estimate and the exact residual of x^2 + 1 (x^2 in two parts);
 //           from 2^28 on v = |x| with ln 2 added (the 1 in x^2 + 1 is below
 //           2^-56 of it).
 // Largest errors found against MPFR (2.4 million arguments; see
@@ -26,7 +27,7 @@
 
 namespace {
 
-struct AsinhLA : PerVector<AsinhLA> {
+struct AsinhLA : PerTwin<AsinhLA, 2> {
     // 1e154: from here x^2 + 1 would overflow
     static constexpr double huge = zvl::from_bits(0x5fe7dddf6b095ff1);
 
@@ -47,7 +48,7 @@ struct AsinhLA : PerVector<AsinhLA> {
     static int32_t callout(const double* x, double* r) { return zvl::asinh_callout(x, r); }
 };
 
-struct AsinhHA : PerVector<AsinhHA> {
+struct AsinhHA : PerTwin<AsinhHA, 2> {
     // 2^28: from here v = 2|x| to the last bit
     static constexpr double big_from = zvl::from_bits(0x41b0000000000000);
 
@@ -58,11 +59,10 @@ struct AsinhHA : PerVector<AsinhHA> {
         // the small branch sees only its own arguments, so that x^2 cannot
         // overflow where the other is taken
         const vd is_small = V::lt(a, V::splat(0.125));
-        const vd small = odd_series<V>(zvl::AsinhPolySmall::c, V::and_(is_small, a));
         const vd big = V::le(V::splat(big_from), a);
         const vd ac = V::andnot(big, a);
         vd q, q_lo, w, w_lo, s, s_lo, v, v_lo;
-        two_prod<V>(ac, ac, q, q_lo);
+        two_square<V>(ac, q, q_lo);
         two_sum<V>(V::splat(1.0), q, w, w_lo);
         sqrt_dw<V>(w, V::add(w_lo, q_lo), rsqrt_refined<V>(w), s, s_lo);
         fast_two_sum<V>(s, ac, v, v_lo);  // s > |x|
@@ -70,7 +70,10 @@ struct AsinhHA : PerVector<AsinhHA> {
         v_lo = V::andnot(big, V::add(v_lo, s_lo));
         vd hi, lo;
         log_ha<V>(v, v_lo, V::and_(big, V::splat(1.0)), hi, lo);
-        const vd r = V::select(is_small, small, V::add(hi, lo));
+        vd r = V::add(hi, lo);
+        // the series only for vectors with a lane below 1/8
+        if (lane_bits<V>(is_small) != 0)
+            r = V::select(is_small, odd_series<V>(zvl::AsinhPolySmall::c, V::and_(is_small, a)), r);
         return V::or_(r, sign_of<V>(x));
     }
     // Infinities and NaNs.

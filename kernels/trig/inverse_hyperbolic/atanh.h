@@ -39,7 +39,7 @@ inline void atanh_sums(typename V::vd a, typename V::vd& n, typename V::vd& n_lo
     fast_two_sum<V>(V::splat(1.0), V::xor_(a, splat_bits<V>(Fp64::sign_mask)), d, d_lo);
 }
 
-struct AtanhLA : PerVector<AtanhLA> {
+struct AtanhLA : PerTwin<AtanhLA, 2> {
     template <class V>
     static typename V::vd eval(typename V::vd x) {
         using vd = typename V::vd;
@@ -62,7 +62,7 @@ struct AtanhLA : PerVector<AtanhLA> {
     static int32_t callout(const double* x, double* r) { return zvl::atanh_callout(x, r); }
 };
 
-struct AtanhHA : PerVector<AtanhHA> {
+struct AtanhHA : PerTwin<AtanhHA, 2> {
     template <class V>
     static typename V::vd eval(typename V::vd x) {
         using vd = typename V::vd;

@@ -22,6 +22,7 @@
 #include "kernels/trig/double_word.h"
 #include "kernels/trig/inverse_hyperbolic/data.h"
 #include "kernels/trig/poly.h"
+#include "kernels/trig/twin.h"
 
 namespace {
 
@@ -45,7 +46,7 @@ struct LogParts {
 
 template <class V, bool TwoPart>
 inline LogParts<V> log_parts(typename V::vd v, typename V::vd e_add) {
-    using L = Lanes<V::lanes>;
+    using L = LanesOf<V>;
     LogParts<V> p;
     const typename L::vi k = L::template srai<20>(L::sub(L::hi32(v), L::splat(0x3ff00000)));
     p.e = V::add(L::to_double(k), e_add);

@@ -13,15 +13,22 @@
 
 namespace {
 
-template <class V, class F>
+// Blocks of NV vectors (2: the kernels' two vectors at a time), then one
+// element at a time.
+template <class V, class F, int NV = 1>
 void run1(int n, const double* a, double* r, int32_t* st) {
+    constexpr int W = NV * V::lanes;
     int i = 0;
-    for (; i + V::lanes <= n; i += V::lanes) {
-        typename V::vd x = V::load(a + i), y;
-        F::template block<V, 1>(&x, &y);
-        const int special = lane_bits<V>(F::template special<V>(x));
-        V::store(r + i, y);
-        for (int l = 0; l < V::lanes; ++l)
+    for (; i + W <= n; i += W) {
+        typename V::vd x[NV], y[NV];
+        for (int j = 0; j < NV; ++j) x[j] = V::load(a + i + j * V::lanes);
+        F::template block<V, NV>(x, y);
+        int special = 0;
+        for (int j = 0; j < NV; ++j) {
+            special |= lane_bits<V>(F::template special<V>(x[j])) << (j * V::lanes);
+            V::store(r + i + j * V::lanes, y[j]);
+        }
+        for (int l = 0; l < W; ++l)
             st[i + l] = special >> l & 1 ? F::callout(a + i + l, r + i + l) : 0;
     }
     for (; i < n; ++i) {
@@ -30,15 +37,23 @@ void run1(int n, const double* a, double* r, int32_t* st) {
     }
 }
 
-template <class V, class F>
+template <class V, class F, int NV = 1>
 void run2(int n, const double* a, const double* b, double* r, int32_t* st) {
+    constexpr int W = NV * V::lanes;
     int i = 0;
-    for (; i + V::lanes <= n; i += V::lanes) {
-        typename V::vd x = V::load(a + i), z = V::load(b + i), y;
-        F::template block<V, 1>(&x, &z, &y);
-        const int special = lane_bits<V>(F::template special<V>(x, z));
-        V::store(r + i, y);
-        for (int l = 0; l < V::lanes; ++l)
+    for (; i + W <= n; i += W) {
+        typename V::vd x[NV], z[NV], y[NV];
+        for (int j = 0; j < NV; ++j) {
+            x[j] = V::load(a + i + j * V::lanes);
+            z[j] = V::load(b + i + j * V::lanes);
+        }
+        F::template block<V, NV>(x, z, y);
+        int special = 0;
+        for (int j = 0; j < NV; ++j) {
+            special |= lane_bits<V>(F::template special<V>(x[j], z[j])) << (j * V::lanes);
+            V::store(r + i + j * V::lanes, y[j]);
+        }
+        for (int l = 0; l < W; ++l)
             st[i + l] = special >> l & 1 ? F::callout(a + i + l, b + i + l, r + i + l) : 0;
     }
     for (; i < n; ++i) {
@@ -54,11 +69,6 @@ void element1(int n, const double* a, double* r, int32_t* st) {
     for (int i = 0; i < n; ++i) st[i] = F::element(a + i, r + i);
 }
 
-template <class F>
-void element2(int n, const double* a, const double* b, double* r, int32_t* st) {
-    for (int i = 0; i < n; ++i) st[i] = F::element(a + i, b + i, r + i);
-}
-
 }  // namespace
 
 // The vector bodies, as rows X(fn, mode, form, body, runner).
@@ -69,6 +79,7 @@ void element2(int n, const double* a, const double* b, double* r, int32_t* st) {
     X("atan2", "LA", "vector", Atan2LA, run2)  \
     X("atan2", "EP", "vector", Atan2EP, run2)  \
     X("atan2", "HA", "vector", Atan2HA, run2)  \
+    X("atan2", "HA", "older HA", Atan2OlderHA, run2)  \
     X("sinh", "LA", "vector", SinhLA, run1)    \
     X("sinh", "EP", "vector", SinhEP, run1)    \
     X("sinh", "HA", "vector", SinhHA, run1)    \
@@ -97,12 +108,13 @@ void element2(int n, const double* a, const double* b, double* r, int32_t* st) {
 // The element-by-element bodies, as rows X(fn, mode, form, body, runner).
 #define ZVL_TRIG_ELEMENT_BODIES(X)                               \
     X("atan", "HA", "older HA", AtanOlderHA, element1)           \
-    X("atan", "EP", "element EP", AtanEP1, element1)             \
-    X("atan2", "HA", "element HA", Atan2ElementHA, element2)     \
-    X("atan2", "EP", "element EP", Atan2ElementEP, element2)
+    X("atan", "EP", "element EP", AtanEP1, element1)
 
-// Appends the vector bodies for wrapper V to `out` (a std::vector<BodyRun>).
-#define ZVL_TRIG_ADD(fn, mode, form, F, runner) zvl_trig_add(out, fn, mode, form, ZVL_TRIG_ISA, runner<ZVL_TRIG_V, F>);
+// Appends the vector bodies for wrapper V to `out` (a std::vector<BodyRun>):
+// one vector a block, and two (the twins, which must give the same bits).
+#define ZVL_TRIG_ADD(fn, mode, form, F, runner)                                        \
+    zvl_trig_add(out, fn, mode, form, ZVL_TRIG_ISA, runner<ZVL_TRIG_V, F>);            \
+    zvl_trig_add(out, fn, mode, form, ZVL_TRIG_ISA " twin", runner<ZVL_TRIG_V, F, 2>);
 
 namespace {
 

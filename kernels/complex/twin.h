@@ -1,10 +1,6 @@
-// Twin<V>: two vectors of the wrapper V computed as one, each op issued on
-// both before the next op. The complex vector kernels' bodies are long
-// dependency chains (hundreds of ops a vector, more than the processor's
-// window of reordering), so one vector at a time leaves the units idle on
-// latency; the twin keeps two independent chains side by side.
-// ZPerTwin<F> runs a family's lanes<V> on twins where a block holds whole
-// twins and F::twins<V>() allows (a body whose two chains would not fit the
+// Twins (kernels/common/twin.h) for the complex vector kernels: ZPerTwin<F>
+// runs a family's lanes<V> on twins where a block holds whole twins and
+// F::twins<V>() allows (a body whose two chains would not fit the
 // registers runs better alone), and on single vectors otherwise.
 #pragma once
 
@@ -13,75 +9,16 @@
 
 #include "kernels/common/isa.h"
 #include "kernels/common/loops/zblock.h"
+#include "kernels/common/twin.h"
+
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Wignored-attributes"
 
 namespace {
 
-// Named by the wrapper, not by its vector type, whose attributes a template
-// argument would drop.
-template <class V>
-struct TwinOf {
-    typename V::vd a, b;
-};
-
-#define ZVL_TWIN_INLINE __attribute__((always_inline))
-
-template <class V>
-struct Twin {
-    using inner = V;
-    using vd = TwinOf<V>;
-    static constexpr int lanes = 2 * V::lanes;
-
-    ZVL_TWIN_INLINE static vd load(const double* p) { return {V::load(p), V::load(p + V::lanes)}; }
-    ZVL_TWIN_INLINE static void store(double* p, vd v) {
-        V::store(p, v.a);
-        V::store(p + V::lanes, v.b);
-    }
-    ZVL_TWIN_INLINE static vd splat(double c) { return {V::splat(c), V::splat(c)}; }
-#define ZVL_TWIN_OP2(op) \
-    ZVL_TWIN_INLINE static vd op(vd x, vd y) { return {V::op(x.a, y.a), V::op(x.b, y.b)}; }
-    ZVL_TWIN_OP2(add)
-    ZVL_TWIN_OP2(sub)
-    ZVL_TWIN_OP2(mul)
-    ZVL_TWIN_OP2(div)
-    ZVL_TWIN_OP2(and_)
-    ZVL_TWIN_OP2(or_)
-    ZVL_TWIN_OP2(xor_)
-    ZVL_TWIN_OP2(andnot)
-    ZVL_TWIN_OP2(add_i64)
-    ZVL_TWIN_OP2(sub_i64)
-    ZVL_TWIN_OP2(lt)
-    ZVL_TWIN_OP2(le)
-    ZVL_TWIN_OP2(eq)
-#undef ZVL_TWIN_OP2
-    ZVL_TWIN_INLINE static vd mul_add(vd x, vd y, vd z) { return {V::mul_add(x.a, y.a, z.a), V::mul_add(x.b, y.b, z.b)}; }
-    ZVL_TWIN_INLINE static vd sqrt(vd x) { return {V::sqrt(x.a), V::sqrt(x.b)}; }
-    ZVL_TWIN_INLINE static vd select(vd m, vd x, vd y) { return {V::select(m.a, x.a, y.a), V::select(m.b, x.b, y.b)}; }
-    ZVL_TWIN_INLINE static vd shl_i64(vd x, int n) { return {V::shl_i64(x.a, n), V::shl_i64(x.b, n)}; }
-    ZVL_TWIN_INLINE static vd shr_i64(vd x, int n) { return {V::shr_i64(x.a, n), V::shr_i64(x.b, n)}; }
-    ZVL_TWIN_INLINE static int mask(vd m) { return V::mask(m.a) | V::mask(m.b) << V::lanes; }
-    ZVL_TWIN_INLINE static void low_words(vd x, uint32_t* w) {
-        V::low_words(x.a, w);
-        V::low_words(x.b, w + V::lanes);
-    }
-    ZVL_TWIN_INLINE static vd gather(const double* t, const uint32_t* j) { return {V::gather(t, j), V::gather(t, j + V::lanes)}; }
-    ZVL_TWIN_INLINE static void gather_pairs(const double* t, const uint32_t* j, vd& x, vd& y) {
-        V::gather_pairs(t, j, x.a, y.a);
-        V::gather_pairs(t, j + V::lanes, x.b, y.b);
-    }
-};
-
-template <class V>
-struct IsTwin {
-    static constexpr bool value = false;
-};
-template <class V>
-struct IsTwin<Twin<V>> {
-    static constexpr bool value = true;
-};
-
 // The seed of seeds.h on both vectors.
-template <class V>
-ZVL_TWIN_INLINE inline TwinOf<V> rsqrt_seed(TwinOf<V> x) {
+template <class T>
+ZVL_TWIN_INLINE inline TwinOf<T> rsqrt_seed(TwinOf<T> x) {
     return {rsqrt_seed(x.a), rsqrt_seed(x.b)};
 }
 
@@ -104,3 +41,5 @@ struct ZPerTwin {
 };
 
 }  // namespace
+
+#pragma GCC diagnostic pop

@@ -1,11 +1,5 @@
-// Two vectors as one: Twin<V> runs each operation of wrapper V on a pair of
-// its vectors, so that a kernel body written once over the wrappers, when
-// evaluated on a Twin, issues the two vectors' instructions side by side.
-// The inverse trigonometric and hyperbolic bodies are long chains of
-// dependent steps (refined estimates, double-word sums, Horner chains); one
-// vector at a time they wait on latency, and the processor's window holds
-// too few of them to fill the gaps. Each lane computes exactly what it
-// computes through V, so results are the same bits.
+// Twins (kernels/common/twin.h) for the inverse trigonometric and
+// hyperbolic bodies: the estimate of a pair, the 32-bit lanes of a pair.
 //
 // LanesOf<V> is the 32-bit lane set of a wrapper (Lanes<V::lanes> for the
 // wrappers of isa.h, pairs of them for a Twin); PerTwin is PerVector whose
@@ -20,6 +14,7 @@
 #include "kernels/common/isa.h"
 #include "kernels/common/lanes.h"
 #include "kernels/common/loops.h"
+#include "kernels/common/twin.h"
 
 // A vector type as a template argument loses its attributes in the
 // argument's name (TwinOf<__m128d> is TwinOf of the plain vector type);
@@ -29,59 +24,11 @@
 
 namespace {
 
-template <class T>
-struct TwinOf {
-    T a, b;
-};
-
 // The free estimate functions of a pair.
 template <class T>
 inline TwinOf<T> rsqrt_estimate(TwinOf<T> x) {
     return {rsqrt_estimate(x.a), rsqrt_estimate(x.b)};
 }
-
-template <class V>
-struct Twin {
-    using vd = TwinOf<typename V::vd>;
-    static constexpr int lanes = 2 * V::lanes;
-
-    static vd splat(double c) {
-        const typename V::vd s = V::splat(c);
-        return {s, s};
-    }
-#define ZVL_TWIN_OP2(op) \
-    static vd op(vd x, vd y) { return {V::op(x.a, y.a), V::op(x.b, y.b)}; }
-    ZVL_TWIN_OP2(add)
-    ZVL_TWIN_OP2(sub)
-    ZVL_TWIN_OP2(mul)
-    ZVL_TWIN_OP2(div)
-    ZVL_TWIN_OP2(and_)
-    ZVL_TWIN_OP2(or_)
-    ZVL_TWIN_OP2(xor_)
-    ZVL_TWIN_OP2(andnot)
-    ZVL_TWIN_OP2(add_i64)
-    ZVL_TWIN_OP2(sub_i64)
-    ZVL_TWIN_OP2(lt)
-    ZVL_TWIN_OP2(le)
-    ZVL_TWIN_OP2(eq)
-#undef ZVL_TWIN_OP2
-    static vd mul_add(vd x, vd y, vd z) { return {V::mul_add(x.a, y.a, z.a), V::mul_add(x.b, y.b, z.b)}; }
-    static vd sqrt(vd x) { return {V::sqrt(x.a), V::sqrt(x.b)}; }
-    static vd select(vd m, vd x, vd y) { return {V::select(m.a, x.a, y.a), V::select(m.b, x.b, y.b)}; }
-    static int mask(vd m) { return V::mask(m.a) | V::mask(m.b) << V::lanes; }
-
-    static void low_words(vd x, uint32_t* w) {
-        V::low_words(x.a, w);
-        V::low_words(x.b, w + V::lanes);
-    }
-    static vd gather(const double* t, const uint32_t* j) {
-        return {V::gather(t, j), V::gather(t, j + V::lanes)};
-    }
-    static void gather_pairs(const double* t, const uint32_t* j, vd& x, vd& y) {
-        V::gather_pairs(t, j, x.a, y.a);
-        V::gather_pairs(t, j + V::lanes, x.b, y.b);
-    }
-};
 
 template <class V>
 struct TwinLanes {

@@ -6,6 +6,12 @@
 // pipeline as in the scratch form. The last batch is shorter: the vector
 // pass runs its tail one element at a time. Form: Batch.
 //
+// Long arrays are treated as in the other forms (loops/stream.h): each batch
+// first asks for the input further on, and where the results stream, a
+// whole batch is finished into a scratch group, its callouts and reports
+// done there as in the scratch form, and the group streamed out in whole
+// vectors (a short last batch stores plainly).
+//
 //   prepare<V>(const double* x, double* t, int count)  the vector pass over
 //       count elements; t holds kWords doubles per element, word-major
 //       (word k of element i at t[k * 64 + i]; the tail's single elements
@@ -16,6 +22,7 @@
 #pragma once
 
 #include "kernels/common/loops/report.h"
+#include "kernels/common/loops/stream.h"
 
 namespace {
 
@@ -32,23 +39,33 @@ inline void batch_loop(int32_t n, const double* a, double* r, const char* name) 
     ZVL_EXACT(F, int32_t(CD, double*), callout);
     alignas(64) double t[F::kWords * kBatch];
     alignas(64) double xs[kBatch];
+    alignas(64) double ys[kBatch];
+    const LongArray l = long_array(n, r);
     for (int32_t base = 0; base < n; base += kBatch) {
         const int count = n - base < kBatch ? static_cast<int>(n - base) : kBatch;
         const int whole = count & ~(V::lanes - 1);
+        fetch_ahead<kBatch>(l, base, a);
         F::template prepare<V>(a + base, t, whole);
         for (int i = whole; i < count; ++i) F::template prepare<Scalar>(a + base + i, t + i, 1);
         // the inputs, kept for the callouts: r may be a
         for (int i = 0; i < count; ++i) xs[i] = a[base + i];
-        uint64_t refused = F::finish(xs, t, r + base, count);
+        const bool streamed = l.stream && count == kBatch;
+        double* y = streamed ? ys : r + base;
+        uint64_t refused = F::finish(xs, t, y, count);
         for (; refused != 0; refused &= refused - 1) {
-            const int l = __builtin_ctzll(refused);
-            const int32_t i = base + l;
-            double y;
-            const int32_t st = F::callout(&xs[l], &y);
-            r[i] = y;
-            if (st != 0) report<Cpu>(st, i, a, a, r, r, name);
+            const int k = __builtin_ctzll(refused);
+            const int32_t i = base + k;
+            const int32_t st = F::callout(&xs[k], &y[k]);
+            if (st != 0) {
+                r[i] = y[k];
+                report<Cpu>(st, i, a, a, r, r, name);
+                y[k] = r[i];
+            }
         }
+        if (streamed)
+            for (int j = 0; j < kBatch; j += V::lanes) V::stream(r + base + j, V::load(ys + j));
     }
+    end_long_array(l);
 }
 
 }  // namespace

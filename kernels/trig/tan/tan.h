@@ -159,6 +159,15 @@ struct TanBatch {
         }
     }
 
+    // odd ? b : a by fcmov. A branch here is taken at random on arguments
+    // that do not repeat (half the N are odd), and its mispredictions cost
+    // more than the rest of the extended pass.
+    static Ext pick(uint32_t odd, Ext a, Ext b) {
+        Ext r;
+        __asm__("testl %3, %3\n\tfcmovne %%st(1), %%st" : "=t"(r) : "0"(a), "u"(b), "r"(odd) : "cc");
+        return r;
+    }
+
     // Numerator and denominator of element i in the 64-bit significand,
     // exchanged for odd N.
     static void terms(const double* t, int i, Ext* n, Ext* d) {
@@ -166,9 +175,9 @@ struct TanBatch {
         const Ext z = tt * tt;
         const Ext num = tt * (1 + z * (ext(TanConst::P[2]) + ext(t[3 * kBatch + i])));
         const Ext den = 1 + z * (ext(TanConst::Q[2]) + ext(t[4 * kBatch + i]));
-        const bool odd = (zvl::low_word(t[i]) & 1u) != 0;
-        *n = odd ? den : num;
-        *d = odd ? num : den;
+        const uint32_t odd = zvl::low_word(t[i]) & 1u;
+        *n = pick(odd, num, den);
+        *d = pick(odd, den, num);
     }
 
     static uint64_t finish(const double* x, const double* t, double* y, int count) {

@@ -168,6 +168,11 @@ struct TanBatch {
         return r;
     }
 
+    // *p = v rounded to double, stored from the x87 stack (a conversion
+    // would store it to the stack frame and load it into a vector register
+    // first).
+    static void store(double* p, Ext v) { __asm__("fstpl %0" : "=m"(*p) : "t"(v) : "st"); }
+
     // Numerator and denominator of element i in the 64-bit significand,
     // exchanged for odd N.
     static void terms(const double* t, int i, Ext* n, Ext* d) {
@@ -181,11 +186,16 @@ struct TanBatch {
     }
 
     static uint64_t finish(const double* x, const double* t, double* y, int count) {
+        // |x| not below the bound, or NaN, two elements a compare
         uint64_t refused = 0;
-        for (int i = 0; i < count; ++i)
-            if (!(__builtin_fabs(x[i]) < bound)) refused |= uint64_t{1} << i;
+        const __m128d abs_mask = _mm_castsi128_pd(_mm_set1_epi64x(0x7fffffffffffffff));
         int i = 0;
         for (; i + 1 < count; i += 2) {
+            const __m128d a = _mm_and_pd(_mm_loadu_pd(x + i), abs_mask);
+            refused |= static_cast<uint64_t>(_mm_movemask_pd(_mm_cmpnlt_pd(a, _mm_set1_pd(bound)))) << i;
+        }
+        if (i < count && !(__builtin_fabs(x[i]) < bound)) refused |= uint64_t{1} << i;
+        for (i = 0; i + 1 < count; i += 2) {
             Ext n0, d0, n1, d1;
             terms(t, i, &n0, &d0);
             terms(t, i + 1, &n1, &d1);
@@ -194,17 +204,17 @@ struct TanBatch {
             // leaves its partner divided alone, as a lone element is
             if ((refused >> i & 3u) == 0 && single_image_finite_nonzero(D)) {
                 const Ext R = reciprocal(D);
-                y[i] = to_double(n0 * d1 * R);
-                y[i + 1] = to_double(n1 * d0 * R);
+                store(y + i, n0 * d1 * R);
+                store(y + i + 1, n1 * d0 * R);
             } else {
-                y[i] = to_double(n0 / d0);
-                y[i + 1] = to_double(n1 / d1);
+                store(y + i, n0 / d0);
+                store(y + i + 1, n1 / d1);
             }
         }
         if (i < count) {
             Ext n, d;
             terms(t, i, &n, &d);
-            y[i] = to_double(n / d);
+            store(y + i, n / d);
         }
         return refused;
     }

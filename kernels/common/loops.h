@@ -12,9 +12,9 @@
 //   loops/thin.h     thin form       Thin (complex scalar routines)
 //   loops/zblock.h   block form      ZBlock (complex vector kernels)
 //
-// The scratch, restart, pairs, exact and batch forms fetch the input ahead
-// and stream their block results past the caches on long arrays
-// (loops/stream.h).
+// The scratch, restart, pairs and exact forms fetch the input ahead and
+// stream their block results past the caches on long arrays
+// (loops/stream.h); the batch form fetches ahead only (see loops/batch.h).
 //
 // Included by the per-cpu units inside their unnamed namespace.
 #pragma once

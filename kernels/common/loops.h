@@ -14,7 +14,7 @@
 //
 // The scratch, restart, pairs and exact forms fetch the input ahead and
 // stream their block results past the caches on long arrays
-// (loops/stream.h).
+// (loops/stream.h); the batch form fetches ahead only (see loops/batch.h).
 //
 // Included by the per-cpu units inside their unnamed namespace.
 #pragma once

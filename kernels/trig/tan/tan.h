@@ -159,6 +159,20 @@ struct TanBatch {
         }
     }
 
+    // odd ? b : a by fcmov. A branch here is taken at random on arguments
+    // that do not repeat (half the N are odd), and its mispredictions cost
+    // more than the rest of the extended pass.
+    static Ext pick(uint32_t odd, Ext a, Ext b) {
+        Ext r;
+        __asm__("testl %3, %3\n\tfcmovne %%st(1), %%st" : "=t"(r) : "0"(a), "u"(b), "r"(odd) : "cc");
+        return r;
+    }
+
+    // *p = v rounded to double, stored from the x87 stack (a conversion
+    // would store it to the stack frame and load it into a vector register
+    // first).
+    static void store(double* p, Ext v) { __asm__("fstpl %0" : "=m"(*p) : "t"(v) : "st"); }
+
     // Numerator and denominator of element i in the 64-bit significand,
     // exchanged for odd N.
     static void terms(const double* t, int i, Ext* n, Ext* d) {
@@ -166,17 +180,22 @@ struct TanBatch {
         const Ext z = tt * tt;
         const Ext num = tt * (1 + z * (ext(TanConst::P[2]) + ext(t[3 * kBatch + i])));
         const Ext den = 1 + z * (ext(TanConst::Q[2]) + ext(t[4 * kBatch + i]));
-        const bool odd = (zvl::low_word(t[i]) & 1u) != 0;
-        *n = odd ? den : num;
-        *d = odd ? num : den;
+        const uint32_t odd = zvl::low_word(t[i]) & 1u;
+        *n = pick(odd, num, den);
+        *d = pick(odd, den, num);
     }
 
     static uint64_t finish(const double* x, const double* t, double* y, int count) {
+        // |x| not below the bound, or NaN, two elements a compare
         uint64_t refused = 0;
-        for (int i = 0; i < count; ++i)
-            if (!(__builtin_fabs(x[i]) < bound)) refused |= uint64_t{1} << i;
+        const __m128d abs_mask = _mm_castsi128_pd(_mm_set1_epi64x(0x7fffffffffffffff));
         int i = 0;
         for (; i + 1 < count; i += 2) {
+            const __m128d a = _mm_and_pd(_mm_loadu_pd(x + i), abs_mask);
+            refused |= static_cast<uint64_t>(_mm_movemask_pd(_mm_cmpnlt_pd(a, _mm_set1_pd(bound)))) << i;
+        }
+        if (i < count && !(__builtin_fabs(x[i]) < bound)) refused |= uint64_t{1} << i;
+        for (i = 0; i + 1 < count; i += 2) {
             Ext n0, d0, n1, d1;
             terms(t, i, &n0, &d0);
             terms(t, i + 1, &n1, &d1);
@@ -185,17 +204,17 @@ struct TanBatch {
             // leaves its partner divided alone, as a lone element is
             if ((refused >> i & 3u) == 0 && single_image_finite_nonzero(D)) {
                 const Ext R = reciprocal(D);
-                y[i] = to_double(n0 * d1 * R);
-                y[i + 1] = to_double(n1 * d0 * R);
+                store(y + i, n0 * d1 * R);
+                store(y + i + 1, n1 * d0 * R);
             } else {
-                y[i] = to_double(n0 / d0);
-                y[i + 1] = to_double(n1 / d1);
+                store(y + i, n0 / d0);
+                store(y + i + 1, n1 / d1);
             }
         }
         if (i < count) {
             Ext n, d;
             terms(t, i, &n, &d);
-            y[i] = to_double(n / d);
+            store(y + i, n / d);
         }
         return refused;
     }

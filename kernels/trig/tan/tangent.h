@@ -73,6 +73,26 @@ struct TanScalar {
     static constexpr uint32_t tiny_field = 771;  // |x| < 2^-252: tan x rounds to x
 };
 
+// Words k and k + 1 of each lane's row, j[l] the row's first word: a
+// 16-byte load a row (rows and even words are 16-byte aligned) and two
+// unpacks on two lanes. The empty asm keeps each load whole: the compiler
+// would otherwise split it into 8-byte loads and inserts, three
+// micro-operations a word where this takes two.
+template <class V>
+inline void row_words(const uint32_t* j, int k, typename V::vd& a, typename V::vd& b) {
+    const double* t = zvl::TanTable32 + k;
+    if constexpr (V::lanes == 1) {
+        a = t[j[0]];
+        b = t[j[0] + 1];
+    } else {
+        static_assert(V::lanes == 2, "two lanes or one");
+        __m128d p0 = _mm_load_pd(t + j[0]), p1 = _mm_load_pd(t + j[1]);
+        __asm__("" : "+x"(p0), "+x"(p1));
+        a = _mm_unpacklo_pd(p0, p1);
+        b = _mm_unpackhi_pd(p0, p1);
+    }
+}
+
 // tan of x + low, quarter turns q16 / 16 on, for x below 12800 in
 // magnitude (or TrigReduce's high word) and not tiny: the arrangement above,
 // in the operations of wrapper V (Scalar here, the vectors of cpu type 0's
@@ -86,21 +106,23 @@ inline typename V::vd tangent_core(typename V::vd x, typename V::vd low, uint32_
     const vd N = V::sub(s, V::splat(zvl::Fp64::shifter));
     const vd s16 = V::add(V::splat(K::shifter16), v);
     const vd M = V::sub(s16, V::splat(K::shifter16));
-    // the row's twenty words, two adjacent words a load
+    // each lane's row, its twenty words fetched two at a time where they
+    // are first used (all at once they would outlive the registers)
     uint32_t j[V::lanes];
     V::low_words(s, j);
-    for (int l = 0; l < V::lanes; ++l) j[l] = ((j[l] + q16) & 31u) * 10u;
-    vd w[20];
-    for (int k = 0; k < 20; k += 2) V::gather_pairs(zvl::TanTable32 + k, j, w[k], w[k + 1]);
-    const auto T = [&](int k) { return w[k]; };
+    for (int l = 0; l < V::lanes; ++l) j[l] = ((j[l] + q16) & 31u) * 20u;
+    vd T[20];
+    // The order below keeps few values alive at a time, so that cpu type
+    // 0's sixteen registers hold them.
 
     // x = B + r + c
+    const vd C2N = V::mul(V::splat(K::C2), N);
     const vd t = V::sub(x, V::mul(V::splat(K::C1), N));
-    const vd r = V::sub(t, V::mul(V::splat(K::C2), N));
-    const vd c = V::add(
-        V::sub(V::sub(V::sub(t, r), V::mul(V::splat(K::C2), N)), V::mul(V::splat(K::C3), N)), low);
+    const vd r = V::sub(t, C2N);
+    const vd c = V::add(V::sub(V::sub(V::sub(t, r), C2N), V::mul(V::splat(K::C3), N)), low);
 
-    // y + yl = x - M pi/32, W its 35 leading bits, R = 1/W
+    // y + yl = x - M pi/32, W its 35 leading bits, R = 1/W, and the pole
+    // term's correction q = T18 R (1 - W R' - f)
     const vd p = V::sub(x, V::mul(V::splat(K::D1), M));
     const vd h = V::mul(V::splat(K::D2), M);
     const vd y = V::sub(p, h);
@@ -108,30 +130,41 @@ inline typename V::vd tangent_core(typename V::vd x, typename V::vd low, uint32_
     const vd W = V::and_(V::add(V::mul(V::splat(K::D2w), M), p), splat_bits<V>(~uint64_t{0x3ffff}));
     const vd R = V::div(V::splat(1.0), W);
     const vd f = V::mul(V::add(yl, V::sub(y, W)), R);
-    const vd Rs = V::and_(R, T(19));
+    row_words<V>(j, 18, T[18], T[19]);
+    const vd Rs = V::and_(R, T[19]);
+    const vd q = V::mul(V::mul(T[18], R), V::sub(V::sub(V::splat(1.0), V::mul(W, Rs)), f));
 
     const vd z = V::mul(r, r);
     const vd z2 = V::mul(z, z);
     const vd z3 = V::mul(r, z2);
-    vd A = V::add(V::add(V::add(V::mul(T(1), r), T(0)), V::mul(V::add(V::mul(T(4), r), T(2)), z)),
-                  V::mul(T(6), z2));
+    row_words<V>(j, 0, T[0], T[1]);
+    row_words<V>(j, 2, T[2], T[3]);
+    row_words<V>(j, 4, T[4], T[5]);
+    row_words<V>(j, 6, T[6], T[7]);
+    vd A = V::add(V::add(V::add(V::mul(T[1], r), T[0]), V::mul(V::add(V::mul(T[4], r), T[2]), z)),
+                  V::mul(T[6], z2));
+    const vd B1 = V::mul(V::add(V::mul(T[5], r), T[3]), z);
+    row_words<V>(j, 8, T[8], T[9]);
+    row_words<V>(j, 10, T[10], T[11]);
+    row_words<V>(j, 12, T[12], T[13]);
     A = V::mul(
-        V::add(V::mul(V::add(A, V::mul(V::add(V::add(V::mul(T(10), r), T(8)), V::mul(T(12), z)), z3)), z2),
-               T(7)),
+        V::add(V::mul(V::add(A, V::mul(V::add(V::add(V::mul(T[10], r), T[8]), V::mul(T[12], z)), z3)), z2),
+               T[7]),
         z2);
-    const vd Bp = V::add(V::mul(V::add(V::mul(T(5), r), T(3)), z),
-                         V::mul(z3, V::add(V::add(V::mul(T(11), r), T(9)), V::mul(T(13), z))));
-    const vd T16 = T(16), T17 = T(17);
-    const vd l = V::mul(T16, r);
-    const vd m = V::mul(T17, r);
-    const vd g = V::add(l, m);
-    const vd d = V::add(V::add(V::add(m, V::sub(l, g)), T(15)), V::mul(V::add(T16, T17), c));
-    const vd S = V::add(V::add(A, Bp), d);
+    const vd Bp = V::add(B1, V::mul(z3, V::add(V::add(V::mul(T[11], r), T[9]), V::mul(T[13], z))));
+    const vd AB = V::add(A, Bp);
 
-    const vd a = V::sub(Rs, T(14));
+    row_words<V>(j, 14, T[14], T[15]);
+    row_words<V>(j, 16, T[16], T[17]);
+    const vd l = V::mul(T[16], r);
+    const vd m = V::mul(T[17], r);
+    const vd g = V::add(l, m);
+    const vd d = V::add(V::add(V::add(m, V::sub(l, g)), T[15]), V::mul(V::add(T[16], T[17]), c));
+    const vd S = V::add(AB, d);
+
+    const vd a = V::sub(Rs, T[14]);
     const vd b = V::sub(g, a);
-    return V::add(b, V::sub(V::add(S, V::sub(g, V::add(a, b))),
-                            V::mul(V::mul(T(18), R), V::sub(V::sub(V::splat(1.0), V::mul(W, Rs)), f))));
+    return V::add(b, V::sub(V::add(S, V::sub(g, V::add(a, b))), q));
 }
 
 // tan x for a finite x.

@@ -10,22 +10,25 @@
 //       with s = c2 + p carried as a two-sum, so that only the last addition
 //       rounds at full size. Below 2^-1015 a small path gives 2/sqrt(pi)*x
 //       with one rounding, subnormal results included.
-//   LA  24 quarter-binade entries, degree 13, plain Horner in
+//   LA  24 quarter-binade entries, degree 13, plain arithmetic in
 //       y = |x| * scale - centre.
 //   EP  the same entries, degree 7.
+// The polynomials run as two Horner chains in y^2 (poly.h).
 //
 // Every element runs every path; a class (small, normal, infinite, NaN)
 // picks the result by masks from a class table, so a block has no branch on
-// its values. Erf reports nothing: there are no special lanes and no
+// its values, but for one: a vector whose lanes are all normal (and below
+// 2^500, where the constant entry's y^2 stays finite) runs the main path
+// alone, with the same bits. Erf reports nothing: there are no special lanes and no
 // callout, errno is never touched, infinities give +-1.0 and a NaN, even a
 // signalling one, comes back with its bits.
 //
-// Largest errors the accuracy test finds against MPFR (1e6 samples):
-//   HA  0.808 ulp at 4.0398... (0x1.028c9aaaf6d3cp+2): the degree-10
+// Largest errors zvl-ulp finds against MPFR (1e6 samples):
+//   HA  0.811 ulp at 4.0102... (0x1.00a7c00fdbeaap+2): the degree-10
 //       polynomial of [4, 4.5) is off by up to 2^-54.7, which no fit of
 //       that degree improves; elsewhere below 0.6
-//   LA  1.45 ulp at -0x1.c0e7cc380e802p-18
-//   EP  relative 2^-32.9 at -2.000000000000017
+//   LA  1.78 ulp at -0.10663... (-0x1.b4c92affb309p-4)
+//   EP  relative 2^-32.9 at 2.0000000000002274
 // tools/erf_tables --report prints each table's own fit error.
 //
 // Included inside an unnamed namespace context, as isa.h.
@@ -186,8 +189,9 @@ struct ErfHA {
 
 // --- LA and EP --------------------------------------------------------------
 
-// Degree D in y = |x| * scale - centre, plain Horner. Entry 0 has no
-// constant term, so tiny and subnormal x get c1 * x with one rounding.
+// Degree D in y = |x| * scale - centre, plain arithmetic. Entry 0 has no
+// constant term, so tiny and subnormal x get c1 * x with one rounding (y^2
+// is 0 there, and the even chain with it).
 template <int D>
 struct ErfPoly {
     static_assert(D <= 13, "columns 0 to 13 hold the coefficients");

@@ -9,14 +9,17 @@
 // minus their product.
 //
 //   HA  x^2 in two parts; G = C + L y + (Q y) y with C and L in two parts,
-//       L_hi y and (Q y) y from 26-bit splits added to C by fast two-sums;
-//       E times G from 26-bit splits; 2 minus it by a two-sum; from 26.54
-//       on, where the result may be subnormal, the product is aligned so
-//       that it rounds once.
+//       L_hi y from 26-bit splits and (Q y) y, rounded, added to C by fast
+//       two-sums; E times G as T_hi G_hi, exact, plus the rest; 2 minus it
+//       by a two-sum; from 26.54 on, where the result may be subnormal, the
+//       product is renormalised and aligned so that it rounds once.
 //   LA  x^2 in two parts, everything else in plain arithmetic.
 //   EP  as LA with x^2 in one part and exp(r) by degree 3.
+// Q runs as two Horner chains in y^2 (poly.h).
 //
-// Arguments below 2^-55 or from 27.2260284 up in magnitude are computed as
+// A vector whose lanes all lie in [2^-55, 26.54) in magnitude (HA; LA and
+// EP up to 27.2260284) skips the replacement, the alignment and the
+// selection below, with the same bits. Arguments below 2^-55 or from 27.2260284 up in magnitude are computed as
 // 0, so a block needs no branch for them and raises no spurious exception;
 // their results come from the selection: 1.0 for the small ones, 0.0 above,
 // 2.0 from -27.22601318359375 down, a quiet NaN for a NaN. Finite lanes
@@ -25,11 +28,11 @@
 // and reports ZVL_STATUS_UNDERFLOW. Subnormal results below that bound, the
 // bound itself and +infinity report nothing.
 //
-// Largest errors the accuracy test finds against MPFR (1e6 samples), in
-// ulps of the result, subnormal tail included:
-//   HA  0.566 ulp at 19.754... (0x1.3c12bcb3ed972p+4)
-//   LA  2.12 ulp at 4.9199... (0x1.3adfff552ab54p+2)
-//   EP  relative 2^-38.7 at 23.048... (0x1.70c4e192576dp+4)
+// Largest errors zvl-ulp finds against MPFR (1e6 samples), in ulps of the
+// result, subnormal tail included:
+//   HA  0.623 ulp at 19.718... (0x1.3b7d729a6627cp+4)
+//   LA  2.08 ulp at 4.8476... (0x1.363fe5c0001p+2)
+//   EP  relative 2^-35.3 at 22.871... (0x1.6df053559d37dp+4)
 //
 // Included inside an unnamed namespace context, as isa.h.
 #pragma once

@@ -9,14 +9,17 @@
 // minus their product.
 //
 //   HA  x^2 in two parts; G = C + L y + (Q y) y with C and L in two parts,
-//       L_hi y and (Q y) y from 26-bit splits added to C by fast two-sums;
-//       E times G from 26-bit splits; 2 minus it by a two-sum; from 26.54
-//       on, where the result may be subnormal, the product is aligned so
-//       that it rounds once.
+//       L_hi y from 26-bit splits and (Q y) y, rounded, added to C by fast
+//       two-sums; E times G as T_hi G_hi, exact, plus the rest; 2 minus it
+//       by a two-sum; from 26.54 on, where the result may be subnormal, the
+//       product is renormalised and aligned so that it rounds once.
 //   LA  x^2 in two parts, everything else in plain arithmetic.
 //   EP  as LA with x^2 in one part and exp(r) by degree 3.
+// Q runs as two Horner chains in y^2 (poly.h).
 //
-// Arguments below 2^-55 or from 27.2260284 up in magnitude are computed as
+// A vector whose lanes all lie in [2^-55, 26.54) in magnitude (HA; LA and
+// EP up to 27.2260284) skips the replacement, the alignment and the
+// selection below, with the same bits. Arguments below 2^-55 or from 27.2260284 up in magnitude are computed as
 // 0, so a block needs no branch for them and raises no spurious exception;
 // their results come from the selection: 1.0 for the small ones, 0.0 above,
 // 2.0 from -27.22601318359375 down, a quiet NaN for a NaN. Finite lanes
@@ -25,11 +28,11 @@
 // and reports ZVL_STATUS_UNDERFLOW. Subnormal results below that bound, the
 // bound itself and +infinity report nothing.
 //
-// Largest errors the accuracy test finds against MPFR (1e6 samples), in
-// ulps of the result, subnormal tail included:
-//   HA  0.566 ulp at 19.754... (0x1.3c12bcb3ed972p+4)
-//   LA  2.12 ulp at 4.9199... (0x1.3adfff552ab54p+2)
-//   EP  relative 2^-38.7 at 23.048... (0x1.70c4e192576dp+4)
+// Largest errors zvl-ulp finds against MPFR (1e6 samples), in ulps of the
+// result, subnormal tail included:
+//   HA  0.623 ulp at 19.718... (0x1.3b7d729a6627cp+4)
+//   LA  2.08 ulp at 4.8476... (0x1.363fe5c0001p+2)
+//   EP  relative 2^-35.3 at 22.871... (0x1.6df053559d37dp+4)
 //
 // Included inside an unnamed namespace context, as isa.h.
 #pragma once
@@ -38,6 +41,7 @@
 #include "kernels/common/lanes.h"
 #include "kernels/erf/double_word.h"
 #include "kernels/erf/erfc/data.h"
+#include "kernels/erf/poly.h"
 #include "zvl.h"
 
 namespace {
@@ -97,14 +101,12 @@ inline void erfc_row(typename V::vd w, typename V::vd* c, typename V::vd& y) {
     y = V::sub(w, V::gather(&zvl::kErfcStarts[0][0], k));
 }
 
-// The row for w and Q(y) = c2 + c3 y + ... + c13 y^11 by Horner, the part
-// of g every mode evaluates in plain arithmetic.
+// The row for w and Q(y) = c2 + c3 y + ... + c13 y^11, the part of g every
+// mode evaluates in plain arithmetic.
 template <class V>
 inline typename V::vd erfc_high_terms(typename V::vd w, typename V::vd* c, typename V::vd& y) {
     erfc_row<V>(w, c, y);
-    typename V::vd Q = c[15];
-    for (int k = 14; k >= 4; --k) Q = V::mul_add(Q, y, c[k]);
-    return Q;
+    return poly_two_chains<V, 12>(c + 4, y, V::mul(y, y));
 }
 
 // w^2 = sq + sl exactly: w's 26-bit part squares exactly, and the rest is
@@ -116,23 +118,25 @@ inline void exact_square(typename V::vd w, typename V::vd& sq, typename V::vd& s
     sl = V::mul(wl, V::add(wh, w));
 }
 
-// exp(-(sq + sl)) = 2^n * (T_hi + T_lo) * (1 + p), with the scale 2^(n + 200)
-// returned apart. -N = 128 n + j; r = N ln2/128 - sq - sl, |r| <= ln2/256.
-// Degree is 5 or 3.
+// exp(-(sq + sl)) = 2^n * (T_hi + T_lo) * (1 + p), with the scale 2^n times
+// `unit` (1 or 2^200) returned apart. -N = 128 n + j; r = N ln2/128 - sq -
+// sl, |r| <= ln2/256. Degree is 5 or 3.
 template <class V, int Degree>
 inline void erfc_exp(typename V::vd sq, typename V::vd sl, typename V::vd& T_hi,
-                     typename V::vd& T_lo, typename V::vd& p, typename V::vd& scale) {
+                     typename V::vd& T_lo, typename V::vd& p, typename V::vd& scale,
+                     double unit = ErfcConstants::up) {
     using vd = typename V::vd;
     using C = ErfcConstants;
     const vd v = V::add(V::mul(sq, V::splat(C::L)), V::splat(C::S));
     const vd f = V::sub(v, V::splat(C::S));
-    // -N = 128 n + j from v's low words; 2^(n + 200) by adding n to the
-    // exponent of 2^200 (n >= -1070 while w < 27.3)
+    // -N = 128 n + j from v's low words; the scale by adding n to the
+    // exponent of `unit` (n >= -1070 while w < 27.3; from -1017 on below
+    // 26.54, where 2^n itself is normal)
     using I = Lanes<V::lanes>;
     const typename I::vi k = I::lo32(v);
     uint32_t j[V::lanes];
     I::store(j, I::and_(k, I::splat(127)));
-    scale = I::add_hi32(V::splat(C::up), I::template slli<20>(I::template srai<7>(k)));
+    scale = I::add_hi32(V::splat(unit), I::template slli<20>(I::template srai<7>(k)));
     V::gather_pairs(&zvl::kErfcExp[0][0], j, T_hi, T_lo);
     const vd r = V::add(V::sub(V::mul(f, V::splat(C::ln2_hi)), sq),
                         V::sub(V::mul(f, V::splat(C::ln2_lo)), sl));
@@ -166,13 +170,10 @@ inline typename V::vd erfc_select(typename V::vd x, typename V::vd r) {
     return V::select(V::le(x, V::splat(C::two_below)), V::splat(2.0), r);
 }
 
-// 2 - (h + l)*2^-200 for negative x, with h + l the scaled product.
+// 2 - (h + l) for negative x, with h + l the product, |h| <= 1.
 template <class V>
 inline typename V::vd two_minus(typename V::vd h, typename V::vd l) {
     using vd = typename V::vd;
-    const vd down = V::splat(ErfcConstants::down);
-    h = V::mul(h, down);
-    l = V::mul(l, down);
     vd s, e;
     fast_two_sum<V>(V::splat(2.0), V::sub(V::splat(0.0), h), s, e);
     return V::add(s, V::sub(e, l));
@@ -198,56 +199,81 @@ struct ErfcLanes {
 // --- HA ---------------------------------------------------------------------
 
 struct ErfcHA : ErfcLanes<ErfcHA> {
+    // E * G = A + B for w in [0, 27.3): A = T_hi times G's leading 26 bits,
+    // exact, and B the rest, within 0.4% of A; scale = 2^n * unit.
+    template <class V>
+    static void product(typename V::vd w, typename V::vd& A, typename V::vd& B,
+                        typename V::vd& scale, double unit) {
+        using vd = typename V::vd;
+        // G = g(w) = C + L y + y^2 Q(y) as gh + gl: L_hi y from 26-bit parts,
+        // Lh yh and then y^2 Q, rounded, added to C_hi by fast two-sums
+        // (each interval has |L y| below C and y^2 Q below C + L y), the
+        // rest, within 2^-25 of G, in plain arithmetic.
+        vd c[16], y;
+        const vd Q = erfc_high_terms<V>(w, c, y);
+        const vd yh = split_hi<V>(y), yl = V::sub(y, yh);
+        const vd Lh = split_hi<V>(c[3]), Ll = V::sub(c[3], Lh);
+        vd gh, e, e2;
+        fast_two_sum<V>(c[1], V::mul(Lh, yh), gh, e);
+        fast_two_sum<V>(gh, V::mul(V::mul(Q, y), y), gh, e2);
+        const vd gl = V::add(V::add(V::add(e, e2), V::mul(Lh, yl)),
+                             V::add(V::mul(V::add(Ll, c[2]), y), c[0]));
+        // E = exp(-w^2) as T_hi + E_lo, E_lo = T_lo + T p
+        vd sq, sl, T_hi, T_lo, p;
+        exact_square<V>(w, sq, sl);
+        erfc_exp<V, 5>(sq, sl, T_hi, T_lo, p, scale, unit);
+        const vd E_lo = V::add(T_lo, V::mul(V::add(T_hi, T_lo), p));
+        // T_hi has 26 bits, so T_hi times gh's 26-bit parts is exact; E_lo,
+        // up to 0.3% of E, takes gl in too (up to 2^-26 of G)
+        const vd ghh = split_hi<V>(gh), ghl = V::sub(gh, ghh);
+        A = V::mul(T_hi, ghh);
+        B = V::add(V::mul(T_hi, ghl), V::add(V::mul(E_lo, V::add(gh, gl)), V::mul(T_hi, gl)));
+    }
+
+    // The result of a lane with |x| in [2^-55, 26.543243408203125): the
+    // product A + B scaled by s = 2^n, or 2 minus it for negative x. Every
+    // lane takes these steps; the others' results are replaced after.
+    template <class V>
+    static typename V::vd ordinary(typename V::vd x, typename V::vd A, typename V::vd B,
+                                   typename V::vd s) {
+        const typename V::vd pos = V::mul(V::add(A, B), s);
+        return V::select(V::lt(x, V::splat(0.0)), two_minus<V>(V::mul(A, s), V::mul(B, s)), pos);
+    }
+
     template <class V>
     static typename V::vd eval(typename V::vd x) {
         using vd = typename V::vd;
         using C = ErfcConstants;
-        const vd w = erfc_arg<V>(abs_of<V>(x));
-        // G = g(w) = C + L y + y^2 Q(y), as gh + gl
-        vd c[16], y;
-        const vd Q = erfc_high_terms<V>(w, c, y);
-        // L_hi y and y (Q y) from 26-bit parts: Lh yh and ph yh are exact,
-        // and what they leave is below 2^-26 of them. Each interval has
-        // |L y| below C, and y^2 Q below C + L y, so the fast two-sums hold.
-        const vd yh = split_hi<V>(y), yl = V::sub(y, yh);
-        const vd Lh = split_hi<V>(c[3]), Ll = V::sub(c[3], Lh);
-        const vd qy = V::mul(Q, y);
-        const vd ph = split_hi<V>(qy), pl = V::sub(qy, ph);
-        vd gh, gl, e;
-        fast_two_sum<V>(c[1], V::mul(Lh, yh), gh, gl);  // C_hi + Lh yh
-        fast_two_sum<V>(gh, V::mul(ph, yh), gh, e);     // + ph yh
-        const vd rest = V::add(V::add(V::add(V::mul(Lh, yl), V::mul(Ll, y)),
-                                      V::add(V::mul(ph, yl), V::mul(pl, y))),
-                               V::add(V::mul(c[2], y), c[0]));
-        gl = V::add(V::add(gl, e), rest);
-        fast_two_sum<V>(gh, gl, gh, gl);
-        // E = exp(-w^2) as T_hi + (T_lo + T p)
-        vd sq, sl, T_hi, T_lo, p, scale;
-        exact_square<V>(w, sq, sl);
-        erfc_exp<V, 5>(sq, sl, T_hi, T_lo, p, scale);
-        const vd E_lo = V::add(T_lo, V::mul(V::add(T_hi, T_lo), p));
-        // E * G: T_hi has 26 bits, so T_hi * gh's 26-bit parts are exact
-        // (E_lo holds T p, up to 0.3% of E, so the sum is renormalised)
-        const vd ghh = split_hi<V>(gh), ghl = V::sub(gh, ghh);
-        vd P_hi, P_lo;
-        fast_two_sum<V>(V::mul(T_hi, ghh),
-                        V::add(V::mul(T_hi, ghl), V::add(V::mul(E_lo, gh), V::mul(T_hi, gl))),
-                        P_hi, P_lo);
-        // scaled by 2^(n + 200), exactly: Z = Zh + Zl = erfc(w) 2^200
-        const vd Zh = V::mul(P_hi, scale), Zl = V::mul(P_lo, scale);
-        const vd down = V::splat(C::down);
-        const vd pos = V::mul(V::add(Zh, Zl), down);
-        // A subnormal result: Zh + base lies in the binade whose last place
-        // is the subnormals' scaled by 2^200, so u + (w2 + Zl) below rounds
-        // once to that grid; the base's pattern subtracted from the sum's
-        // leaves the subnormal's (or 2^-1022's, when the sum reaches twice
-        // the base).
+        const vd ax = abs_of<V>(x);
+        vd A, B, scale;
+        // A block whose lanes are all ordinary skips the argument's
+        // replacement, the subnormal alignment and the selection; its bits
+        // are those the full path gives such lanes.
+        if constexpr (V::lanes > 1) {
+            if (all_set<V>(V::and_(V::le(V::splat(C::tiny), ax),
+                                   V::lt(ax, V::splat(C::scaled_from))))) {
+                product<V>(ax, A, B, scale, 1.0);
+                return ordinary<V>(x, A, B, scale);
+            }
+        }
+        product<V>(erfc_arg<V>(ax), A, B, scale, C::up);
+        vd r = ordinary<V>(x, A, B, V::mul(scale, V::splat(C::down)));
+        // A subnormal result, from the product renormalised and scaled by
+        // 2^(n + 200), exactly: Zh + Zl = erfc(w) 2^200. Zh + base lies in
+        // the binade whose last place is the subnormals' scaled by 2^200, so
+        // u + (w2 + Zl) below rounds once to that grid; the base's pattern
+        // subtracted from the sum's leaves the subnormal's (or 2^-1022's,
+        // when the sum reaches twice the base).
+        vd Zh, Zl;
+        fast_two_sum<V>(A, B, Zh, Zl);
+        Zh = V::mul(Zh, scale);
+        Zl = V::mul(Zl, scale);
         const vd base = V::splat(C::subnormal_base);
         const vd u = split_hi<V>(V::add(Zh, base));
         const vd w2 = V::sub(Zh, V::sub(u, base));
         const vd sub = V::sub_i64(V::add(u, V::add(w2, Zl)), base);
+        const vd pos = V::mul(V::add(Zh, Zl), V::splat(C::down));
         const vd scaled = V::select(V::lt(Zh, base), sub, pos);
-        vd r = V::select(V::lt(x, V::splat(0.0)), two_minus<V>(Zh, Zl), pos);
         r = V::select(V::le(V::splat(C::scaled_from), x), scaled, r);
         return erfc_select<V>(x, r);
     }
@@ -263,7 +289,19 @@ struct ErfcPlain : ErfcLanes<ErfcPlain<LA>> {
     static typename V::vd eval(typename V::vd x) {
         using vd = typename V::vd;
         using C = ErfcConstants;
-        const vd w = erfc_arg<V>(abs_of<V>(x));
+        const vd ax = abs_of<V>(x);
+        // a block of ordinary lanes skips the replacement and the selection
+        if constexpr (V::lanes > 1)
+            if (all_set<V>(V::and_(V::le(V::splat(C::tiny), ax), V::lt(ax, V::splat(C::zero_from)))))
+                return result<V>(x, ax);
+        return erfc_select<V>(x, result<V>(x, erfc_arg<V>(ax)));
+    }
+
+    // The product, or 2 minus it for negative x, at the argument w.
+    template <class V>
+    static typename V::vd result(typename V::vd x, typename V::vd w) {
+        using vd = typename V::vd;
+        using C = ErfcConstants;
         vd c[16], y;
         const vd Q = erfc_high_terms<V>(w, c, y);
         const vd G = V::add(c[1], V::add(c[0], V::mul(V::mul_add(Q, y, c[3]), y)));
@@ -281,8 +319,7 @@ struct ErfcPlain : ErfcLanes<ErfcPlain<LA>> {
         const vd Z = V::mul(V::mul(E, G), scale);
         // one rounding into the subnormals, if that is where it lands
         const vd pos = V::mul(Z, V::splat(C::down));
-        const vd r = V::select(V::lt(x, V::splat(0.0)), V::sub(V::splat(2.0), pos), pos);
-        return erfc_select<V>(x, r);
+        return V::select(V::lt(x, V::splat(0.0)), V::sub(V::splat(2.0), pos), pos);
     }
 };
 

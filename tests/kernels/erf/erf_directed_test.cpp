@@ -161,6 +161,47 @@ TEST(ErfDirected, WrappersAgreeBitForBit) {
     }
 }
 
+// A block whose lanes are all ordinary skips the classes and the
+// replacements: its results are the bits the full path gives the same
+// arguments beside a NaN, and the Scalar wrapper's, which always takes the
+// full path. Ordinary here: Erf's main path up to 2^500 and Erfc's product
+// below 26.54, both signs.
+TEST(ErfDirected, OrdinaryBlocksTakeTheFullPathsBits) {
+    std::mt19937_64 g(27);
+    const int n = 4096;
+    std::vector<double> erf_args(n), erfc_args(n);
+    for (int i = 0; i < n; ++i) {
+        const double u = std::ldexp(static_cast<double>(g() >> 11), -53);
+        const double sign = i % 2 ? -1.0 : 1.0;
+        erf_args[i] = i % 8 == 7 ? sign * std::ldexp(1.0 + u, -static_cast<int>(g() % 1015))
+                      : i % 8 == 5 ? sign * std::ldexp(1.0 + u, static_cast<int>(g() % 499))
+                                   : sign * 6.5 * u;
+        erfc_args[i] = i % 8 == 7 ? sign * std::ldexp(1.0 + u, -static_cast<int>(g() % 55))
+                                  : sign * 26.5 * u;
+    }
+    for (int b = kErfHA; b <= kErfcEP; ++b) {
+        const auto body = static_cast<ErfBody>(b);
+        std::vector<double> a = b <= kErfEP ? erf_args : erfc_args, mixed = a;
+        for (int i = 3; i < n; i += 8) mixed[i] = NAN;
+        std::vector<double> want(n), got(n), got_mixed(n);
+        std::vector<int32_t> st(n);
+        erf_run_scalar(body, n, a.data(), want.data(), st.data());
+        for (const ErfWrapper& w : kErfWrappers) {
+            if (!runnable(w)) continue;
+            w.run(body, n, a.data(), got.data(), st.data());
+            w.run(body, n, mixed.data(), got_mixed.data(), st.data());
+            for (int i = 0; i < n; ++i) {
+                ASSERT_EQ(bits_of(got[i]), bits_of(want[i]))
+                    << w.name << ' ' << erf_body_name(body) << " at " << std::hexfloat << a[i];
+                if (i % 8 != 3)
+                    ASSERT_EQ(bits_of(got_mixed[i]), bits_of(want[i]))
+                        << w.name << ' ' << erf_body_name(body) << " beside a NaN at "
+                        << std::hexfloat << a[i];
+            }
+        }
+    }
+}
+
 // From 26.54 to the underflow bound erfc is subnormal, rounded from the
 // product in one step (HA) and reported nowhere (every mode).
 TEST(ErfDirected, ErfcTailBelowTheBoundIsSilent) {

@@ -296,7 +296,7 @@ void header(const char* table, const char* rule) {
     std::printf("// Do not edit by hand: rerun the generator (build target %s).\n", kProgram);
 }
 
-// One entry, `n` doubles, four to a line.
+// One entry, `n` doubles in braces, four to a line.
 void row(const double* v, int n, int entry) {
     char a[40];
     for (int i = 0; i < n; ++i) {
@@ -306,7 +306,7 @@ void row(const double* v, int n, int entry) {
             std::exit(1);
         }
         put_hex(v[i], a, sizeof a);
-        std::printf("%s%s,", i % 4 == 0 ? "" : " ", a);
+        std::printf("%s%s%s%s", i == 0 ? "{" : i % 4 == 0 ? "" : " ", a, i == n - 1 ? "}" : "", ",");
         if (i % 4 == 3 || i == n - 1) {
             if (i < 4) std::printf("  // %d", entry);
             std::printf("\n");

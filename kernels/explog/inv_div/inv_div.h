@@ -32,6 +32,14 @@
 #include "kernels/common/unit.h"
 #include "kernels/common/x87.h"
 
+// GCC would pair the x87 results' stores into vector moves (see DivLA4);
+// clang does not, and has no such switch.
+#ifdef __clang__
+#define ZVL_NO_SLP
+#else
+#define ZVL_NO_SLP __attribute__((optimize("no-tree-slp-vectorize")))
+#endif
+
 namespace {
 
 struct InvDiv {
@@ -147,7 +155,7 @@ struct InvLA4 {
         y[1] = V::mul(p, u);
         y[2] = V::mul(t, v);
         y[3] = V::mul(s, v);
-        return guarded<V>(p) & guarded<V>(q) & guarded<V>(s) & guarded<V>(t);
+        return (int{guarded<V>(p)} & int{guarded<V>(q)} & int{guarded<V>(s)} & int{guarded<V>(t)}) != 0;
     }
     // In the guards the element is done through its fourth power, so that
     // it rounds like a block element and not with the accuracy of HA.
@@ -172,7 +180,7 @@ struct DivLA4 {
     // Kept scalar: pairing the four stores into two 16-byte moves makes them
     // reload x87 results through the stack and stall store forwarding.
     template <class V, int NV>
-    __attribute__((optimize("no-tree-slp-vectorize"))) static bool checked_block(const double* a, const double* b, double* y) {
+    ZVL_NO_SLP static bool checked_block(const double* a, const double* b, double* y) {
         static_assert(NV == 4, "four elements per block");
         const Ext c = ext(b[0]) * b[1];
         const Ext d = ext(b[2]) * b[3];

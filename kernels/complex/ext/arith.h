@@ -142,19 +142,11 @@ inline Pair add_pair(Pair a, Pair b) {
     return {s.hi, s.lo + (a.lo + b.lo)};
 }
 
-// Horner's scheme over a coefficient array from c[First] on:
-// c[First] + z (c[First + 1] + z (...)).
-template <int First = 0, int N>
-inline long double horner(const long double (&c)[N], long double z) {
-    long double p = c[N - 1];
-    for (int i = N - 2; i >= First; --i) p = c[i] + z * p;
-    return p;
-}
-
-// The same over coefficients stored as doubles, for short polynomials whose
-// terms stay far below the result.
-template <int N>
-inline long double horner(const double (&c)[N], long double z) {
+// Horner's scheme in extended arithmetic, c[0] + z (c[1] + z (...)), over
+// coefficients stored as extended values or, for short polynomials whose
+// terms stay far below the result, as doubles.
+template <class T, int N>
+inline long double horner(const T (&c)[N], long double z) {
     long double p = c[N - 1];
     for (int i = N - 2; i >= 0; --i) p = c[i] + z * p;
     return p;

@@ -30,7 +30,8 @@ struct ExtTrig {
     static constexpr RotRow table[17] = {
 #include "kernels/complex/ext/table_sincos.inc"
     };
-    static constexpr long double three_part = 0x1p17L;
+    // below it, n pi/64 in four parts reduces directly
+    static constexpr long double direct_below = 0x1p17L;
     // above it, |x| - n pi/64 has no heavy cancellation left to fear
     static constexpr long double no_cancel = 0x1p-20L;
     static constexpr long double five_part = 0x1p30L;
@@ -126,7 +127,7 @@ inline int reduce_octant(long double ax, Pair* r) {
 // below 2^22, the first three products exact); above, from the octant's
 // remainder, whose n/16 gives the octant.
 inline int reduce_pio64(long double ax, Pair* r) {
-    if (ax < ExtTrig::three_part) {
+    if (ax < ExtTrig::direct_below) {
         const Rounded q = round_to_int(ax * Ext::sixtyfour_over_pi);
         const long double nf = q.value;
         const long double s = ax - nf * Ext::pio64_4[0];  // exact

@@ -27,6 +27,7 @@
 #include "kernels/complex/ln/data.h"
 #include "kernels/complex/ln/plan.h"
 #include "kernels/complex/ln/scalar.h"
+#include "kernels/complex/thin.h"
 #include "kernels/complex/twin.h"
 
 namespace {
@@ -250,14 +251,9 @@ struct ZLnLanes {
     static void scalar(ZVLComplex16* r, const ZVLComplex16* z) { zLn_scalar(r, z); }
 };
 
-struct ZLog10Thin {
-    using form = forms::Thin;
-    static void element(ZVLComplex16* r, const ZVLComplex16* z) { zLog10_scalar(r, z); }
-};
-
 using ZLnFamily = PlannedFamily<zvl::plans::zLn, Shape<1, 1, ZVLComplex16>, Letter<'H', ZPerTwin<ZLnLanes<zln::kHA>>>,
                                 Letter<'L', ZPerTwin<ZLnLanes<zln::kLA>>>, Letter<'E', ZPerTwin<ZLnLanes<zln::kEP>>>>;
-using ZLog10Family = PlannedFamily<zvl::plans::zLog10, Shape<1, 1, ZVLComplex16>, Letter<'T', ZLog10Thin>>;
+using ZLog10Family = PlannedFamily<zvl::plans::zLog10, Shape<1, 1, ZVLComplex16>, Letter<'T', ZThin<zLog10_scalar>>>;
 
 }  // namespace
 

@@ -7,17 +7,10 @@
 #include "kernels/complex/scalars.h"
 #include "kernels/complex/sqrt/plan.h"
 #include "kernels/complex/sqrt/sqrt_lanes.h"
+#include "kernels/complex/thin.h"
 
 namespace {
 
-struct ZSqrtThin {
-    using form = forms::Thin;
-    static void element(ZVLComplex16* r, const ZVLComplex16* z) { zSqrt_scalar(r, z); }
-};
-struct ZSqrtFast {
-    using form = forms::Thin;
-    static void element(ZVLComplex16* r, const ZVLComplex16* z) { zSqrt_fast(r, z); }
-};
 struct ZSqrtLanes {
     template <class V>
     __attribute__((always_inline)) static int lanes(typename V::vd x, typename V::vd y, typename V::vd& re,
@@ -27,8 +20,8 @@ struct ZSqrtLanes {
     static void scalar(ZVLComplex16* r, const ZVLComplex16* z) { zSqrt_slow(r, z); }
 };
 
-using ZSqrtFamily = PlannedFamily<zvl::plans::zSqrt, Shape<1, 1, ZVLComplex16>, Letter<'T', ZSqrtThin>,
-                                  Letter<'F', ZSqrtFast>, Letter<'V', ZPerTwin<ZSqrtLanes>>>;
+using ZSqrtFamily = PlannedFamily<zvl::plans::zSqrt, Shape<1, 1, ZVLComplex16>, Letter<'T', ZThin<zSqrt_scalar>>,
+                                  Letter<'F', ZThin<zSqrt_fast>>, Letter<'V', ZPerTwin<ZSqrtLanes>>>;
 
 }  // namespace
 

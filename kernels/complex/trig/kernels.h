@@ -6,16 +6,10 @@
 
 #include "kernels/common/unit.h"
 #include "kernels/complex/scalars.h"
+#include "kernels/complex/thin.h"
 #include "kernels/complex/trig/plan.h"
 
 namespace {
-
-// The thin form over the scalar routine F.
-template <ZVLComplex16* (*F)(ZVLComplex16*, const ZVLComplex16*)>
-struct ZThin {
-    using form = forms::Thin;
-    static void element(ZVLComplex16* r, const ZVLComplex16* z) { F(r, z); }
-};
 
 #define ZVL_COMPLEX_THIN(fam)                                                                    \
     using Z##fam##Family = PlannedFamily<zvl::plans::z##fam, Shape<1, 1, ZVLComplex16>,          \

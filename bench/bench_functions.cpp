@@ -122,13 +122,19 @@ void register_all() {
     }
 }
 
-// Complex functions: n elements of the row's timing region.
-void run_complex(benchmark::State& state, const ComplexRow* row, LoopZ fn, size_t n) {
-    std::vector<ZVLComplex16> a(n), r(n);
+// Complex functions: n elements of the row's timing region (and their
+// second arguments for Pow and Powx); cpu < 0 times the baseline loop.
+void run_complex(benchmark::State& state, const ComplexFunction* f, int cpu, int mode, size_t n) {
+    const ZRegion& in = f->row->timing;
+    std::vector<ZVLComplex16> a(n), b(n), r(n);
     Rng rng(1);
-    for (ZVLComplex16& z : a) z = {draw(rng, row->timing.re), draw(rng, row->timing.im)};
+    for (size_t i = 0; i < n; ++i) {
+        a[i] = {draw(rng, in.re), draw(rng, in.im)};
+        const bool fresh = f->row->shape != ZShape::ZX || i % kSharedRun == 0;
+        b[i] = fresh ? ZVLComplex16{draw(rng, in.bre), draw(rng, in.bim)} : b[i - 1];
+    }
     for (auto _ : state) {
-        fn(static_cast<int32_t>(n), a.data(), r.data());
+        call_complex(*f, cpu, mode, static_cast<int32_t>(n), a.data(), b.data(), r.data());
         benchmark::DoNotOptimize(r.data());
         benchmark::ClobberMemory();
     }
@@ -148,10 +154,10 @@ void register_complex() {
                     if (!cpu_runnable(cpu)) continue;
                     const std::string name =
                         std::string(row->name) + "/" + kModeNames[m] + "/" + kCpuLabels[cpu] + size;
-                    benchmark::RegisterBenchmark(name.c_str(), run_complex, row, f.kernel(cpu, m), n);
+                    benchmark::RegisterBenchmark(name.c_str(), run_complex, &f, cpu, m, n);
                 }
             const std::string name = std::string(row->name) + "/peer/" + slug(row->baseline_label) + size;
-            benchmark::RegisterBenchmark(name.c_str(), run_complex, row, row->baseline, n);
+            benchmark::RegisterBenchmark(name.c_str(), run_complex, &f, -1, 0, n);
         }
     }
 }

@@ -2,7 +2,8 @@
 // of that part, and the normwise relative error |got - exact| / |exact|,
 // against MPFR at 192 bits. A part whose exact value is below 2^-26 of
 // |exact| (a cancellation to near zero, as the real part of ln z near
-// |z| = 1) is left to the normwise error.
+// |z| = 1) is left to the normwise error. For the conditioned rows (Pow)
+// the normwise error is taken over |exact| (1 + |b ln a|).
 #pragma once
 
 #include <vector>
@@ -18,6 +19,7 @@ constexpr double kCancelling = 0x1p-26;
 struct ZExact {
     Exact part[2];
     long double norm;  // |exact|, 0 when a part is not a number
+    long double cond;  // 1, or 1 + |b ln a| for the conditioned rows
 };
 
 struct ZStats {
@@ -31,6 +33,7 @@ struct ZStats {
 
 struct ZTable {
     std::vector<ZVLComplex16> samples;
+    std::vector<ZVLComplex16> second;  // the second arguments (two-argument rows)
     std::vector<ZExact> exact;
     ZStats stats[kCpuTypes][kModes];
     bool ran[kCpuTypes][kModes] = {};

@@ -14,12 +14,28 @@ namespace zvl_tools {
 
 // re + i im = f(x + iy), each at the precision of re and im.
 using RefZ = void (*)(mpfr_ptr re, mpfr_ptr im, mpfr_srcptr x, mpfr_srcptr y);
+// re + i im = f(x + iy, u + iv), for the two-argument rows (Pow, Powx).
+using RefZ2 = void (*)(mpfr_ptr re, mpfr_ptr im, mpfr_srcptr x, mpfr_srcptr y, mpfr_srcptr u, mpfr_srcptr v);
 using LoopZ = void (*)(int32_t n, const ZVLComplex16* a, ZVLComplex16* r);
+// Pow's shape, and Powx's, whose b points to one value for all n elements.
+using LoopZ2 = void (*)(int32_t n, const ZVLComplex16* a, const ZVLComplex16* b, ZVLComplex16* r);
+
+enum class ZShape { Z1, Z2, ZX };
+
+// Powx's samples share their exponent in runs of this many elements,
+// which is how the harness, the report and the benchmark call it.
+constexpr size_t kSharedRun = 16;
 
 struct ZRegion {
     Interval re, im;
     double weight;
     const char* why;
+    Interval bre = {}, bim = {};  // the second argument's parts (Pow, Powx)
+};
+
+// An exact point of a two-argument row: a = (ar, ai), b = (br, bi).
+struct ZPair {
+    double ar, ai, br, bi;
 };
 
 struct ComplexRow {
@@ -33,14 +49,30 @@ struct ComplexRow {
     ZRegion timing = {};      // ordinary arguments for timing
     LoopZ baseline = nullptr;  // glibc's scalar function in a loop
     const char* baseline_label = nullptr;
+    // Two-argument rows: the shape, the reference, the exact points and the
+    // baseline. Conditioned rows measure the normwise error over
+    // 1 + |b ln a|, the factor by which a composition exp(b ln a) may
+    // magnify the rounding of its parts.
+    ZShape shape = ZShape::Z1;
+    RefZ2 ref2 = nullptr;
+    List<ZPair> special2 = {};
+    LoopZ2 baseline2 = nullptr;
+    bool conditioned = false;
 };
 
 struct ComplexFunction {
     const ComplexRow* row;
     const zvl::Plan* plan;
-    LoopZ (*kernel)(int cpu, int mode);  // the slot's kernel
-    void (*front)(const int*, const ZVLComplex16*, ZVLComplex16*);
+    LoopZ (*kernel)(int cpu, int mode);    // the slot's kernel, one-argument rows
+    LoopZ2 (*kernel2)(int cpu, int mode);  // two-argument rows
 };
+
+// f's kernel of cpu type `cpu` and mode `mode` on n elements, or its
+// baseline loop when cpu < 0. b is ignored by one-argument rows; Powx is
+// called once for each run of kSharedRun elements from a, with b's value
+// at the run's start.
+void call_complex(const ComplexFunction& f, int cpu, int mode, int32_t n, const ZVLComplex16* a,
+                  const ZVLComplex16* b, ZVLComplex16* r);
 
 // The library's complex functions that have a row, in function-table order.
 List<ComplexFunction> complex_functions();

@@ -26,6 +26,7 @@ __complex__ double ctanh(__complex__ double);
 __complex__ double cacosh(__complex__ double);
 __complex__ double casinh(__complex__ double);
 __complex__ double catanh(__complex__ double);
+__complex__ double cpow(__complex__ double, __complex__ double);
 }
 
 namespace zvl_tools {
@@ -57,6 +58,31 @@ ZT_LOOPZ(loop_ctanh, ctanh)
 ZT_LOOPZ(loop_cacosh, cacosh)
 ZT_LOOPZ(loop_casinh, casinh)
 ZT_LOOPZ(loop_catanh, catanh)
+
+void loop_cpow(int32_t n, const ZVLComplex16* a, const ZVLComplex16* b, ZVLComplex16* r) {
+    for (int32_t i = 0; i < n; ++i) {
+        __complex__ double z, w;
+        __real__ z = a[i].real;
+        __imag__ z = a[i].imag;
+        __real__ w = b[i].real;
+        __imag__ w = b[i].imag;
+        const __complex__ double p = cpow(z, w);
+        r[i] = ZVLComplex16{__real__ p, __imag__ p};
+    }
+}
+// glibc's cpow with one exponent for all elements, as Powx takes it.
+void loop_cpowx(int32_t n, const ZVLComplex16* a, const ZVLComplex16* b, ZVLComplex16* r) {
+    __complex__ double w;
+    __real__ w = b->real;
+    __imag__ w = b->imag;
+    for (int32_t i = 0; i < n; ++i) {
+        __complex__ double z;
+        __real__ z = a[i].real;
+        __imag__ z = a[i].imag;
+        const __complex__ double p = cpow(z, w);
+        r[i] = ZVLComplex16{__real__ p, __imag__ p};
+    }
+}
 
 // e^x (cos y + i sin y); exp(x +- i0) is (e^x, +-0).
 void ref_exp(mpfr_ptr re, mpfr_ptr im, mpfr_srcptr x, mpfr_srcptr y) {
@@ -207,6 +233,74 @@ constexpr ComplexRow zlog10_row = {
     .baseline_label = "glibc clog10 loop",
 };
 
+// ------------------------------------------------------------ Pow, Powx
+
+// a^b = exp(b ln a) on the principal branch, a not zero: with
+// ln a = l + i t, the exponent is (u l - v t) + i (u t + v l).
+void ref_pow(mpfr_ptr re, mpfr_ptr im, mpfr_srcptr x, mpfr_srcptr y, mpfr_srcptr u, mpfr_srcptr v) {
+    const mpfr_prec_t p = mpfr_get_prec(re) + 64;
+    mpfr_t l, t, e, w, k;
+    mpfr_inits2(p, l, t, e, w, k, static_cast<mpfr_ptr>(nullptr));
+    mpfr_hypot(l, x, y, MPFR_RNDN);
+    mpfr_log(l, l, MPFR_RNDN);
+    mpfr_atan2(t, y, x, MPFR_RNDN);
+    mpfr_mul(e, u, l, MPFR_RNDN);
+    mpfr_mul(k, v, t, MPFR_RNDN);
+    mpfr_sub(e, e, k, MPFR_RNDN);  // real part of the exponent
+    mpfr_mul(w, u, t, MPFR_RNDN);
+    mpfr_mul(k, v, l, MPFR_RNDN);
+    mpfr_add(w, w, k, MPFR_RNDN);  // imaginary part: the angle
+    mpfr_exp(e, e, MPFR_RNDN);
+    mpfr_sin_cos(im, re, w, MPFR_RNDN);
+    mpfr_mul(re, re, e, MPFR_RNDN);
+    mpfr_mul(im, im, e, MPFR_RNDN);
+    mpfr_clears(l, t, e, w, k, static_cast<mpfr_ptr>(nullptr));
+}
+
+// The composition's own cost is in |b ln a|: ordinary bases and
+// exponents, integer and half-integer exponents, bases near 1 and near 0,
+// and products b ln a up to the overflow and underflow of the result.
+const ZRegion zpow_regions[] = {
+    {lg2(0.1, 10), lg2(0.1, 10), 3, "ordinary bases and exponents", lin(-4, 4), lin(-4, 4)},
+    {lg2(0.1, 10), lg2(0.1, 10), 1, "real exponents", lin(-8, 8), kNone},
+    {lg2(0x1p-30, 0x1p30), lg2(0x1p-30, 0x1p30), 1, "bases over sixty binades", lin(-2, 2), lin(-2, 2)},
+    {lg2(0.5, 2), lg2(0x1p-40, 0x1p-10), 1, "bases near the real axis, the branch cut", lin(-3, 3), lin(-3, 3)},
+    {lg2(0.9, 1.1), lg2(0x1p-20, 0.1), 0.5, "bases near 1", lg2(1, 1000), lg2(0x1p-10, 1)},
+    {lg2(1.5, 4), lg2(0x1p-10, 1), 0.5, "large results, toward overflow", lin(100, 700), lin(-1, 1)},
+    {lg2(1e-300, 1e300), lg2(1e-300, 1e300), 0.3, "every binade of the base", lin(-1.5, 1.5), lin(-0.5, 0.5)},
+};
+const ZPair zpow_special[] = {
+    {2, 0, 1000, 0}, {2, 0, 1100, 0}, {-1, 0, 0.5, 0}, {-1, -0.0, 0.5, 0}, {0, 1, 2, 0},
+    {1, 1, 2, 0},    {3, 4, 0.5, 0},  {1, 0, 1e300, 1e300}, {0.5, 0.5, -3, 0}, {1e300, 1e300, 0.5, 0.5},
+    {1, 1e-300, 1e300, 0}, {-2, 1e-320, 3, 0},
+};
+constexpr ComplexRow zpow_row = {
+    .name = "zpow",
+    .exported = "VZPOW",
+    .formula = "pow(a, b)",
+    .regions = list(zpow_regions),
+    .timing = {lg2(0.1, 10), lg2(0.1, 10), 1, nullptr, lin(-4, 4), lin(-4, 4)},
+    .baseline_label = "glibc cpow loop",
+    .shape = ZShape::Z2,
+    .ref2 = ref_pow,
+    .special2 = list(zpow_special),
+    .baseline2 = loop_cpow,
+    .conditioned = true,
+};
+constexpr ComplexRow zpowx_row = {
+    .name = "zpowx",
+    .exported = "VZPOWX",
+    .formula = "pow(a, b), one b",
+    .regions = list(zpow_regions),
+    .timing = {lg2(0.1, 10), lg2(0.1, 10), 1, nullptr, lin(-4, 4), lin(-4, 4)},
+    .baseline_label = "glibc cpow loop, one b",
+    .shape = ZShape::ZX,
+    .ref2 = ref_pow,
+    .special2 = list(zpow_special),
+    .baseline2 = loop_cpowx,
+    .conditioned = true,
+};
+
 // ------------------------------------- Trigonometric and hyperbolic
 
 // cosh, sinh, tanh of x + iy: the extended products below |x| = 2048,
@@ -278,7 +372,7 @@ ZT_TRIG_ROW(zatanh_row, atanh, "ATANH", ref_of<Ref::Atanh>, inverse_regions, inv
 const ComplexRow* const kRows[] = {&zsqrt_row,  &zexp_row,   &zln_row,    &zlog10_row, &zcos_row,
                                    &zsin_row,   &ztan_row,   &zacos_row,  &zasin_row,  &zatan_row,
                                    &zcosh_row,  &zsinh_row,  &ztanh_row,  &zacosh_row, &zasinh_row,
-                                   &zatanh_row};
+                                   &zatanh_row, &zpow_row,   &zpowx_row};
 
 const ComplexRow* row_of(const char* exported) {
     for (const ComplexRow* r : kRows)
@@ -290,7 +384,11 @@ const ComplexRow* row_of(const char* exported) {
     if (const ComplexRow* r = row_of(#EXPORT))                                             \
         v.push_back({r, &zvl::plans::z##fam,                                               \
                      [](int cpu, int mode) -> LoopZ { return zvl::kernels_##EXPORT.k[cpu][mode]; }, \
-                     EXPORT});
+                     nullptr});
+#define ZT_Z2FUNCTION(EXPORT, report, id, fam)                                            \
+    if (const ComplexRow* r = row_of(#EXPORT))                                             \
+        v.push_back({r, &zvl::plans::z##fam, nullptr,                                      \
+                     [](int cpu, int mode) -> LoopZ2 { return zvl::kernels_##EXPORT.k[cpu][mode]; }});
 #define ZT_SKIP(...)
 
 }  // namespace
@@ -298,10 +396,29 @@ const ComplexRow* row_of(const char* exported) {
 List<ComplexFunction> complex_functions() {
     static const std::vector<ComplexFunction> all = [] {
         std::vector<ComplexFunction> v;
-        ZVL_FUNCTIONS(ZT_SKIP, ZT_SKIP, ZT_SKIP, ZT_SKIP, ZT_ZFUNCTION, ZT_SKIP, ZT_SKIP, ZT_SKIP, ZT_SKIP)
+        ZVL_FUNCTIONS(ZT_SKIP, ZT_SKIP, ZT_SKIP, ZT_SKIP, ZT_ZFUNCTION, ZT_Z2FUNCTION, ZT_Z2FUNCTION, ZT_SKIP,
+                      ZT_SKIP)
         return v;
     }();
     return {all.data(), all.size()};
+}
+
+void call_complex(const ComplexFunction& f, int cpu, int mode, int32_t n, const ZVLComplex16* a,
+                  const ZVLComplex16* b, ZVLComplex16* r) {
+    const ComplexRow& row = *f.row;
+    if (row.shape == ZShape::Z1) {
+        (cpu < 0 ? row.baseline : f.kernel(cpu, mode))(n, a, r);
+        return;
+    }
+    const LoopZ2 k = cpu < 0 ? row.baseline2 : f.kernel2(cpu, mode);
+    if (row.shape == ZShape::Z2) {
+        k(n, a, b, r);
+        return;
+    }
+    for (int32_t i = 0; i < n; i += static_cast<int32_t>(kSharedRun)) {
+        const int32_t m = n - i < static_cast<int32_t>(kSharedRun) ? n - i : static_cast<int32_t>(kSharedRun);
+        k(m, a + i, b + i, r + i);
+    }
 }
 
 }  // namespace zvl_tools

@@ -47,7 +47,9 @@ inline AcosParts acos_scheme(long double p, long double q) {
         } else {
             side = ext_sqrt((sm + q2 / (r + p + 1.0L)) * (A + p) * 0.5L);
         }
-        out.angle = SineType ? ext_atan2(p, side) : ext_atan2(side, p);
+        // side and p are positive, normal and of moderate size: ext_atan2's
+        // main path, inline
+        out.angle = SineType ? atan2_main(p, side) : atan2_main(side, p);
     }
     if (A > 1.5L) {
         out.log = ext_log(A + ext_sqrt(A * A - 1.0L));

@@ -36,7 +36,9 @@ inline long double atanh_real(long double x, long double y) {
 
 inline long double atanh_imag(long double x, long double y) {
     const long double t = (1.0L - x * x) - y * y;
-    if (ext_abs(t) >= 0.03L) return ext_atan2(2.0L * y, t) * 0.5L;
+    // 2y and t are finite, not zero and of moderate size: ext_atan2's main
+    // path, inline
+    if (ext_abs(t) >= 0.03L) return atan2_main(2.0L * y, t) * 0.5L;
     return (ext_atan2(y, 1.0L + x) - ext_atan2(-y, 1.0L - x)) * 0.5L;
 }
 

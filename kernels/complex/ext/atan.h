@@ -68,6 +68,20 @@ inline Pair atan2_core(Pair Y, Pair X) {
     return a;
 }
 
+// ext_atan2's main path, for y and x finite and not zero with exponents
+// within 8000 of the bias: callers that know as much (the complex inverse
+// functions' angles) take it inline, without the call and the
+// classification, for the same bits.
+inline long double atan2_main(long double y, long double x) {
+    if (x > 0 && ext_exp_field(y) + 40 < ext_exp_field(x)) {
+        // |y/x| < 2^-39: atan q = q - q^3/3 rounds to q, and a division
+        // rounds q once even where it is subnormal
+        return y / x;
+    }
+    const Pair a = atan2_core({ext_abs(y), 0.0L}, {x, 0.0L});
+    return ext_neg_if(a.hi + a.lo, ext_sign(y));
+}
+
 inline long double ext_atan(long double x) {
     if (x != x) return x * x;
     const long double ax = ext_abs(x);
@@ -102,12 +116,10 @@ inline long double ext_atan2(long double y, long double x) {
     } else if (ex == 0x7fff) {
         if (x > 0) return ext_neg_if(0.0L, yneg);
         a = {Ext::pi[0], Ext::pi[1]};
-    } else if (x > 0 && ey + 40 < ex) {
-        // |y/x| < 2^-39: atan q = q - q^3/3 rounds to q, and a division
-        // rounds q once even where it is subnormal
-        return y / x;
     } else if (ex > 16383 - 8000 && ex < 16383 + 8000 && ey > 16383 - 8000 && ey < 16383 + 8000) {
-        a = atan2_core({ext_abs(y), 0.0L}, {x, 0.0L});
+        return atan2_main(y, x);
+    } else if (x > 0 && ey + 40 < ex) {
+        return y / x;  // as in atan2_main
     } else {
         // scale both by the same power of two so that the larger is near 1
         const int k = (ex > ey ? ex : ey) - 16383;

@@ -303,11 +303,11 @@ struct TanSteps : PerVector<TanSteps> {
         const vd D = V::and_(dh, splat_bits<V>(keep27));
         const vd Rs = V::and_(V::div(one, D), splat_bits<V>(keep26));
         const vd u = V::sub(V::sub(one, V::mul(D, Rs)), V::mul(V::add(V::sub(dh, D), dl), Rs));
-        const vd w = V::add(u, V::mul(u, u));
         const vd Nt = V::and_(nh, splat_bits<V>(keep27));
         const vd P = V::mul(Nt, Rs);
         const vd nr = V::mul(V::add(V::sub(nh, Nt), nl), Rs);
-        const vd q = V::add(P, V::add(nr, V::mul(V::add(P, nr), w)));
+        const vd nu = V::mul(V::add(P, nr), u);
+        const vd q = V::add(P, V::add(V::add(nr, nu), V::mul(nu, u)));
         // x's sign, flipped for odd q
         return V::xor_(q, V::xor_(V::xor_(x, a), V::and_(odd, splat_bits<V>(Fp64::sign_mask))));
     }

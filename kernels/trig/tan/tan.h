@@ -271,7 +271,7 @@ struct TanSteps : PerVector<TanSteps> {
         const vd t = V::sub(a, V::mul(V::splat(K::C1), N));
         const vd r = V::sub(t, C2N);
         const vd c = V::sub(V::sub(V::sub(t, r), C2N), V::mul(V::splat(K::C3), N));
-        // tan(r + c) = rt + tl, a double word
+        // tan(r + c) = r + cubic, rt rounded
         const vd z = V::mul(r, r);
         const vd z2 = V::mul(z, z);
         const double* c4 = zvl::TanTable16;
@@ -279,13 +279,13 @@ struct TanSteps : PerVector<TanSteps> {
                             V::add(V::mul(V::splat(c4[2]), z), V::splat(c4[3])));
         const vd cubic = V::add(V::mul(V::mul(r, z), p), c);
         const vd rt = V::add(r, cubic);
-        const vd tl = V::add(V::sub(r, rt), cubic);
         vd th, tlow;
         row<V>(s, th, tlow);
-        // n = tan B + tan r and d = 1 - tan B tan r, each a double word (the
-        // first sum exact: |tan B| > |rt| or tan B = 0)
+        // n = tan B + tan r and d = 1 - tan B tan r, each a double word:
+        // th - nh is exact (|tan B| > |rt| or tan B = 0), and that plus r
+        // plus cubic is what the sum and the rounding of rt left
         vd nh = V::add(th, rt);
-        vd nl = V::add(V::add(V::sub(th, nh), rt), V::add(tlow, tl));
+        vd nl = V::add(V::add(V::sub(th, nh), r), V::add(cubic, tlow));
         const vd pr = V::mul(th, rt);
         vd dh = V::sub(one, pr);
         vd dl = V::sub(V::sub(one, dh), pr);

@@ -283,7 +283,8 @@ struct TanSteps : PerVector<TanSteps> {
         row<V>(s, th, tlow);
         // n = tan B + tan r and d = 1 - tan B tan r, each a double word:
         // th - nh is exact (|tan B| > |rt| or tan B = 0), and that plus r
-        // plus cubic is what the sum and the rounding of rt left
+        // plus cubic is what the sum and the rounding of rt left. d leaves
+        // out tan B times rt's rounding and tlow rt, below 2^-57 together.
         vd nh = V::add(th, rt);
         vd nl = V::add(V::add(V::sub(th, nh), r), V::add(cubic, tlow));
         const vd pr = V::mul(th, rt);
@@ -298,8 +299,9 @@ struct TanSteps : PerVector<TanSteps> {
         dl = V::xor_(dl, kl);
         // n / d with one rounding that counts: D = dh cut to 27 bits, Rs =
         // 1/D cut to 26, so that e = 1 - D Rs is exact; with u = e - (d - D)
-        // Rs, 1/d = Rs (1 + u + u^2) to 2^-72. nh cut to 27 bits times Rs
-        // is exact, and the rest, about 2^-25 of it, is added last.
+        // Rs, below 2^-24, 1/d = Rs (1 + u + u^2) to 2^-72. nh cut to 27
+        // bits times Rs is exact, and the rest, below 2^-25 of it, is added
+        // last.
         const vd D = V::and_(dh, splat_bits<V>(keep27));
         const vd Rs = V::and_(V::div(one, D), splat_bits<V>(keep26));
         const vd u = V::sub(V::sub(one, V::mul(D, Rs)), V::mul(V::add(V::sub(dh, D), dl), Rs));

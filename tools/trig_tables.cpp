@@ -8,6 +8,8 @@
 //   trig_tables pairs64       SinCosPairs64: cosine and sine, step pi/32
 //   trig_tables sincos128     SinCosTable128: sine rows, step pi/64
 //   trig_tables tan32         TanTable32: local expansions of the tangent, step pi/32
+//   trig_tables tan16         TanTable16: tan B and the small tangent's polynomial,
+//                             step pi/32 over a quarter turn either side of 0
 //
 // A four-word row belongs to the angle B = i * step and holds the function f
 // at B as a high and a low word and its derivative f' at B as a high and a low
@@ -29,6 +31,7 @@
 #include <cstdio>
 #include <cstring>
 
+#include "tools/fit/write.h"
 #include "tools/table_format.h"
 
 namespace {
@@ -326,6 +329,34 @@ void tan32() {
     for (auto& x : a) mpfr_clear(x);
 }
 
+// --- TanTable16 --------------------------------------------------------------
+
+// The largest remainder of a reduction by pi/32 with N rounded to nearest,
+// pi/64, with a margin for the rounding of x 32/pi below 12800.
+constexpr double kTanSmallTop = 0.0491;
+constexpr int kTanSmallTerms = 4;
+
+void tan16() {
+    header("tan16",
+           "words 0 to 3: tan r = r + r^3 P(r^2) for |r| <= 0.0491, P of degree 3, the\n"
+           "// minimax fit of the relative error rounded to doubles term by term, highest\n"
+           "// power first. Then row m of 16 (words 4 + 2m, 5 + 2m) belongs to B = (m - 8)\n"
+           "// pi/32: tan B as the double nearest and the double nearest the rest.");
+    const zvl_fit::OddForm form{mpfr_tan, false, kTanSmallTop};
+    const zvl_fit::Fit f = zvl_fit::minimax(zvl_fit::odd_problem(form, kTanSmallTerms));
+    zvl_fit::put_odd(form, std::vector<double>(f.c.rbegin(), f.c.rend()));
+    Vars m;
+    for (int row = 0; row < 16; ++row) {
+        mpfr_set_si(m[0], row - 8, MPFR_RNDN);
+        mpfr_div_ui(m[0], m[0], 32, MPFR_RNDN);
+        mpfr_tanpi(m[1], m[0], MPFR_RNDN);
+        const double w[2] = {nearest(m[1]), rest(m[1], nearest(m[1]), 53)};
+        char note[24];
+        std::snprintf(note, sizeof note, "B = %d pi/32", row - 8);
+        print_words(w, 2, note);
+    }
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -334,12 +365,13 @@ int main(int argc, char** argv) {
         if (std::strcmp(arg, "four_over_pi") == 0) return four_over_pi(), 0;
         if (std::strcmp(arg, "pairs64") == 0) return pairs64(), 0;
         if (std::strcmp(arg, "tan32") == 0) return tan32(), 0;
+        if (std::strcmp(arg, "tan16") == 0) return tan16(), 0;
         for (const StepTable& t : kStepTables) {
             if (std::strcmp(arg, t.arg) == 0) return step_table(t), 0;
         }
     }
     std::fprintf(stderr,
                  "usage: trig_tables four_over_pi|sin512|cos512|sincos64|cos64|pairs64|"
-                 "sincos128|tan32\n");
+                 "sincos128|tan32|tan16\n");
     return 2;
 }

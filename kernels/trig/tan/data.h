@@ -20,4 +20,9 @@ namespace zvl {
 //             cut the pole's reciprocal to 18 bits; else 0
 extern const double TanTable32[32 * 20];
 
+// The vector tangent of cpu type 0: words 0 to 3 the polynomial P of
+// tan r = r + r^3 P(r^2), |r| <= pi/64, highest power first; then 16 rows
+// of two words, row m for B = (m - 8) pi/32: tan B high and low.
+extern const double TanTable16[4 + 16 * 2];
+
 }  // namespace zvl

@@ -5,9 +5,9 @@
 //      in the x87 unit's 64-bit significand that finishes the rational form,
 //      one division for each pair of elements; |x| >= 128000 and NaN to the
 //      callout
-//   Z  HA of cpu type 0: the scalar tangent's method (step pi/32 on
-//      TanTable32, the pole term apart) on vectors; |x| >= 12800 and NaN to
-//      the callout
+//   Z  HA of cpu type 0: step pi/32 to tan B of TanTable16, the quotient
+//      (tan B + tan r) / (1 - tan B tan r) or minus its reciprocal in double
+//      words, one division; |x| >= 12800 and NaN to the callout
 //   L  LA, the rational form of degree 7 over 6 after a reduction by pi/2 in
 //      four parts, one division an element; P  EP, degree 5 over 4 and three
 //      parts. Elements go in pairs (blocks of 8, 16 at cpu type 5, then

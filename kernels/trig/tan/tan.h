@@ -20,9 +20,15 @@
 // the other is refused).
 // |x| >= 128000, infinities and NaN go to the callout.
 //
-// Z, HA of cpu type 0: no extended precision; the scalar tangent's method
-// (tangent.h) on vectors, below 12800, where it needs no TrigReduce, so its
-// results are the callout's own. Tiny arguments give x.
+// Z, HA of cpu type 0: no extended precision. a = |x| = N pi/32 + r + c in
+// three parts of pi/32; with N + 8 = 16 q + m, a = q pi/2 + B + r, B = (m -
+// 8) pi/32 within a quarter turn of 0, and tan B from TanTable16 as a double
+// word. tan r = r + r^3 P(r^2) (|r| <= pi/64) as a double word t; then tan a
+// = (tan B + t) / (1 - t tan B) for even q and minus its reciprocal for odd
+// q: numerator and denominator as double words, exchanged by the parity of
+// q, and one division whose last rounding is the only one that counts (the
+// divisor cut to 27 bits and its reciprocal to 26, so that their product is
+// exact). 0.55 ulp. |x| >= 12800 and NaN go to the callout.
 //
 // Included by the trig units inside their own context (see unit.h).
 #pragma once
@@ -225,11 +231,87 @@ struct TanBatch {
 
 struct TanSteps : PerVector<TanSteps> {
     static constexpr const char* label = "dTan_HA";
+    // 2^52 + 8: a + it holds N + 8 in its low bits
+    static constexpr double shifter8 = zvl::from_bits(0x4330000000000008);
+    // cut to 27 and to 26 significant bits: the product of two such is exact
+    static constexpr uint64_t keep27 = 0xfffffffffc000000;
+    static constexpr uint64_t keep26 = 0xfffffffff8000000;
+
+    // Row m = (N + 8) mod 16 of TanTable16: tan B high and low, in each lane.
+    template <class V>
+    static void row(typename V::vd s, typename V::vd& th, typename V::vd& tl) {
+        const double* rows = zvl::TanTable16 + 4;
+        if constexpr (V::lanes == 1) {
+            const uint32_t m = zvl::low_word(s) & 15u;
+            th = rows[2 * m];
+            tl = rows[2 * m + 1];
+        } else {
+            static_assert(V::lanes == 2, "two lanes or one");
+            const __m128i si = _mm_castpd_si128(s);
+            const unsigned m0 = static_cast<unsigned>(_mm_extract_epi16(si, 0)) & 15u;
+            const unsigned m1 = static_cast<unsigned>(_mm_extract_epi16(si, 4)) & 15u;
+            // one 16-byte load a row (the empty asm keeps each whole)
+            __m128d p0 = _mm_load_pd(rows + 2 * m0), p1 = _mm_load_pd(rows + 2 * m1);
+            __asm__("" : "+x"(p0), "+x"(p1));
+            th = _mm_unpacklo_pd(p0, p1);
+            tl = _mm_unpackhi_pd(p0, p1);
+        }
+    }
+
     template <class V>
     static typename V::vd eval(typename V::vd x) {
-        const typename V::vd y = tangent_core<V>(x, V::splat(0.0), 0);
-        // below 2^-252 tan x rounds to x (and the pole term would divide by x)
-        return V::select(V::lt(abs_of<V>(x), V::splat(0x1p-252)), x, y);
+        using vd = typename V::vd;
+        using K = TanScalar;
+        const vd one = V::splat(1.0);
+        const vd a = abs_of<V>(x);
+        const vd s = V::add(V::mul(a, V::splat(K::inv_step)), V::splat(shifter8));
+        const vd N = V::sub(s, V::splat(shifter8));
+        // a = N pi/32 + r + c, C1 N and C2 N exact
+        const vd C2N = V::mul(V::splat(K::C2), N);
+        const vd t = V::sub(a, V::mul(V::splat(K::C1), N));
+        const vd r = V::sub(t, C2N);
+        const vd c = V::sub(V::sub(V::sub(t, r), C2N), V::mul(V::splat(K::C3), N));
+        // tan(r + c) = r + cubic, rt rounded
+        const vd z = V::mul(r, r);
+        const vd z2 = V::mul(z, z);
+        const double* c4 = zvl::TanTable16;
+        const vd p = V::add(V::mul(V::add(V::mul(V::splat(c4[0]), z), V::splat(c4[1])), z2),
+                            V::add(V::mul(V::splat(c4[2]), z), V::splat(c4[3])));
+        const vd cubic = V::add(V::mul(V::mul(r, z), p), c);
+        const vd rt = V::add(r, cubic);
+        vd th, tlow;
+        row<V>(s, th, tlow);
+        // n = tan B + tan r and d = 1 - tan B tan r, each a double word:
+        // th - nh is exact (|tan B| > |rt| or tan B = 0), and that plus r
+        // plus cubic is what the sum and the rounding of rt left. d leaves
+        // out tan B times rt's rounding and tlow rt, below 2^-57 together.
+        vd nh = V::add(th, rt);
+        vd nl = V::add(V::add(V::sub(th, nh), r), V::add(cubic, tlow));
+        const vd pr = V::mul(th, rt);
+        vd dh = V::sub(one, pr);
+        vd dl = V::sub(V::sub(one, dh), pr);
+        // N + 8 = 16 q + m: tan a = n / d for even q, -d / n for odd
+        const vd odd = V::sub_i64(V::splat(0.0), V::and_(V::shr_i64(s, 4), splat_bits<V>(1)));
+        const vd kh = V::and_(V::xor_(nh, dh), odd), kl = V::and_(V::xor_(nl, dl), odd);
+        nh = V::xor_(nh, kh);
+        dh = V::xor_(dh, kh);
+        nl = V::xor_(nl, kl);
+        dl = V::xor_(dl, kl);
+        // n / d with one rounding that counts: D = dh cut to 27 bits, Rs =
+        // 1/D cut to 26, so that e = 1 - D Rs is exact; with u = e - (d - D)
+        // Rs, below 2^-24, 1/d = Rs (1 + u + u^2) to 2^-72. nh cut to 27
+        // bits times Rs is exact, and the rest, below 2^-25 of it, is added
+        // last.
+        const vd D = V::and_(dh, splat_bits<V>(keep27));
+        const vd Rs = V::and_(V::div(one, D), splat_bits<V>(keep26));
+        const vd u = V::sub(V::sub(one, V::mul(D, Rs)), V::mul(V::add(V::sub(dh, D), dl), Rs));
+        const vd Nt = V::and_(nh, splat_bits<V>(keep27));
+        const vd P = V::mul(Nt, Rs);
+        const vd nr = V::mul(V::add(V::sub(nh, Nt), nl), Rs);
+        const vd nu = V::mul(V::add(P, nr), u);
+        const vd q = V::add(P, V::add(V::add(nr, nu), V::mul(nu, u)));
+        // x's sign, flipped for odd q
+        return V::xor_(q, V::xor_(V::xor_(x, a), V::and_(odd, splat_bits<V>(Fp64::sign_mask))));
     }
     // |x| >= 12800 (the high word at least 0x40c90000), and NaN
     template <class V>

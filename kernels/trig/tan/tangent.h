@@ -73,30 +73,18 @@ struct TanScalar {
     static constexpr uint32_t tiny_field = 771;  // |x| < 2^-252: tan x rounds to x
 };
 
-// Words k and k + 1 of each lane's row, j[l] the row's first word: a
-// 16-byte load a row (rows and even words are 16-byte aligned) and two
-// unpacks on two lanes. The empty asm keeps each load whole: the compiler
-// would otherwise split it into 8-byte loads and inserts, three
-// micro-operations a word where this takes two.
+// Words k and k + 1 of the row that starts at word j[0].
 template <class V>
 inline void row_words(const uint32_t* j, int k, typename V::vd& a, typename V::vd& b) {
+    static_assert(V::lanes == 1, "the scalar tangent runs one lane");
     const double* t = zvl::TanTable32 + k;
-    if constexpr (V::lanes == 1) {
-        a = t[j[0]];
-        b = t[j[0] + 1];
-    } else {
-        static_assert(V::lanes == 2, "two lanes or one");
-        __m128d p0 = _mm_load_pd(t + j[0]), p1 = _mm_load_pd(t + j[1]);
-        __asm__("" : "+x"(p0), "+x"(p1));
-        a = _mm_unpacklo_pd(p0, p1);
-        b = _mm_unpackhi_pd(p0, p1);
-    }
+    a = t[j[0]];
+    b = t[j[0] + 1];
 }
 
 // tan of x + low, quarter turns q16 / 16 on, for x below 12800 in
 // magnitude (or TrigReduce's high word) and not tiny: the arrangement above,
-// in the operations of wrapper V (Scalar here, the vectors of cpu type 0's
-// Tan HA).
+// in the operations of the Scalar wrapper.
 template <class V>
 inline typename V::vd tangent_core(typename V::vd x, typename V::vd low, uint32_t q16) {
     using vd = typename V::vd;
@@ -112,8 +100,7 @@ inline typename V::vd tangent_core(typename V::vd x, typename V::vd low, uint32_
     V::low_words(s, j);
     for (int l = 0; l < V::lanes; ++l) j[l] = ((j[l] + q16) & 31u) * 20u;
     vd T[20];
-    // The order below keeps few values alive at a time, so that cpu type
-    // 0's sixteen registers hold them.
+    // The order below keeps few values alive at a time.
 
     // x = B + r + c
     const vd C2N = V::mul(V::splat(K::C2), N);

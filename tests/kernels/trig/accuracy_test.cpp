@@ -120,5 +120,67 @@ INSTANTIATE_TEST_SUITE_P(Trig, Accuracy, testing::ValuesIn(kFunctions),
                              return std::string(p.param.name);
                          });
 
+// Cpu type 0's vector tangent (HA) below 12800, where it does not call
+// out: reduction by pi/32 to a table of tan B, the quotient of two double
+// words. Its hard arguments: the doubles next to every multiple of pi/2 (the
+// poles and zeros, where the remainder cancels most) and next to the odd
+// multiples of pi/64 (where N, the row and the quadrant change), the last
+// doubles below 12800, tiny and subnormal arguments. The vector lanes and the
+// remainder's one-lane path are both measured; zeros keep their sign.
+TEST(TanCpuTypeZero, HardArgumentsWithinBudget) {
+    // HA allows 1 ulp; the kernel reaches 0.551 over 1e6 random arguments
+    constexpr double kBudget = 0.6;
+    std::vector<double> xs;
+    mpfr_t v;
+    mpfr_init2(v, 128);
+    // j pi/64 below 12800: the multiples of pi/2 at j = 32k, and every
+    // thirteenth row boundary (odd j)
+    for (int j = 1; j < 260800; ++j) {
+        if (j % 32 != 0 && !(j % 2 == 1 && j % 13 == 1)) continue;
+        mpfr_const_pi(v, MPFR_RNDN);
+        mpfr_mul_ui(v, v, static_cast<unsigned long>(j), MPFR_RNDN);
+        mpfr_div_2ui(v, v, 6, MPFR_RNDN);
+        const double near = mpfr_get_d(v, MPFR_RNDN);
+        if (near >= 12800.0) break;
+        for (double x : {near, std::nextafter(near, 0.0), std::nextafter(near, INFINITY)})
+            xs.insert(xs.end(), {x, -x});
+    }
+    mpfr_clear(v);
+    for (double x : hard_cases("near_pi2"))
+        if (std::fabs(x) < 12800.0) xs.push_back(x);
+    for (double x : hard_cases("tan"))
+        if (std::fabs(x) < 12800.0) xs.push_back(x);
+    double below = 12800.0;
+    for (int k = 0; k < 8; ++k) {
+        below = std::nextafter(below, 0.0);
+        xs.insert(xs.end(), {below, -below});
+    }
+    for (double x : {0x1p-1074, 0x1.8p-1073, 0x1.ffffffffffffep-1023, 0x1p-1022, 0x1p-600,
+                     0x1p-252, 0x1p-27, 0x1p-26, 1e-8})
+        xs.insert(xs.end(), {x, -x});
+    const Kernel k = row("VDTAN").kernel(0, 0);
+    std::vector<double> y(xs.size());
+    k(static_cast<int>(xs.size()), xs.data(), nullptr, y.data(), nullptr);
+    double worst = 0, worst_x = 0;
+    for (size_t i = 0; i < xs.size(); ++i) {
+        double one;  // the same element alone, through the one-lane path
+        k(1, &xs[i], nullptr, &one, nullptr);
+        EXPECT_EQ(bits_of(one), bits_of(y[i])) << std::hexfloat << xs[i];
+        const double err = ulp_error(mpfr_tan, xs[i], y[i]);
+        if (!(err <= worst)) {
+            worst = err;
+            worst_x = xs[i];
+        }
+    }
+    EXPECT_LE(worst, kBudget) << worst << " ulp at " << std::hexfloat << worst_x;
+    for (double z : {0.0, -0.0}) {
+        double out = 1.0;
+        k(1, &z, nullptr, &out, nullptr);
+        EXPECT_EQ(bits_of(out), bits_of(z));
+    }
+    std::printf("tan, cpu type 0 HA: %zu hard arguments, worst %.3f ulp at %a\n", xs.size(), worst,
+                worst_x);
+}
+
 }  // namespace
 }  // namespace zvl_test

@@ -23,7 +23,7 @@
 #pragma once
 
 #include "kernels/common/loops.h"
-#include "kernels/trig/estimates.h"
+#include "kernels/trig/double_word.h"
 #include "kernels/trig/inverse_hyperbolic/log.h"
 #include "kernels/trig/lane_tests.h"
 

@@ -7,9 +7,11 @@
 //   HA      below 1.0625 sqrt(2y) (1 + y P(y)), P of degree 6, the root in
 //           two parts (the refined reciprocal square root estimate and the
 //           exact residual), computed only for vectors with such a lane;
-//           above v in two parts, x^2 - 1 from the square's split and a
-//           fast two-sum and its root likewise; from 2^28 on v = x with ln
-//           2 added.
+//           above v in two parts: s = sqrt(x^2 - 1) by the square root
+//           instruction, cut to 26 bits as s_hi, whose residual x^2 - 1 -
+//           s_hi^2 is exact from the halves of x, and s_lo the residual
+//           over s + s_hi (one division); v = (x_hi + s_hi) + (x_lo + s_lo),
+//           the first sum exact. From 2^28 on v = x with ln 2 added.
 // Largest errors found against MPFR (2.4 million arguments; see
 // tests/kernels/trig): LA and EP 2.58 ulp at 0x1.1fe28b1e85302p+0, HA 0.508
 // ulp at 0x1.0d7e990c52326p+0 (zvl-ulp).
@@ -89,15 +91,20 @@ struct AcoshHA : PerTwin<AcoshHA, 2> {
         const vd is_near = V::lt(x, V::splat(near_below));
         const vd big = V::le(V::splat(big_from), x);
         const vd xc = V::select(V::or_(is_near, big), V::splat(2.0), x);
-        // w = x^2 - 1 in two parts: x^2 = p + p_lo by the square's split,
-        // p - 1 a fast two-sum (p > 1); then v = x + sqrt(w) in two parts
-        vd p, p_lo, w, w_lo, r, r_lo, v, v_lo;
-        two_square<V>(xc, p, p_lo);
-        fast_two_sum<V>(p, V::splat(-1.0), w, w_lo);
-        sqrt_dw<V>(w, V::add(w_lo, p_lo), rsqrt_refined<V>(w), r, r_lo);
-        fast_two_sum<V>(xc, r, v, v_lo);  // x > sqrt(w)
-        v = V::select(big, x, v);
-        v_lo = V::andnot(big, V::add(v_lo, r_lo));
+        const vd s = V::sqrt(V::sub(V::mul(xc, xc), one));
+        const vd s_hi = upper_half<V>(s);
+        const vd x_hi = upper_half<V>(xc), x_lo = V::sub(xc, x_hi);
+        // x_hi^2 - 1 is exact below 2^26, and so is its difference with
+        // s_hi^2 (within 2^-22 of x^2 and of a unit at most 2^4 times
+        // finer); beyond, its error is 2^-51 of the residual's scale, a
+        // 2^-52 of log v's argument where log v > 18. The cross terms
+        // complete x^2.
+        const vd res = V::add(V::sub(V::sub(V::mul(x_hi, x_hi), one), V::mul(s_hi, s_hi)),
+                              V::add(V::mul(V::add(x_hi, x_hi), x_lo), V::mul(x_lo, x_lo)));
+        const vd s_lo = V::div(res, V::add(s, s_hi));
+        // x_hi + s_hi: two 26-bit numbers with s_hi < x_hi < 4 s_hi, exact
+        const vd v = V::select(big, x, V::add(x_hi, s_hi));
+        const vd v_lo = V::andnot(big, V::add(x_lo, s_lo));
         vd hi, lo;
         log_ha<V>(v, v_lo, V::and_(big, one), hi, lo);
         const vd far = V::add(hi, lo);

@@ -6,12 +6,14 @@
 //           two-sums, and the quotient's error (its residual, exact by a
 //           two-product, and the sums' low parts, over 1 + |x|) added to
 //           log(u) as a correction.
-//   HA      below 2^-8 x + x^3 P(x^2), P of degree 3; above u in two parts,
-//           the quotient of the two-part sums (by the refined reciprocal
-//           estimate and the residual), and its logarithm in two parts.
+//   HA      below 2^-8 x + x^3 P(x^2), P of degree 3; above u in two parts:
+//           q = 1/(1 - |x|) by the division instruction, u_hi = (1 + |x|) q
+//           cut to 26 bits, whose residual against the two-part sums is
+//           exact but for its small terms, and u_lo that residual times q;
+//           then the logarithm in two parts.
 // Largest errors found against MPFR (2.4 million arguments; see
-// tests/kernels/trig): LA and EP 1.23 ulp at 0x1.1b63acdee6ddfp-1, HA 0.501
-// ulp at 0x1.095e462ac119cp-8.
+// tests/kernels/trig): LA and EP 1.23 ulp at 0x1.1b63acdee6ddfp-1; HA 0.5001
+// ulp at -0x1.f10282e6a2bcp-6 (zvl-ulp, 1e6 samples).
 // Vector range |x| < 1. The callout takes the rest: +-1 give +-inf with
 // ZVL_STATUS_SING, |x| > 1 the default NaN with ZVL_STATUS_ERRDOM, NaN x + x.
 //
@@ -68,13 +70,18 @@ struct AtanhHA : PerTwin<AtanhHA, 2> {
         using vd = typename V::vd;
         const vd a = abs_of<V>(x);
         const vd small = odd_series<V>(zvl::AtanhPolySmallHA::c, a);
-        vd n, n_lo, d, d_lo, u, u_lo, hi, lo;
+        vd n, n_lo, d, d_lo, hi, lo;
         atanh_sums<V>(a, n, n_lo, d, d_lo);
-        // log(u) is as small as 2^-7, so u's error counts 2^7 times over:
-        // its low part wants 1/d within 2^-57 (the series to e^4)
-        divide_dw<V>(n, d, d_lo, recip_refined<V, 4>(d), u, u_lo);
-        u_lo = V::add(u_lo, V::mul(n_lo, recip_refined<V, 1>(d)));
-        log_ha<V>(u, u_lo, V::splat(0.0), hi, lo);
+        // log(u) is as small as 2^-7, so u's error counts 2^7 times over;
+        // u_lo is below 2^-24 u, so q's rounding is nothing to it. u_hi and
+        // d_hi have 26 bits and d - d_hi 27, so both products with u_hi are
+        // exact, and u_hi d_hi, within 2^-24 of n, leaves n exactly.
+        const vd q = V::div(V::splat(1.0), d);
+        const vd u_hi = upper_half<V>(V::mul(n, q));
+        const vd d_hi = upper_half<V>(d);
+        const vd r = V::add(V::sub(V::sub(n, V::mul(u_hi, d_hi)), V::mul(u_hi, V::sub(d, d_hi))),
+                            V::sub(n_lo, V::mul(u_hi, d_lo)));
+        log_ha<V>(u_hi, V::mul(r, q), V::splat(0.0), hi, lo);
         const vd far = V::mul(V::add(hi, lo), V::splat(0.5));
         return V::or_(V::select(V::lt(a, V::splat(0x1p-8)), small, far), sign_of<V>(x));
     }

@@ -10,9 +10,12 @@
 //   LA, EP  log(1 + t) = t + t^2 P(t), P of degree 5 (2^-62.3 relative); the
 //           sum in plain arithmetic, e ln2_lo last
 //   HA      v in two parts; log(1 + t) = t - t^2/2 + t^3 P(t), P of degree 5
-//           (2^-70.7); e ln2_hi + T_hi is exact (both multiples of 2^-42)
-//           and its sum with t's high part a two-sum, so the result comes as
-//           a high and a low part whose sum rounds once
+//           (2^-70.7). Here m is cut to 33 bits, so that t's high part
+//           m_hi R - 1 is a multiple of 2^-42 as e ln2_hi and T_hi are: the
+//           leading sum e ln2_hi + T_hi + t_hi is exact (below 2^10), and
+//           all the rest (t_lo, T_lo, e ln2_lo, t^2 (t P - 1/2), together
+//           below 2^-16) is one double, so the result comes as a high and a
+//           low part whose sum rounds once
 //
 // Included inside the unnamed namespace of the per-cpu units (see isa.h).
 #pragma once
@@ -35,6 +38,9 @@ struct InvHypLog {
     static constexpr double shifter = zvl::from_bits(0x427ffffffffff01f);  // 2199023255551.0076
     // m with its low 10 bits cleared: 43 bits, times R's 10 exact
     static constexpr uint64_t cut = 0xfffffffffffffc00;
+    // m with its low 20 bits cleared: 33 bits, a multiple of 2^-32, so m_hi
+    // R is one of 2^-42
+    static constexpr uint64_t cut_ha = 0xfffffffffff00000;
 };
 
 // v = 2^e m, e (plus e_add) as a double; the row's R and T, and T in two
@@ -74,8 +80,8 @@ inline typename V::vd log_la(typename V::vd v, typename V::vd e_add, typename V:
     return V::add(S, V::add(V::add(q, corr), V::mul(p.e, V::splat(InvHypLog::ln2_lo))));
 }
 
-// log(v_hi + v_lo) = hi + lo for v_hi >= 1, |v_lo| small beside it, and e_add
-// added to the exponent.
+// log(v_hi + v_lo) = hi + lo for v_hi >= 1 and |v_lo| <= 2^-23 v_hi, and
+// e_add added to the exponent; hi is exact and |lo| < 2^-16.
 template <class V>
 inline void log_ha(typename V::vd v_hi, typename V::vd v_lo, typename V::vd e_add,
                    typename V::vd& hi, typename V::vd& lo) {
@@ -84,15 +90,14 @@ inline void log_ha(typename V::vd v_hi, typename V::vd v_lo, typename V::vd e_ad
     // v_lo scaled as v_hi was: by 2^-e, from v_hi's exponent field
     const vd scale = V::sub_i64(splat_bits<V>(uint64_t{2046} << 52),
                                 V::and_(v_hi, splat_bits<V>(Fp64::exp_mask)));
-    const vd m_hi = V::and_(p.m, splat_bits<V>(InvHypLog::cut));
+    const vd m_hi = V::and_(p.m, splat_bits<V>(InvHypLog::cut_ha));
     const vd t_hi = V::sub(V::mul(m_hi, p.R), V::splat(1.0));
     const vd t_lo = V::mul(V::add(V::sub(p.m, m_hi), V::mul(v_lo, scale)), p.R);
     const vd t = V::add(t_hi, t_lo);
     const vd P = V::mul_add(horner<V>(zvl::LogPolyHA::c, t), t, V::splat(-0.5));
-    vd e;
-    two_sum<V>(V::add(V::mul(p.e, V::splat(InvHypLog::ln2_hi)), p.T_hi), t_hi, hi, e);
-    lo = V::add(e, V::add(t_lo, V::add(V::add(p.T_lo, V::mul(p.e, V::splat(InvHypLog::ln2_lo))),
-                                       V::mul(V::mul(t, t), P))));
+    hi = V::add(V::add(V::mul(p.e, V::splat(InvHypLog::ln2_hi)), p.T_hi), t_hi);
+    lo = V::add(t_lo, V::add(V::add(p.T_lo, V::mul(p.e, V::splat(InvHypLog::ln2_lo))),
+                             V::mul(V::mul(t, t), P)));
 }
 
 }  // namespace

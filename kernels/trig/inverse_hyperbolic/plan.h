@@ -2,7 +2,7 @@
 // and atanh.h have the variants):
 //
 //   H  HA: the logarithm in two parts, the roots and quotients in two parts
-//      from the refined estimates
+//      from the square root and division instructions and exact residuals
 //   L  LA and EP, one algorithm with the same constants: the logarithm of
 //      degree 6, the square root and division instructions
 //

@@ -27,6 +27,7 @@
 #include "tests/kernels/trig/bodies.h"
 #include "tests/kernels/trig/samples.h"
 #include "tools/accuracy/directed.h"
+#include "tools/common/rng.h"
 
 namespace zvl_test {
 namespace {
@@ -271,6 +272,40 @@ TEST(TrigAtan2, MonotonicAcrossTheCalloutsPaths) {
                     ASSERT_LE(m.r[i], m.r[i - 1]) << title(b) << " at " << where(s, i);
             }
             EXPECT_EQ(m.r.back(), 0x1.921fb54442d18p0) << title(b);
+        }
+    }
+}
+
+// HA of the inverse hyperbolic functions carries its root or quotient as a
+// 26-bit cut and a low part from a residual that must be exact: where that
+// holds narrowest (Acosh's root below a quarter of x near 1.0625, the
+// squares' units near 2^25 to 2^28, Atanh's quotient near 2^-8 and next to
+// 1) and where the result is smallest against v (Asinh from 1/8), any lost
+// bit of the residual shows as an error near one ulp. Half an ulp and a
+// little is what the formulas give.
+TEST(TrigInverseHyperbolic, HAStaysNearHalfAnUlpWhereResidualsAreTightest) {
+    const struct {
+        const char* fn;
+        double lo, hi;
+    } ranges[] = {
+        {"asinh", 0.125, 0.25},        {"asinh", 0x1p24, 0x1p29},
+        {"acosh", 1.0625, 1.125},      {"acosh", 0x1p24, 0x1p29},
+        {"atanh", 0x1p-8, 0x1p-6},     {"atanh", 1 - 0x1p-20, 1.0},
+    };
+    zvl_tools::Rng rng(7);
+    for (const auto& r : ranges) {
+        Samples s;
+        for (int i = 0; i < 20000; ++i) s.a.push_back(rng.linear(r.lo, r.hi));
+        const std::vector<Exact> exact = exact_values(r.fn, s);
+        for (const BodyRun& b : bodies()) {
+            if (std::strcmp(b.fn, r.fn) != 0 || std::strcmp(b.mode, "HA") != 0) continue;
+            const Measured m = run(b, s);
+            Worst w;
+            for (size_t i = 0; i < s.a.size(); ++i) {
+                const double err = error_of(m.r[i], exact[i]).ulp;
+                if (!(err <= w.err)) w = {err, i, m.r[i]};
+            }
+            EXPECT_LE(w.err, 0.55) << title(b) << " at " << where(s, w.at) << ": got " << w.got;
         }
     }
 }

@@ -42,6 +42,15 @@ inline void two_prod(typename V::vd a, typename V::vd b, typename V::vd& p, type
                V::mul(al, bl));
 }
 
+// p + e == a * a the same way: one split, the cross term doubled.
+template <class V>
+inline void two_square(typename V::vd a, typename V::vd& p, typename V::vd& e) {
+    using vd = typename V::vd;
+    const vd ah = upper_half<V>(a), al = V::sub(a, ah);
+    p = V::mul(a, a);
+    e = V::add(V::add(V::sub(V::mul(ah, ah), p), V::mul(V::add(ah, ah), al)), V::mul(al, al));
+}
+
 // q_hi + q_lo = num / (D_hi + D_lo) to about 2^-100 relative, given R, an
 // approximation of 1/D_hi within 2^-30. q_hi is num * R cut to 26 bits, so
 // q_hi times D_hi's upper half is exact and num less that product is exact

@@ -1,8 +1,8 @@
 // The single-precision reciprocal and reciprocal square root estimates on
 // double lanes, and the quotients, reciprocals and roots refined from them:
-// the inverse trigonometric kernels, and Acosh HA near 1, divide and take
-// roots this way rather than with the double division and root
-// instructions.
+// the inverse trigonometric kernels, Asinh HA's root and Acosh HA near 1
+// divide and take roots this way rather than with the double division and
+// root instructions.
 //
 // The estimates are the hardware's (relative error below 1.5 * 2^-12); their
 // exact bits differ between processor makers, so a result may differ in

@@ -6,13 +6,11 @@
 //           the square root instruction, or v = |x| with ln 2 added from 1e154
 //           on (x^2 would overflow); the rest goes to the callout.
 //   HA      every finite x: below 1/8 x + x^3 P(x^2) (degree 13, for the
-//           vectors with such a lane only), above v in two parts: the root
-//           s of x^2 + 1 by the square root instruction, cut to 26 bits as
-//           s_hi, whose residual x^2 + 1 - s_hi^2 is exact from the halves
-//           of |x|, and s_lo the residual over s + s_hi (one division);
-//           v = (|x|_hi + s_hi) + (|x|_lo + s_lo), the first sum exact.
-//           From 2^28 on v = |x| with ln 2 added (the 1 in x^2 + 1 is
-//           below 2^-56 of it).
+//           vectors with such a lane only), above v in
+//           two parts, the root from the refined reciprocal square root
+//           estimate and the exact residual of x^2 + 1 (x^2 in two parts);
+//           from 2^28 on v = |x| with ln 2 added (the 1 in x^2 + 1 is below
+//           2^-56 of it).
 // Largest errors found against MPFR (2.4 million arguments; see
 // tests/kernels/trig): LA and EP 2.60 ulp at 0x1.813e041987fd8p-1, HA 0.506
 // ulp at 0x1.d9183b5bdf3ap-4.
@@ -23,7 +21,7 @@
 #pragma once
 
 #include "kernels/common/loops.h"
-#include "kernels/trig/double_word.h"
+#include "kernels/trig/estimates.h"
 #include "kernels/trig/inverse_hyperbolic/log.h"
 #include "kernels/trig/lane_tests.h"
 
@@ -63,23 +61,15 @@ struct AsinhHA : PerTwin<AsinhHA, 2> {
         const vd is_small = V::lt(a, V::splat(0.125));
         const vd big = V::le(V::splat(big_from), a);
         const vd ac = V::andnot(big, a);
-        const vd one = V::splat(1.0);
-        const vd s = V::sqrt(V::add(V::mul(ac, ac), one));
-        const vd s_hi = upper_half<V>(s);
-        const vd a_hi = upper_half<V>(ac), a_lo = V::sub(ac, a_hi);
-        // 1 - s_hi^2 is exact (s_hi^2 within 2^-23 of x^2 + 1 and a
-        // multiple of a_hi^2's unit), and so is its sum with a_hi^2 below
-        // 2^25 (beyond, its error is 2^-51 of the residual's scale, a
-        // 2^-52 of log v's argument where log v > 17); the cross terms
-        // complete x^2
-        const vd res = V::add(V::add(V::sub(one, V::mul(s_hi, s_hi)), V::mul(a_hi, a_hi)),
-                              V::add(V::mul(V::add(a_hi, a_hi), a_lo), V::mul(a_lo, a_lo)));
-        const vd s_lo = V::div(res, V::add(s, s_hi));
-        // a_hi + s_hi: two 26-bit numbers with s_hi > a_hi, exact
-        const vd v = V::select(big, a, V::add(a_hi, s_hi));
-        const vd v_lo = V::add(a_lo, s_lo);
+        vd q, q_lo, w, w_lo, s, s_lo, v, v_lo;
+        two_square<V>(ac, q, q_lo);
+        two_sum<V>(V::splat(1.0), q, w, w_lo);
+        sqrt_dw<V>(w, V::add(w_lo, q_lo), rsqrt_refined<V>(w), s, s_lo);
+        fast_two_sum<V>(s, ac, v, v_lo);  // s > |x|
+        v = V::select(big, a, v);
+        v_lo = V::andnot(big, V::add(v_lo, s_lo));
         vd hi, lo;
-        log_ha<V>(v, v_lo, V::and_(big, one), hi, lo);
+        log_ha<V>(v, v_lo, V::and_(big, V::splat(1.0)), hi, lo);
         vd r = V::add(hi, lo);
         // the series only for vectors with a lane below 1/8
         if (lane_bits<V>(is_small) != 0)

@@ -41,18 +41,11 @@
 #include "kernels/trig/asin_acos/data.h"
 #include "kernels/trig/double_word.h"
 #include "kernels/trig/estimates.h"
-#include "kernels/trig/lane_tests.h"
 #include "kernels/trig/poly.h"
 
 namespace {
 
 using zvl::Pi;
-
-// One bit per lane with |x| >= 1 or NaN.
-template <class V>
-inline int unit_or_more(typename V::vd x) {
-    return outside<V>(abs_high<V>(x), 0, 0x3ff00000);
-}
 
 // The reduction both modes share: a = |x|, big where a > 1/2, the
 // argument of the series below 1/2 (Acos keeps the sign of x), and z: its
@@ -77,9 +70,10 @@ struct AsinAcosFixup {
     static int32_t callout(const double* x, double* r) {
         return Acos ? zvl::acos_fixup(x, r) : zvl::asin_fixup(x, r);
     }
+    // One bit per lane with |x| >= 1 or NaN.
     template <class V>
     static int special(typename V::vd x) {
-        return unit_or_more<V>(x);
+        return V::mask(V::lt(abs_of<V>(x), V::splat(1.0))) ^ ((1 << V::lanes) - 1);
     }
 };
 
@@ -111,50 +105,68 @@ struct AsinAcosHA : PerTwin<AsinAcosHA<Acos>>, AsinAcosFixup<Acos> {
     template <class V>
     static typename V::vd eval(typename V::vd x) {
         using vd = typename V::vd;
-        const AsinArgs<V, Acos> g(x);
-        const vd big = g.big, s_small = g.s_small, z = g.z;
-        // s = s_hi + s_lo with s_hi of 26 bits: where a > 1/2 sqrt(z) in
-        // two parts (the other lanes take a z that keeps the estimate in
-        // range), below s_small in two halves.
-        const vd zs = V::select(big, z, V::splat(0.25));
+        const vd a = abs_of<V>(x);
+        const vd big = V::lt(V::splat(0.5), a);
+        const vd s_small = Acos ? x : a;
+        // (1 - a)/2, exact; at most 1/2 where a <= 1/2, so the root below
+        // runs on every lane in range and needs no select of its own.
+        const vd h = V::sub(V::splat(1.0), a);
+        const vd z_big = Acos ? V::sub_i64(h, splat_bits<V>(0x0010000000000000))
+                              : V::mul(h, V::splat(0.5));
+        const vd z = V::select(big, z_big, V::mul(s_small, s_small));
+        // sqrt(z_big) = root + root_lo, root of 26 bits (see sqrt_dw); where
+        // a <= 1/2, s is x or a whole and s_lo 0.
         vd root, root_lo;
-        sqrt_dw<V>(zs, V::splat(0.0), rsqrt_refined<V>(zs), root, root_lo);
-        const vd small_hi = upper_half<V>(s_small);
-        const vd s_hi = V::select(big, root, small_hi);
-        const vd s_lo = V::select(big, root_lo, V::sub(s_small, small_hi));
-        const vd s = V::add(s_hi, s_lo);
-        // s^3 = T + T_lo: s_hi^2 exact, split in two so that s_hi times each
-        // is exact, and s^3 - s_hi^3 = 3 s_hi s_lo s to 2^-75 of s^3. The
-        // cubic term c1 s^3, up to 4% of the result, has its larger part
-        // s^3/8 exact; the rest, (c1 - 1/8) s^3, joins the higher terms. So
-        // the terms larger than 2^-7 of the result are all exact before the
-        // last sum (the worst error was 0.65 ulp without this).
+        sqrt_dw<V>(z_big, V::splat(0.0), rsqrt_refined<V, 3>(z_big), root, root_lo);
+        const vd s_hi = V::select(big, root, s_small);
+        const vd s_lo = V::and_(big, root_lo);
+        // s^3 = s z = T + T_lo: where a > 1/2 z is exact and s_hi times z's
+        // upper half too, the rest a 2^-25 of s^3. The cubic term c1 s^3, up
+        // to 3% of the result, has its larger part s^3/8 exact there; (c1 -
+        // 1/8) s^3 joins the higher terms, so every term above 2^-7 of the
+        // result is exact before the last sum (0.65 ulp without this).
+        // Where a <= 1/2 these parts are merely rounded: the cubic term is
+        // under 1/24 of a result that takes no factor 2 there.
         constexpr size_t n = sizeof zvl::AsinPolyHA::c / sizeof(double);
         constexpr double c1 = zvl::AsinPolyHA::c[n - 1];
         constexpr double c1_hi = 0.125;
         static_assert(c1 > 0.15625 && c1 < 0.1875, "c1 - c1_hi is exact and small");
-        const vd S2 = V::mul(s_hi, s_hi);
-        const vd S2_hi = upper_half<V>(S2);
-        const vd T = V::mul(s_hi, S2_hi);
-        const vd T_lo = V::add(V::mul(s_hi, V::sub(S2, S2_hi)),
-                               V::mul(V::mul(V::splat(3.0), s_hi), V::mul(s_lo, s)));
+        const vd z_hi = upper_half<V>(z);
+        const vd T = V::mul(s_hi, z_hi);
+        const vd T_lo = V::add(V::mul(s_hi, V::sub(z, z_hi)), V::mul(s_lo, z));
         const vd C = V::mul(V::splat(c1_hi), T);
         const vd Q2 = horner2<V, n - 1>(&zvl::AsinPolyHA::c[0], z, V::mul(z, z));
-        const vd rest = V::mul(V::mul(s, z), V::mul_add(z, Q2, V::splat(c1 - c1_hi)));
+        const vd rest = V::mul(V::add(T, T_lo), V::mul_add(z, Q2, V::splat(c1 - c1_hi)));
         const vd low = V::add(s_lo, V::add(V::mul(V::splat(c1_hi), T_lo), rest));
-        // B + m asin(s)
-        vd m, B_hi, B_lo;
+        // B + m asin(s) = D + m C + tail, D = B_hi + m s_hi: D + m C by a
+        // fast two-sum (m C is up to 3% of the result), the tail of the
+        // smaller terms added to its error.
+        vd D, tail, m;
         if constexpr (Acos) {
-            const vd x_neg = V::and_(big, V::lt(x, V::splat(0.0)));
-            m = V::select(big, V::xor_(V::splat(2.0), sign_of<V>(x)), V::splat(-1.0));
-            B_hi = V::select(big, V::and_(x_neg, V::splat(Pi::hi)), V::splat(Pi::half_hi));
-            B_lo = V::select(big, V::and_(x_neg, V::splat(Pi::lo)), V::splat(Pi::half_lo));
+            // pi/2 - s where |x| <= 1/2, 2s for x > 1/2 and pi - 2s for x <
+            // -1/2: with u = 0, 1 and -1 in these cases, B = (1 - u) pi/2
+            // (exact in both parts) and m = 2u, or -1 where u is 0. D is
+            // exact where u is not 0 (as for Asin below), a fast two-sum
+            // otherwise.
+            const vd u = V::and_(big, V::or_(V::splat(1.0), sign_of<V>(x)));
+            const vd k = V::sub(V::splat(1.0), u);
+            m = V::sub(V::add(u, u), V::andnot(big, V::splat(1.0)));
+            const vd B_hi = V::mul(k, V::splat(Pi::half_hi));
+            const vd ms = V::mul(m, s_hi);
+            D = V::add(B_hi, ms);
+            const vd D_err = V::add(V::sub(B_hi, D), ms);
+            tail = V::add(V::add(D_err, V::mul(k, V::splat(Pi::half_lo))), V::mul(m, low));
         } else {
-            m = V::select(big, V::splat(-2.0), V::splat(1.0));
-            B_hi = V::and_(big, V::splat(Pi::half_hi));
-            B_lo = V::and_(big, V::splat(Pi::half_lo));
+            // pi/2 - 2s where a > 1/2, s below. pi/2's upper part less 2
+            // s_hi is exact: s_hi >= 2^-27 has 26 bits, so both are whole
+            // multiples of 2^-52 and the difference lies in [1/2, 2).
+            m = V::sub(V::splat(1.0), V::and_(big, V::splat(3.0)));
+            D = V::add(V::and_(big, V::splat(Pi::half_hi)), V::mul(m, s_hi));
+            tail = V::add(V::and_(big, V::splat(Pi::half_lo)), V::mul(m, low));
         }
-        const vd r = sum_three<V>(B_hi, B_lo, m, s_hi, C, low);
+        vd r, e;
+        fast_two_sum<V>(D, V::mul(m, C), r, e);
+        r = V::add(r, V::add(e, tail));
         return Acos ? r : V::or_(r, sign_of<V>(x));
     }
 };

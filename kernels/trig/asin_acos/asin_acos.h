@@ -15,7 +15,7 @@
 //   HA     takes s = sqrt(z) in two parts on every lane ((1 - a)/2 is at
 //          most 1/2 everywhere): y, the reciprocal square root estimate
 //          refined by the binomial series of (1 - e)^(-1/2), e = 1 - z y0^2,
-//          to e^3, s_hi = z y cut to 26 bits and s_lo from the exact
+//          to e^2, s_hi = z y rounded to 26 bits and s_lo from the exact
 //          residual z - s_hi^2; where a <= 1/2 s is x or a whole. s^3 = s z
 //          with s_hi times z's upper half exact, the cubic term's larger
 //          part s^3/8 exact, B in two parts, and B + m s_hi exact where a >
@@ -107,19 +107,36 @@ struct AsinAcosHA : PerTwin<AsinAcosHA<Acos>>, AsinAcosFixup<Acos> {
         using vd = typename V::vd;
         const vd a = abs_of<V>(x);
         const vd big = V::lt(V::splat(0.5), a);
-        const vd s_small = Acos ? x : a;
+        const vd sign = splat_bits<V>(Fp64::sign_mask);
         // (1 - a)/2, exact; at most 1/2 where a <= 1/2, so the root below
         // runs on every lane in range and needs no select of its own.
-        const vd h = V::sub(V::splat(1.0), a);
-        const vd z_big = Acos ? V::sub_i64(h, splat_bits<V>(0x0010000000000000))
-                              : V::mul(h, V::splat(0.5));
-        const vd z = V::select(big, z_big, V::mul(s_small, s_small));
-        // sqrt(z_big) = root + root_lo, root of 26 bits (see sqrt_dw); where
-        // a <= 1/2, s is x or a whole and s_lo 0.
+        const vd z_big = times_pow2<V, -1>(V::sub(V::splat(1.0), a));
+        const vd z = V::select(big, z_big, V::mul(x, x));
+        // sqrt(z_big) = root + root_lo, root of 26 bits (see sqrt_dw), to
+        // 2^-58: y within 2^-33, root within 2^-26 of the root.
         vd root, root_lo;
-        sqrt_dw<V>(z_big, V::splat(0.0), rsqrt_refined<V, 3>(z_big), root, root_lo);
-        const vd s_hi = V::select(big, root, s_small);
-        const vd s_lo = V::and_(big, root_lo);
+        sqrt_dw<V, true>(z_big, V::splat(0.0), rsqrt_refined<V, 2>(z_big), root, root_lo);
+        // The results are B + m asin(s), and every term of asin(s) is taken
+        // times m from here: s_hi = m s's upper part, s_lo its lower one.
+        // Where a > 1/2 m = -2 (Acos: 2 for x > 0, -2 below) and s the
+        // root, 2 root (root >= 2^-27) by its exponent; where a <= 1/2 s is
+        // x (Acos, m = -1) or a (m = 1) whole, and s_lo is 0.
+        vd s_hi, s_lo, B_hi, B_lo;
+        const vd root2 = times_pow2<V, 1>(root);
+        if constexpr (Acos) {
+            const vd sx = sign_of<V>(x);
+            s_hi = V::select(big, V::xor_(root2, sx), V::xor_(x, sign));
+            s_lo = V::and_(big, V::mul(root_lo, V::xor_(V::splat(2.0), sx)));
+            // pi/2 where a <= 1/2, 0 for x > 1/2, pi for x < -1/2
+            const vd x_neg = V::lt(x, V::splat(0.0));
+            B_hi = V::select(big, V::and_(x_neg, V::splat(Pi::hi)), V::splat(Pi::half_hi));
+            B_lo = V::select(big, V::and_(x_neg, V::splat(Pi::lo)), V::splat(Pi::half_lo));
+        } else {
+            s_hi = V::select(big, V::or_(root2, sign), a);
+            s_lo = V::and_(big, V::mul(root_lo, V::splat(-2.0)));
+            B_hi = V::and_(big, V::splat(Pi::half_hi));
+            B_lo = V::and_(big, V::splat(Pi::half_lo));
+        }
         // s^3 = s z = T + T_lo: where a > 1/2 z is exact and s_hi times z's
         // upper half too, the rest a 2^-25 of s^3. The cubic term c1 s^3, up
         // to 3% of the result, has its larger part s^3/8 exact there; (c1 -
@@ -138,34 +155,14 @@ struct AsinAcosHA : PerTwin<AsinAcosHA<Acos>>, AsinAcosFixup<Acos> {
         const vd Q2 = horner2<V, n - 1>(&zvl::AsinPolyHA::c[0], z, V::mul(z, z));
         const vd rest = V::mul(V::add(T, T_lo), V::mul_add(z, Q2, V::splat(c1 - c1_hi)));
         const vd low = V::add(s_lo, V::add(V::mul(V::splat(c1_hi), T_lo), rest));
-        // B + m asin(s) = D + m C + tail, D = B_hi + m s_hi: D + m C by a
-        // fast two-sum (m C is up to 3% of the result), the tail of the
-        // smaller terms added to its error.
-        vd D, tail, m;
-        if constexpr (Acos) {
-            // pi/2 - s where |x| <= 1/2, 2s for x > 1/2 and pi - 2s for x <
-            // -1/2: with u = 0, 1 and -1 in these cases, B = (1 - u) pi/2
-            // (exact in both parts) and m = 2u, or -1 where u is 0. D is
-            // exact where u is not 0 (as for Asin below), a fast two-sum
-            // otherwise.
-            const vd u = V::and_(big, V::or_(V::splat(1.0), sign_of<V>(x)));
-            const vd k = V::sub(V::splat(1.0), u);
-            m = V::sub(V::add(u, u), V::andnot(big, V::splat(1.0)));
-            const vd B_hi = V::mul(k, V::splat(Pi::half_hi));
-            const vd ms = V::mul(m, s_hi);
-            D = V::add(B_hi, ms);
-            const vd D_err = V::add(V::sub(B_hi, D), ms);
-            tail = V::add(V::add(D_err, V::mul(k, V::splat(Pi::half_lo))), V::mul(m, low));
-        } else {
-            // pi/2 - 2s where a > 1/2, s below. pi/2's upper part less 2
-            // s_hi is exact: s_hi >= 2^-27 has 26 bits, so both are whole
-            // multiples of 2^-52 and the difference lies in [1/2, 2).
-            m = V::sub(V::splat(1.0), V::and_(big, V::splat(3.0)));
-            D = V::add(V::and_(big, V::splat(Pi::half_hi)), V::mul(m, s_hi));
-            tail = V::add(V::and_(big, V::splat(Pi::half_lo)), V::mul(m, low));
-        }
+        // B + s_hi is exact where a > 1/2: s_hi's 26 bits from 2^-26 up and
+        // B_hi are whole multiples of 2^-52 (pi's of 2^-51) and the sum lies
+        // in [1/2, 4). Elsewhere (Acos, pi/2 - x) its error is kept. Then
+        // one fast two-sum with C, up to 3% of the result, and the rest.
+        vd D = V::add(B_hi, s_hi), tail = V::add(B_lo, low);
+        if constexpr (Acos) tail = V::add(tail, V::add(V::sub(B_hi, D), s_hi));
         vd r, e;
-        fast_two_sum<V>(D, V::mul(m, C), r, e);
+        fast_two_sum<V>(D, C, r, e);
         r = V::add(r, V::add(e, tail));
         return Acos ? r : V::or_(r, sign_of<V>(x));
     }

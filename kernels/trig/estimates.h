@@ -13,6 +13,9 @@
 
 #include <immintrin.h>
 
+#include <cstdint>
+#include <type_traits>
+
 #include "kernels/common/estimates.h"
 #include "kernels/common/isa.h"
 #include "kernels/common/lanes.h"
@@ -76,19 +79,44 @@ inline typename V::vd recip_refined(typename V::vd q) {
     return divide_refined<V, Terms>(V::splat(1.0), q);
 }
 
-// 1/sqrt(z) for z within the float range, to about 2^-53 relative: the
-// estimate y0 refined by the binomial series of (1 - e)^(-1/2), e = 1 - z
-// y0^2 (exact but for the product's rounding; |e| < 2^-11.4), to e^5.
-template <class V>
+// 1/sqrt(z) for z within the float range: the estimate y0 refined by the
+// binomial series of (1 - e)^(-1/2), e = 1 - z y0^2 (exact but for the
+// product's rounding; |e| < 2^-10.4), to e^Terms: to about 2^-53 relative
+// with five terms, 2^-33 with two (enough for sqrt_dw, whose exact residual
+// makes up the rest to 2^-58 with s_hi rounded).
+template <class V, int Terms = 5>
 inline typename V::vd rsqrt_refined(typename V::vd z) {
+    static_assert(Terms >= 2 && Terms <= 5, "the series is tabled to e^5");
     using vd = typename V::vd;
+    constexpr double k[] = {0.5, 0.375, 0.3125, 0.2734375, 0.24609375};
     const vd y0 = rsqrt_estimate(z);
     const vd e = V::sub(V::splat(1.0), V::mul(z, V::mul(y0, y0)));
-    vd c = V::mul_add(V::splat(0.24609375), e, V::splat(0.2734375));
-    c = V::mul_add(c, e, V::splat(0.3125));
-    c = V::mul_add(c, e, V::splat(0.375));
-    c = V::mul_add(c, e, V::splat(0.5));
+    vd c = V::splat(k[Terms - 1]);
+#pragma GCC unroll 4
+    for (int i = Terms - 2; i >= 0; --i) c = V::mul_add(c, e, V::splat(k[i]));
     return V::add(y0, V::mul(y0, V::mul(e, c)));
+}
+
+// Whether the wrapper's integer lanes run as one instruction on the same
+// registers: the 128-bit wrappers and their twins, not AVX without AVX2
+// (which takes 64-bit integer steps a half at a time).
+template <class V>
+struct IntegerLanes : std::bool_constant<(V::lanes <= 2)> {};
+template <class V>
+struct IntegerLanes<Twin<V>> : IntegerLanes<V> {};
+
+// x 2^K, exact, for x and the result normal (or x zero where K > 0 is not
+// asked): by adding K to the exponent where the integer lanes are cheap, so
+// the step runs beside the multiplications rather than among them.
+template <class V, int K>
+inline typename V::vd times_pow2(typename V::vd x) {
+    static_assert(K >= -64 && K <= 64, "a small power of two");
+    if constexpr (IntegerLanes<V>::value) {
+        return V::add_i64(x, splat_bits<V>(static_cast<uint64_t>(static_cast<int64_t>(K)) << 52));
+    } else {
+        constexpr double f = K >= 0 ? double(uint64_t{1} << (K & 63)) : 1.0 / double(uint64_t{1} << ((-K) & 63));
+        return V::mul(x, V::splat(f));
+    }
 }
 
 // sqrt(z_hi + z_lo) = s_hi + s_lo to 2^-72, given y = rsqrt_refined(z_hi)
@@ -97,12 +125,17 @@ inline typename V::vd rsqrt_refined(typename V::vd z) {
 // + z_lo) / s_hi^2 and h = (d + z_lo) y / 2 = s_hi (D/2 - D^2/4 + ...),
 // sqrt = s_hi (1 + D/2 - D^2/8 + ...) = s_hi + h + h^2 y / 2 to s_hi D^3/16.
 // No product needs splitting. s_lo is up to 2^-25 of s_hi.
-template <class V>
+//
+// Nearest asks for s_hi rounded to 26 bits rather than cut (an integer add
+// on the pattern before the cut, for 128-bit vectors): s_hi is then within
+// 2^-26 of the root, which halves the error a rougher y leaves in s_lo.
+template <class V, bool Nearest = false>
 inline void sqrt_dw(typename V::vd z_hi, typename V::vd z_lo, typename V::vd y,
                     typename V::vd& s_hi, typename V::vd& s_lo) {
     using vd = typename V::vd;
-    const vd y_half = V::mul(y, V::splat(0.5));
-    s_hi = upper_half<V>(V::mul(z_hi, y));
+    const vd y_half = times_pow2<V, -1>(y);
+    const vd s = V::mul(z_hi, y);
+    s_hi = upper_half<V>(Nearest ? V::add_i64(s, splat_bits<V>(uint64_t{1} << 26)) : s);
     const vd h = V::mul(V::add(V::sub(z_hi, V::mul(s_hi, s_hi)), z_lo), y_half);
     s_lo = V::add(h, V::mul(V::mul(h, h), y_half));
 }

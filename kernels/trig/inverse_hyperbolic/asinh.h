@@ -64,7 +64,7 @@ struct AsinhHA : PerTwin<AsinhHA, 2> {
         vd q, q_lo, w, w_lo, s, s_lo, v, v_lo;
         two_square<V>(ac, q, q_lo);
         two_sum<V>(V::splat(1.0), q, w, w_lo);
-        sqrt_dw<V>(w, V::add(w_lo, q_lo), rsqrt_refined<V>(w), s, s_lo);
+        sqrt_dw<V, true>(w, V::add(w_lo, q_lo), rsqrt_refined<V, 2>(w), s, s_lo);
         fast_two_sum<V>(s, ac, v, v_lo);  // s > |x|
         v = V::select(big, a, v);
         v_lo = V::andnot(big, V::add(v_lo, s_lo));

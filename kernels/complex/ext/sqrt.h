@@ -11,9 +11,16 @@
 //
 // Cost: the routine is one chain of dependent x87 operations (a
 // multiplication takes 5 cycles, an addition 3), about 140 cycles written
-// plainly, and the complex inverse functions call it three times an
-// element. The series runs in Estrin's scheme, and for |exponent| < 1000
-// the scale 2^k rides on y0 from the start instead of waiting at the end.
+// plainly, three times an element in the complex inverse functions. The
+// chain is cut short where the result's bits allow it: the series by
+// Estrin's scheme, r = a y0 (1 + q) from a y0 and the series at once,
+// y0^2 beside a y0, and for |exponent| < 1000 the scale 2^k carried from
+// y0 on instead of applied last. The roundings inside differ from those of
+// the plain form (Horner, r = a y, the scale last), now and then in the
+// last bits of e, y and r, but the result does not: r needs only to be
+// within 2^-57 of the root, the corrected value is within about 2^-114 of
+// it either way, and the roots that close to a midpoint between extended
+// numbers are found and checked one by one (ext_sqrt_bits_test).
 #pragma once
 
 #include "kernels/complex/ext/arith.h"
@@ -31,31 +38,28 @@ struct ExtSqrt {
     };
 };
 
-// e P(e), the series less its leading 1, in Estrin's scheme: three short
-// chains where Horner's makes one of seven steps. Its roundings differ from
-// Horner's in y's last bit now and then, but the result does not: r needs
-// only to be within 2^-57 of the root, the corrected value is within about
-// 2^-114 of it, and roots that close to a midpoint between extended numbers
-// are found and checked one by one (ext_sqrt_bits_test).
+// e P(e), the series less its leading 1, in Estrin's scheme: short chains
+// where Horner's makes one of seven steps.
 inline long double series_times(long double e) {
     const double* c = ExtSqrt::series;
     const long double e2 = e * e;
-    const long double e4 = e2 * e2;
-    const long double lo = (c[0] + e * c[1]) + e2 * (c[2] + e * c[3]);
-    const long double hi = (c[4] + e * c[5]) + e2 * c[6];
-    return e * (lo + e4 * hi);
+    const long double e3 = e2 * e, e5 = e2 * e3;
+    const long double lo = (c[0] * e + c[1] * e2) + e3 * (c[2] + c[3] * e);
+    const long double hi = (c[4] + c[5] * e) + c[6] * e2;
+    return lo + e5 * hi;
 }
 
 // sqrt(x) = sqrt(a) 2^k, a = x 2^-2k in [1, 4), y0 the table's entry for
-// a, sk = 2^k and hs = 2^(-2k-1). The scale rides on y0 from the start:
-// every value from y on is the unscaled one times 2^k, each product and sum
-// scaled exactly, so the bits are those of scaling the unscaled result at
-// the end, and neither that product nor the halving of y waits at the end.
+// a, sk = 2^k and hs = 2^(-2k-1). Every value from y on is the unscaled
+// one times 2^k, each product and sum scaled exactly (the bits of scaling
+// at the end), and neither that product nor the halving of y waits there.
 inline long double sqrt_core(long double x, long double a, long double y0, long double sk, long double hs) {
-    const long double ee = a * y0 * y0 - 1.0L;
-    const long double y0k = y0 * sk;
-    const long double yk = y0k + y0k * series_times(ee);
-    const long double r = a * yk;
+    const long double ay0 = a * y0;
+    const long double ee = a * (y0 * y0) - 1.0L;
+    const long double y0k = y0 * sk, ay0k = ay0 * sk;
+    const long double q = series_times(ee);
+    const long double yk = y0k + y0k * q;
+    const long double r = ay0k + ay0k * q;
     const Pair s = split(r);
     // x - s.hi^2 and the next step are exact (Sterbenz): r is within 2^-57
     // of the root

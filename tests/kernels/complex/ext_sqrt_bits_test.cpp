@@ -1,6 +1,7 @@
 // ext_sqrt against the plain form of the same means (kept here as the
-// reference: Horner's scheme, the scale applied at the end), bit for bit.
-// The series' roundings differ in y's last bits now and then; the result,
+// reference: Horner's scheme, r = a y, the scale applied at the end), bit
+// for bit.
+// The roundings inside differ in last bits now and then; the result,
 // within about 2^-114 of the root before its last rounding, can differ only
 // where the root lies about that close to a midpoint between extended
 // numbers. So besides random arguments in every binade (subnormals

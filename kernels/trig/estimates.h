@@ -51,32 +51,43 @@ inline typename V::vd recip_estimate(typename V::vd q) {
     return L::add_hi32(V::splat(0.0), L::add(r, e));
 }
 
-// num / q for positive normal q < 2^1021: with R the estimate and e = q R -
-// 1 (|e| < 2^-11.4, q's high word times R exact), 1/q = R (1 - e + e^2 -
-// ...) to Terms powers of e: a relative error of about 2^-11.4 (Terms + 1)
-// from the series. num's high word times R is exact too, so the quotient
-// is rounded once, at the end.
+// With R the estimate of 1/q and e = q R - 1 (|e| < 2^-11.4, q's high word
+// times R exact), 1/q = R (1 - e + e^2 - ...): R and the correction's
+// factor f = e (1 - e (1 - ...)), Terms powers of e deep, so that 1/q = R -
+// R f to a relative error of about 2^-11.4 (Terms + 1).
 template <class V, int Terms>
-inline typename V::vd divide_refined(typename V::vd num, typename V::vd q) {
+inline void recip_series(typename V::vd q, typename V::vd& R, typename V::vd& f) {
     using vd = typename V::vd;
-    const vd R = recip_estimate<V>(q);
-    const vd high = splat_bits<V>(0xffffffff00000000);
-    const vd qh = V::and_(q, high), nh = V::and_(num, high);
+    R = recip_estimate<V>(q);
+    const vd qh = V::and_(q, splat_bits<V>(0xffffffff00000000));
     const vd e = V::add(V::sub(V::mul(qh, R), V::splat(1.0)), V::mul(V::sub(q, qh), R));
-    // 1/(1 + e) = 1 - e c with c = 1 - e (1 - e (1 - ...)), Terms - 1 deep
     vd c = V::splat(1.0);
     if constexpr (Terms > 1) {
         c = V::sub(V::splat(1.0), e);
         for (int k = 2; k < Terms; ++k) c = V::sub(V::splat(1.0), V::mul(e, c));
     }
-    const vd a = V::mul(nh, R), b = V::mul(V::sub(num, nh), R);
-    return V::add(a, V::sub(b, V::mul(V::add(a, b), V::mul(e, c))));
+    f = V::mul(e, c);
 }
 
-// 1/q the same way.
+// num / q for positive normal q < 2^1021 by the series above. num's high
+// word times R is exact too, so the quotient is rounded once, at the end.
+template <class V, int Terms>
+inline typename V::vd divide_refined(typename V::vd num, typename V::vd q) {
+    using vd = typename V::vd;
+    vd R, f;
+    recip_series<V, Terms>(q, R, f);
+    const vd nh = V::and_(num, splat_bits<V>(0xffffffff00000000));
+    const vd a = V::mul(nh, R), b = V::mul(V::sub(num, nh), R);
+    return V::add(a, V::sub(b, V::mul(V::add(a, b), f)));
+}
+
+// 1/q the same way: divide_refined's bits for num = 1 (there a = R and b =
+// 0, so a + (b - (a + b) f) is R - R f to the bit), five operations fewer.
 template <class V, int Terms>
 inline typename V::vd recip_refined(typename V::vd q) {
-    return divide_refined<V, Terms>(V::splat(1.0), q);
+    typename V::vd R, f;
+    recip_series<V, Terms>(q, R, f);
+    return V::sub(R, V::mul(R, f));
 }
 
 // 1/sqrt(z) for z within the float range: the estimate y0 refined by the

@@ -13,19 +13,20 @@
 //            t = -1/|x| above; t as a 26-bit high part and a low part from
 //            the residual, atan(|x|) = atan(c) + t + t^3 P(t^2), P of
 //            degree 11 in t^2 (2^-57.79 for |t| <= 7/16), with atan(c) in two
-//            parts and the large terms summed exactly (see atan_ha_sum). The
-//            same code, element by element with the division instruction
-//            and the degree-10 polynomial (2^-56.66), is the HA of the cpu
-//            types without this kernel.
-//   EP, element by element (cpu type 1): the same reductions with the
-//            degree-5 polynomial (2^-29.56).
+//            parts and the large terms summed exactly (see atan_ha_sum).
+//   HA, element by element (the cpu types without the vector HA): the
+//            same reductions with the division instruction, the
+//            denominator in one word, the cubic term in one piece and the
+//            degree-10 polynomial (2^-56.66); see AtanElement.
+//   EP, element by element (cpu type 1): the same reductions in single
+//            words with the degree-5 polynomial (2^-29.56).
 //
 // Largest errors found against MPFR (2.4 million arguments; see
 // tests/kernels/trig; LA and HA from zvl-ulp's million):
 //   LA          1.76 ulp at 0x1.00674a47a9164p+0
 //   EP          relative 2^-28.63 at -0x1.39a4d46e3035cp-3
 //   HA          0.535 ulp at 0x1.9a9338f09e77p-2
-//   HA element  0.565 ulp at 0x1.bacb67910c6fp-2
+//   HA element  0.663 ulp at -0x1.bd659888029fp-2
 //   EP element  relative 2^-29.56 at 0x1.91d21957e9748p-4
 //
 // Refused lanes, by one signed compare on the high word w of |x| (w -
@@ -212,11 +213,105 @@ struct AtanReducing : PerTwin<AtanReducing<Poly, Recip>> {
     static int32_t callout(const double* x, double* r) { return zvl::atan_callout(x, r); }
 };
 
+// --- Element by element: the five reductions on |x| alone ----------------
+
+// The interval masks of a = |x| against 7/16, 11/16, 19/16 and 39/16
+// (nested: each implies the one before), and t = num / D: num = a - c and
+// D = 1 + c a (rounded) for the centres c = 0, 1/2, 1, 2, num = -1 and D =
+// a above. num is exact (a and c within a factor 2, or c = 0).
+template <class V>
+struct AtanSplit {
+    typename V::vd i1, i2, i3, i4, num, D;
+};
+
+template <class V>
+inline AtanSplit<V> atan_split(typename V::vd a) {
+    using vd = typename V::vd;
+    AtanSplit<V> s;
+    s.i1 = V::le(V::splat(0.4375), a);
+    s.i2 = V::le(V::splat(0.6875), a);
+    s.i3 = V::le(V::splat(1.1875), a);
+    s.i4 = V::le(V::splat(2.4375), a);
+    const vd c = V::add(V::add(V::and_(s.i1, V::splat(0.5)), V::and_(s.i2, V::splat(0.5))),
+                        V::and_(s.i3, V::splat(1.0)));
+    // num = p a - q and D = p + q a with (p, q) = (1, c), or (0, 1) above
+    // 39/16 (where c is 2): no select
+    const vd p = V::andnot(s.i4, V::splat(1.0));
+    const vd q = V::sub(c, V::and_(s.i4, V::splat(1.0)));
+    s.num = V::sub(V::mul(p, a), q);
+    s.D = V::add(p, V::mul(q, a));
+    return s;
+}
+
+// atan(1/2) and atan(1/3): the steps of atan(c) between the centres, since
+// atan(1) - atan(1/2) = atan(2) - atan(1) = atan(1/3) and pi/2 - atan(2) =
+// atan(1/2).
+struct AtanSteps {
+    static constexpr double half = zvl::from_bits(0x3fddac670561bb4f);   // 0.4636476090008061
+    static constexpr double third = zvl::from_bits(0x3fd4978fa3269ee1);  // 0.3217505543966422
+};
+
+// atan(|x|) = atan(c) + t + t^3 P(t^2) on the split above.
+//
+// HA (Ha true): t = u + v (u 26 bits, the residual exact, 1/D by the
+// division instruction, as divide_dw forms it with D in one word), atan(c)
+// in two parts from the anchors, atan(c)_hi + u a fast two-sum and the rest
+// added below it. D's rounding (2^-53 of t, t at most a third of the result
+// where c > 0) and the cubic term's roundings (its size is up to 6% of the
+// result, at c = 0) stay under 0.17 ulp: 0.663 ulp at worst against 0.565
+// with the cubic term exact and D in two parts, for a quarter less time.
+//
+// EP: every quantity in one word, t = num / D by the division instruction,
+// atan(c) as the sum of the steps its masks select. Each rounding is 2^-53
+// of a term no larger than the result; the polynomial's 2^-29.56 dominates.
+template <class Poly, bool Ha>
+struct AtanElement : PerTwin<AtanElement<Poly, Ha>> {
+    template <class V>
+    static typename V::vd eval(typename V::vd x) {
+        using vd = typename V::vd;
+        const AtanSplit<V> d = atan_split<V>(abs_of<V>(x));
+        vd r;
+        if constexpr (Ha) {
+            const vd R = V::div(V::splat(1.0), d.D);
+            const vd u = upper_half<V>(V::mul(d.num, R));
+            const vd D1 = upper_half<V>(d.D);
+            const vd v = V::mul(V::sub(V::sub(d.num, V::mul(u, D1)), V::mul(u, V::sub(d.D, D1))), R);
+            // the interval 0 to 4: minus the sum of the all-ones masks
+            const vd k = V::sub_i64(V::splat(0.0),
+                                    V::add_i64(V::add_i64(d.i1, d.i2), V::add_i64(d.i3, d.i4)));
+            uint32_t j[V::lanes];
+            V::low_words(k, j);
+            vd B_hi, B_lo;
+            V::gather_pairs(zvl::kAtanAnchors, j, B_hi, B_lo);
+            const vd t = V::add(u, v);
+            const vd z = V::mul(t, t);
+            const vd P = horner2<V>(Poly::c, z, V::mul(z, z));
+            vd s, e;  // |B_hi| > |u| unless B_hi is 0
+            fast_two_sum<V>(B_hi, u, s, e);
+            r = V::add(s, V::add(V::add(e, V::add(B_lo, v)), V::mul(V::mul(t, z), P)));
+        } else {
+            const vd t = V::div(d.num, d.D);
+            const vd A = V::splat(AtanSteps::half), T = V::splat(AtanSteps::third);
+            const vd B = V::add(V::add(V::and_(d.i1, A), V::and_(d.i2, T)),
+                                V::add(V::and_(d.i3, T), V::and_(d.i4, A)));
+            const vd z = V::mul(t, t);
+            const vd P = horner2<V>(Poly::c, z, V::mul(z, z));
+            r = V::add(B, V::add(t, V::mul(V::mul(t, z), P)));
+        }
+        return V::or_(r, sign_of<V>(x));
+    }
+    template <class V>
+    static int special(typename V::vd x) {
+        return atan_refused<V>(x);
+    }
+    static int32_t callout(const double* x, double* r) { return zvl::atan_callout(x, r); }
+};
+
 // The vector HA; the element-by-element HA and EP of the cpu types without
 // it (their element routine is Restartable's: the callout for refused
 // elements, eval<Scalar> for the others).
 using AtanHA = AtanReducing<zvl::AtanPolyHA, RecipEstimate>;
-using AtanOlderHA = Restartable<AtanReducing<zvl::AtanPolyOlder, RecipDivide>>;
-using AtanEP1 = Restartable<AtanReducing<zvl::AtanPolyEP1, RecipDivide>>;
+using AtanOlderHA = Restartable<AtanElement<zvl::AtanPolyOlder, true>>;
+using AtanEP1 = Restartable<AtanElement<zvl::AtanPolyEP1, false>>;
 
 }  // namespace

@@ -1,5 +1,6 @@
-// The kernels of Atan2, Asin and Acos in every cell, on what the contract
-// and directed tests leave out: Atan2 stays monotonic where its callout
+// The kernels of Atan, Atan2, Asin and Acos in every cell, on what the
+// contract and directed tests leave out: Atan stays monotonic and odd where
+// its reduction changes centre; Atan2 stays monotonic where its callout
 // changes path and keeps denormal quotients; Asin and Acos raise the invalid
 // flag for an argument beyond +-1, and only then.
 #include <gtest/gtest.h>
@@ -30,6 +31,38 @@ std::vector<double> atan2_of(const Kernel& k, const std::vector<double>& y, cons
     std::vector<double> r(y.size());
     k(static_cast<int>(y.size()), y.data(), x.data(), r.data(), nullptr);
     return r;
+}
+
+// The 64 doubles on either side of each point where Atan's reductions
+// change centre (7/16, 11/16, 19/16, 39/16) and of 1: the centre and the
+// rounded denominator change there, and the HA result must not step back
+// (LA and EP, a few ulp or 2^-26 off, may). Every eighth element is a
+// zero, which the kernels refuse: the blocks around it run one element at
+// a time, and must agree with the blocks that do not. -x gives -atan(x) to
+// the bit.
+TEST(Atan, MonotonicAndOddWhereTheReductionChanges) {
+    const Row& r = row("VDATAN");
+    std::vector<double> x;
+    for (double b : {0.4375, 0.6875, 1.0, 1.1875, 2.4375}) {
+        double v = b;
+        for (int i = 0; i < 64; ++i) v = std::nextafter(v, 0.0);
+        for (int i = 0; i < 128; ++i, v = std::nextafter(v, kInfinity)) x.push_back(v);
+    }
+    std::vector<double> mixed = x, minus(x.size());
+    for (size_t i = 3; i < mixed.size(); i += 8) mixed[i] = 0.0;
+    for (size_t i = 0; i < x.size(); ++i) minus[i] = -x[i];
+    each_slot(r, [&](const Kernel& k, const std::string& where) {
+        const bool ha = where.find("_HA") != std::string::npos;
+        std::vector<double> up(x.size()), down(x.size()), alone(x.size());
+        k(static_cast<int>(x.size()), x.data(), nullptr, up.data(), nullptr);
+        k(static_cast<int>(x.size()), minus.data(), nullptr, down.data(), nullptr);
+        k(static_cast<int>(x.size()), mixed.data(), nullptr, alone.data(), nullptr);
+        for (size_t i = 0; i < x.size(); ++i) {
+            if (ha && i % 128 != 0) EXPECT_LE(up[i - 1], up[i]) << where << " at x = " << x[i];
+            EXPECT_EQ(-up[i], down[i]) << where << " at x = " << x[i];
+            if (mixed[i] != 0.0) EXPECT_EQ(up[i], alone[i]) << where << " at x = " << x[i];
+        }
+    });
 }
 
 // y / x from 2^50 to 2^80 by steps of 1/64 of a binade, and its reciprocal:

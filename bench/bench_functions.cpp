@@ -125,14 +125,8 @@ void register_all() {
 // Complex functions: n elements of the row's timing region (and their
 // second arguments for Pow and Powx); cpu < 0 times the baseline loop.
 void run_complex(benchmark::State& state, const ComplexFunction* f, int cpu, int mode, size_t n) {
-    const ZRegion& in = f->row->timing;
-    std::vector<ZVLComplex16> a(n), b(n), r(n);
-    Rng rng(1);
-    for (size_t i = 0; i < n; ++i) {
-        a[i] = {draw(rng, in.re), draw(rng, in.im)};
-        const bool fresh = f->row->shape != ZShape::ZX || i % kSharedRun == 0;
-        b[i] = fresh ? ZVLComplex16{draw(rng, in.bre), draw(rng, in.bim)} : b[i - 1];
-    }
+    std::vector<ZVLComplex16> a, b, r(n);
+    complex_timing_inputs(*f->row, n, 1, &a, &b);
     for (auto _ : state) {
         call_complex(*f, cpu, mode, static_cast<int32_t>(n), a.data(), b.data(), r.data());
         benchmark::DoNotOptimize(r.data());

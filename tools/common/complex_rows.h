@@ -6,6 +6,8 @@
 
 #include <mpfr.h>
 
+#include <vector>
+
 #include "kernels/common/plan.h"
 #include "tools/common/functions.h"
 #include "zvl.h"
@@ -66,6 +68,12 @@ struct ComplexFunction {
     LoopZ (*kernel)(int cpu, int mode);    // the slot's kernel, one-argument rows
     LoopZ2 (*kernel2)(int cpu, int mode);  // two-argument rows
 };
+
+// n arguments from the row's timing region for the report and the
+// benchmark, with their second arguments (Powx's shared by runs of
+// kSharedRun); b is filled for every row and ignored by one-argument ones.
+void complex_timing_inputs(const ComplexRow& row, size_t n, uint64_t seed, std::vector<ZVLComplex16>* a,
+                           std::vector<ZVLComplex16>* b);
 
 // f's kernel of cpu type `cpu` and mode `mode` on n elements, or its
 // baseline loop when cpu < 0. b is ignored by one-argument rows; Powx is

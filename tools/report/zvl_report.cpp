@@ -382,16 +382,11 @@ ComplexReport measure_complex_function(const ComplexFunction& f, const Options& 
     for (int m = 0; m < kModes; ++m) r.budget[m] = budgets.find(f.row->name, static_cast<Mode>(m));
     if (!o.timing) return r;
     const size_t n = kSizeN[0];
-    Rng rng(o.seed);
-    const ZRegion& in = f.row->timing;
-    std::vector<double> a(2 * n), b(2 * n), out(2 * n);
-    for (size_t i = 0; i < n; ++i) {
-        a[2 * i] = draw(rng, in.re);
-        a[2 * i + 1] = draw(rng, in.im);
-        const bool fresh = f.row->shape != ZShape::ZX || i % kSharedRun == 0;
-        b[2 * i] = fresh ? draw(rng, in.bre) : b[2 * i - 2];
-        b[2 * i + 1] = fresh ? draw(rng, in.bim) : b[2 * i - 1];
-    }
+    std::vector<ZVLComplex16> za, zb, zr(n);
+    complex_timing_inputs(*f.row, n, o.seed, &za, &zb);
+    const double* a = reinterpret_cast<const double*>(za.data());
+    const double* b = reinterpret_cast<const double*>(zb.data());
+    double* out = reinterpret_cast<double*>(zr.data());
     const int runs = o.quick ? 5 : 9;
     const double min_run = o.quick ? 0.001 : 0.002;
     for (int cpu = 0; cpu < kCpuTypes; ++cpu)
@@ -399,10 +394,10 @@ ComplexReport measure_complex_function(const ComplexFunction& f, const Options& 
             if (!cpu_runnable(cpu)) continue;
             const ZSlot k = {&f, cpu, m};
             r.timed[cpu][m] = true;
-            r.ns[cpu][m] = ns_per_element(complex_callable(k), n, a.data(), b.data(), out.data(), runs, min_run);
+            r.ns[cpu][m] = ns_per_element(complex_callable(k), n, a, b, out, runs, min_run);
         }
     const ZSlot base = {&f, -1, 0};
-    r.baseline_ns = ns_per_element(complex_callable(base), n, a.data(), b.data(), out.data(), runs, min_run);
+    r.baseline_ns = ns_per_element(complex_callable(base), n, a, b, out, runs, min_run);
     return r;
 }
 

@@ -403,6 +403,19 @@ List<ComplexFunction> complex_functions() {
     return {all.data(), all.size()};
 }
 
+void complex_timing_inputs(const ComplexRow& row, size_t n, uint64_t seed, std::vector<ZVLComplex16>* a,
+                           std::vector<ZVLComplex16>* b) {
+    const ZRegion& in = row.timing;
+    Rng rng(seed);
+    a->resize(n);
+    b->resize(n);
+    for (size_t i = 0; i < n; ++i) {
+        (*a)[i] = {draw(rng, in.re), draw(rng, in.im)};
+        const bool fresh = row.shape != ZShape::ZX || i % kSharedRun == 0;
+        (*b)[i] = fresh ? ZVLComplex16{draw(rng, in.bre), draw(rng, in.bim)} : (*b)[i - 1];
+    }
+}
+
 void call_complex(const ComplexFunction& f, int cpu, int mode, int32_t n, const ZVLComplex16* a,
                   const ZVLComplex16* b, ZVLComplex16* r) {
     const ComplexRow& row = *f.row;

@@ -53,7 +53,7 @@ struct AcoshLA : PerTwin<AcoshLA, 2> {
         const vd xc = V::select(V::or_(is_near, big), V::splat(2.0), x);
         const vd w = V::mul(V::sub(xc, V::splat(1.0)), V::add(xc, V::splat(1.0)));
         const vd v = V::select(big, x, V::add(xc, V::sqrt(w)));
-        const vd far = log_la<V>(v, V::and_(big, V::splat(1.0)), V::splat(0.0));
+        const vd far = log_la<V>(v, V::and_(big, V::splat(1.0)));
         return V::select(is_near, near, far);
     }
     template <class V>

@@ -38,7 +38,7 @@ struct AsinhLA : PerTwin<AsinhLA, 2> {
         const vd big = V::le(V::splat(huge), a);
         const vd ac = V::andnot(big, a);
         const vd v = V::select(big, a, V::add(a, V::sqrt(V::add(V::mul(ac, ac), V::splat(1.0)))));
-        const vd r = log_la<V>(v, V::and_(big, V::splat(1.0)), V::splat(0.0));
+        const vd r = log_la<V>(v, V::and_(big, V::splat(1.0)));
         return V::or_(r, sign_of<V>(x));
     }
     template <class V>

@@ -8,7 +8,8 @@
 // 10 bits, is exact, and so is the subtraction) and
 //   log v = e ln2 + T + log(1 + t)
 //   LA, EP  log(1 + t) = t + t^2 P(t), P of degree 5 (2^-62.3 relative); the
-//           sum in plain arithmetic, e ln2_lo last
+//           sum in plain arithmetic, e ln2_lo last; a low part of v, if
+//           any, joins t's low part
 //   HA      v in two parts; log(1 + t) = t - t^2/2 + t^3 P(t), P of degree 5
 //           (2^-70.7). Here m is cut to 33 bits, so that t's high part
 //           m_hi R - 1 is a multiple of 2^-42 as e ln2_hi and T_hi are: the
@@ -68,16 +69,26 @@ inline LogParts<V> log_parts(typename V::vd v, typename V::vd e_add) {
     return p;
 }
 
-// log(v) + corr for v >= 1, and e_add added to v's exponent (log(2^e_add v)).
+// 2^-e for v = 2^e m, from v's exponent field: v_lo times it is scaled as m.
 template <class V>
-inline typename V::vd log_la(typename V::vd v, typename V::vd e_add, typename V::vd corr) {
+inline typename V::vd exponent_scale(typename V::vd v) {
+    return V::sub_i64(splat_bits<V>(uint64_t{2046} << 52), V::and_(v, splat_bits<V>(Fp64::exp_mask)));
+}
+
+// log(v + v_lo) for v >= 1 and |v_lo| <= 2^-23 v (without Low, v_lo is not
+// read), and e_add added to v's exponent (log(2^e_add v)).
+template <class V, bool Low = false>
+inline typename V::vd log_la(typename V::vd v, typename V::vd e_add,
+                             typename V::vd v_lo = typename V::vd()) {
     using vd = typename V::vd;
     const LogParts<V> p = log_parts<V, false>(v, e_add);
     const vd m_hi = V::and_(p.m, splat_bits<V>(InvHypLog::cut));
-    const vd t = V::add(V::sub(V::mul(m_hi, p.R), V::splat(1.0)), V::mul(V::sub(p.m, m_hi), p.R));
+    vd m_lo = V::sub(p.m, m_hi);
+    if constexpr (Low) m_lo = V::add(m_lo, V::mul(v_lo, exponent_scale<V>(v)));
+    const vd t = V::add(V::sub(V::mul(m_hi, p.R), V::splat(1.0)), V::mul(m_lo, p.R));
     const vd q = V::add(t, V::mul(V::mul(t, t), horner<V>(zvl::LogPolyLA::c, t)));
     const vd S = V::add(V::mul(p.e, V::splat(InvHypLog::ln2_hi)), p.T);
-    return V::add(S, V::add(V::add(q, corr), V::mul(p.e, V::splat(InvHypLog::ln2_lo))));
+    return V::add(S, V::add(q, V::mul(p.e, V::splat(InvHypLog::ln2_lo))));
 }
 
 // log(v_hi + v_lo) = hi + lo for v_hi >= 1 and |v_lo| <= 2^-23 v_hi, and
@@ -87,12 +98,9 @@ inline void log_ha(typename V::vd v_hi, typename V::vd v_lo, typename V::vd e_ad
                    typename V::vd& hi, typename V::vd& lo) {
     using vd = typename V::vd;
     const LogParts<V> p = log_parts<V, true>(v_hi, e_add);
-    // v_lo scaled as v_hi was: by 2^-e, from v_hi's exponent field
-    const vd scale = V::sub_i64(splat_bits<V>(uint64_t{2046} << 52),
-                                V::and_(v_hi, splat_bits<V>(Fp64::exp_mask)));
     const vd m_hi = V::and_(p.m, splat_bits<V>(InvHypLog::cut_ha));
     const vd t_hi = V::sub(V::mul(m_hi, p.R), V::splat(1.0));
-    const vd t_lo = V::mul(V::add(V::sub(p.m, m_hi), V::mul(v_lo, scale)), p.R);
+    const vd t_lo = V::mul(V::add(V::sub(p.m, m_hi), V::mul(v_lo, exponent_scale<V>(v_hi))), p.R);
     const vd t = V::add(t_hi, t_lo);
     const vd P = V::mul_add(horner<V>(zvl::LogPolyHA::c, t), t, V::splat(-0.5));
     hi = V::add(V::add(V::mul(p.e, V::splat(InvHypLog::ln2_hi)), p.T_hi), t_hi);

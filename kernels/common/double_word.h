@@ -32,6 +32,13 @@ inline Parts<V> split(typename V::vd x) {
     return {hi, V::sub(x, hi)};
 }
 
+// x's leading 26 significant bits: the product of two such halves is
+// exact, and of one with a 27-bit rest too.
+template <class V>
+inline typename V::vd upper_half(typename V::vd x) {
+    return split<V, 26>(x).hi;
+}
+
 // Fast two-sum: s + e == a + b exactly, given that a is zero or its
 // exponent is at least b's.
 template <class V>
@@ -78,6 +85,24 @@ template <class V>
 inline void two_product(typename V::vd a, typename V::vd b, typename V::vd& p, typename V::vd& e) {
     p = V::mul(a, b);
     e = two_product_error<V>(veltkamp_split<V>(a), veltkamp_split<V>(b), p);
+}
+
+// p + e == a * b as two_product, from 26-bit cuts rather than Veltkamp's
+// splits (a mask and a subtraction a factor): exact but for the rounding of
+// the product of the low halves, a relative 2^-104 of a * b, for products
+// that neither overflow nor underflow.
+template <class V>
+inline void two_product_cut(typename V::vd a, typename V::vd b, typename V::vd& p, typename V::vd& e) {
+    p = V::mul(a, b);
+    e = two_product_error<V>(split<V, 26>(a), split<V, 26>(b), p);
+}
+
+// p + e == a * a the same way: one cut, the cross term doubled.
+template <class V>
+inline void two_square_cut(typename V::vd a, typename V::vd& p, typename V::vd& e) {
+    const Parts<V> h = split<V, 26>(a);
+    p = V::mul(a, a);
+    e = V::add(V::add(V::sub(V::mul(h.hi, h.hi), p), V::mul(V::add(h.hi, h.hi), h.lo)), V::mul(h.lo, h.lo));
 }
 
 }  // namespace

@@ -1,8 +1,7 @@
-// Double-word steps of the trigonometric routines: the scalar two-sum the
-// callouts and TrigReduce need, and, over the SIMD wrappers, the sums and
-// products carried as a high and a low double that the inverse
-// trigonometric and hyperbolic kernels use, with the split that makes
-// products of halves exact.
+// Double-word steps of the trigonometric routines beyond
+// kernels/common/double_word.h: the scalar two-sum the callouts and
+// TrigReduce need, and, over the SIMD wrappers, the quotient and the closing
+// sum the inverse trigonometric and hyperbolic kernels share.
 //
 // Included by the per-cpu units inside their unnamed namespace (see
 // kernels/common/isa.h), so each cpu type has its own copy.
@@ -18,37 +17,6 @@ inline void two_sum(double a, double b, double& s, double& e) {
     s = a + b;
     const double bb = s - a;
     e = (a - (s - bb)) + (b - bb);
-}
-
-// Clears the low 27 bits of the significand: 26 significant bits stay, so
-// the product of two such halves is exact.
-constexpr uint64_t kHalfMask = 0xfffffffff8000000;
-
-template <class V>
-inline typename V::vd upper_half(typename V::vd x) {
-    return V::and_(x, splat_bits<V>(kHalfMask));
-}
-
-// p + e == a * b up to the rounding of the product of the low halves (a
-// relative 2^-104 of a * b), for products that neither overflow nor
-// underflow.
-template <class V>
-inline void two_prod(typename V::vd a, typename V::vd b, typename V::vd& p, typename V::vd& e) {
-    using vd = typename V::vd;
-    const vd ah = upper_half<V>(a), bh = upper_half<V>(b);
-    const vd al = V::sub(a, ah), bl = V::sub(b, bh);
-    p = V::mul(a, b);
-    e = V::add(V::add(V::add(V::sub(V::mul(ah, bh), p), V::mul(ah, bl)), V::mul(al, bh)),
-               V::mul(al, bl));
-}
-
-// p + e == a * a the same way: one split, the cross term doubled.
-template <class V>
-inline void two_square(typename V::vd a, typename V::vd& p, typename V::vd& e) {
-    using vd = typename V::vd;
-    const vd ah = upper_half<V>(a), al = V::sub(a, ah);
-    p = V::mul(a, a);
-    e = V::add(V::add(V::sub(V::mul(ah, ah), p), V::mul(V::add(ah, ah), al)), V::mul(al, al));
 }
 
 // q_hi + q_lo = num / (D_hi + D_lo) to about 2^-100 relative, given R, an

@@ -36,7 +36,7 @@
 
 #include "kernels/common/isa.h"
 #include "kernels/common/lanes.h"
-#include "kernels/erf/double_word.h"
+#include "kernels/common/double_word.h"
 #include "kernels/erf/erf/data.h"
 #include "kernels/erf/poly.h"
 
@@ -133,11 +133,11 @@ inline typename V::vd erf_small(typename V::vd x, typename V::vd ax) {
     using vd = typename V::vd;
     using C = ErfConstants;
     const vd v = V::mul(x, V::splat(C::up));
-    const vd h = split_hi<V>(v), l = V::sub(v, h);
+    const vd h = upper_half<V>(v), l = V::sub(v, h);
     const vd A = V::mul(V::splat(C::tsp_hi), h);
     const vd B = V::add(V::mul(V::splat(C::tsp_lo), h), V::mul(V::splat(C::two_over_sqrt_pi), l));
     const vd R1 = V::mul(V::add(A, B), V::splat(C::down));
-    const vd Ah = split_hi<V>(A);
+    const vd Ah = upper_half<V>(A);
     const vd B2 = V::add(B, V::sub(A, Ah));
     const vd R2 = V::add(V::mul(B2, V::splat(C::down)), V::mul(Ah, V::splat(C::down)));
     const vd R3 = V::mul(x, V::splat(C::two_over_sqrt_pi));
@@ -164,8 +164,8 @@ struct ErfHA {
         // s + e = c2 + p; then (s + e) * y as mh + ml from 26-bit parts
         vd s, e;
         two_sum<V>(c[2], p, s, e);
-        const vd sh = split_hi<V>(s), sl = V::add(e, V::sub(s, sh));
-        const vd yh = split_hi<V>(y), yl = V::sub(y, yh);
+        const vd sh = upper_half<V>(s), sl = V::add(e, V::sub(s, sh));
+        const vd yh = upper_half<V>(y), yl = V::sub(y, yh);
         const vd mh = V::mul(sh, yh);
         const vd ml = V::add(V::add(V::mul(sl, yl), V::mul(yl, sh)), V::mul(yh, sl));
         // erf(c) + s*y: the hi parts summed exactly, the rest added in

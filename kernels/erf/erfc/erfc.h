@@ -39,7 +39,7 @@
 
 #include "kernels/common/isa.h"
 #include "kernels/common/lanes.h"
-#include "kernels/erf/double_word.h"
+#include "kernels/common/double_word.h"
 #include "kernels/erf/erfc/data.h"
 #include "kernels/erf/poly.h"
 #include "zvl.h"
@@ -113,7 +113,7 @@ inline typename V::vd erfc_high_terms(typename V::vd w, typename V::vd* c, typen
 // wl (wh + w).
 template <class V>
 inline void exact_square(typename V::vd w, typename V::vd& sq, typename V::vd& sl) {
-    const typename V::vd wh = split_hi<V>(w), wl = V::sub(w, wh);
+    const typename V::vd wh = upper_half<V>(w), wl = V::sub(w, wh);
     sq = V::mul(wh, wh);
     sl = V::mul(wl, V::add(wh, w));
 }
@@ -211,8 +211,8 @@ struct ErfcHA : ErfcLanes<ErfcHA> {
         // rest, within 2^-25 of G, in plain arithmetic.
         vd c[16], y;
         const vd Q = erfc_high_terms<V>(w, c, y);
-        const vd yh = split_hi<V>(y), yl = V::sub(y, yh);
-        const vd Lh = split_hi<V>(c[3]), Ll = V::sub(c[3], Lh);
+        const vd yh = upper_half<V>(y), yl = V::sub(y, yh);
+        const vd Lh = upper_half<V>(c[3]), Ll = V::sub(c[3], Lh);
         vd gh, e, e2;
         fast_two_sum<V>(c[1], V::mul(Lh, yh), gh, e);
         fast_two_sum<V>(gh, V::mul(V::mul(Q, y), y), gh, e2);
@@ -225,7 +225,7 @@ struct ErfcHA : ErfcLanes<ErfcHA> {
         const vd E_lo = V::add(T_lo, V::mul(V::add(T_hi, T_lo), p));
         // T_hi has 26 bits, so T_hi times gh's 26-bit parts is exact; E_lo,
         // up to 0.3% of E, takes gl in too (up to 2^-26 of G)
-        const vd ghh = split_hi<V>(gh), ghl = V::sub(gh, ghh);
+        const vd ghh = upper_half<V>(gh), ghl = V::sub(gh, ghh);
         A = V::mul(T_hi, ghh);
         B = V::add(V::mul(T_hi, ghl), V::add(V::mul(E_lo, V::add(gh, gl)), V::mul(T_hi, gl)));
     }
@@ -269,7 +269,7 @@ struct ErfcHA : ErfcLanes<ErfcHA> {
         Zh = V::mul(Zh, scale);
         Zl = V::mul(Zl, scale);
         const vd base = V::splat(C::subnormal_base);
-        const vd u = split_hi<V>(V::add(Zh, base));
+        const vd u = upper_half<V>(V::add(Zh, base));
         const vd w2 = V::sub(Zh, V::sub(u, base));
         const vd sub = V::sub_i64(V::add(u, V::add(w2, Zl)), base);
         const vd pos = V::mul(V::add(Zh, Zl), V::splat(C::down));

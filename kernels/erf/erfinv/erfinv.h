@@ -31,7 +31,7 @@
 
 #include "kernels/common/isa.h"
 #include "kernels/common/lanes.h"
-#include "kernels/erf/double_word.h"
+#include "kernels/common/double_word.h"
 #include "kernels/erf/erfinv/data.h"
 
 namespace {
@@ -133,14 +133,14 @@ struct ErfInvHA : ErfInvLanes {
             V::sub_i64(splat_bits<V>(C::m_base), V::and_(t, splat_bits<V>(Fp64::exp_mask)));
         const vd r = V::add(r0, V::mul(m, V::sub(V::sub(V::splat(1.0), t), ax)));
         // the split comes from r0; r - rh carries the rest with the correction
-        const vd rh = split_hi<V>(r0);
+        const vd rh = upper_half<V>(r0);
         vd q = c[14];
         for (int k = 13; k >= 0; --k) q = V::mul_add(q, r, c[k]);
         // S = c15 + c16 r + q as sh + sl; c16 has 26 bits, so c16 rh is exact
         const vd p = V::mul(c[16], rh);
-        const vd sh = split_hi<V>(V::add(p, c[15]));
+        const vd sh = upper_half<V>(V::add(p, c[15]));
         const vd sl = V::add(V::add(V::add(V::sub(c[15], sh), p), V::mul(c[16], V::sub(r, rh))), q);
-        const vd xh = split_hi<V>(x);
+        const vd xh = upper_half<V>(x);
         return V::add(V::mul(sh, xh), V::add(V::mul(sh, V::sub(x, xh)), V::mul(sl, x)));
     }
 };

@@ -55,12 +55,12 @@ void atan_dw(double q_hi, double q_lo, double& hi, double& lo) {
     fast_two_sum<Scalar>(q_hi - c, q_lo, d_hi, d_lo);
     // 1 + q c: c has three significant bits, so c q_hi is p + pe exactly
     double p, pe, D_hi, De;
-    two_prod<Scalar>(c, q_hi, p, pe);
+    two_product_cut<Scalar>(c, q_hi, p, pe);
     two_sum<Scalar>(1.0, p, D_hi, De);
     const double D_lo = De + pe + c * q_lo;
     const double t_hi = d_hi / D_hi;
     double m, me;
-    two_prod<Scalar>(t_hi, D_hi, m, me);
+    two_product_cut<Scalar>(t_hi, D_hi, m, me);
     const double t_lo = (((d_hi - m) - me) + d_lo - t_hi * D_lo) / D_hi;
     const double z = t_hi * t_hi;
     const double P = horner<Scalar>(AtanPolyScalar::c, z);
@@ -165,7 +165,7 @@ __attribute__((noinline, cold)) int32_t atan2_callout(const double* yp, const do
             // my / mx in (1/2, 2) in two parts, then scaled by 2^k exactly
             const double q = my / mx;
             double m, me;
-            two_prod<Scalar>(q, mx, m, me);
+            two_product_cut<Scalar>(q, mx, m, me);
             const double q_lo = ((my - m) - me) / mx;
             const double s = pow2(k);
             atan_dw(q * s, q_lo * s, hi, lo);

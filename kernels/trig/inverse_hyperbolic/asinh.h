@@ -62,7 +62,7 @@ struct AsinhHA : PerTwin<AsinhHA, 2> {
         const vd big = V::le(V::splat(big_from), a);
         const vd ac = V::andnot(big, a);
         vd q, q_lo, w, w_lo, s, s_lo, v, v_lo;
-        two_square<V>(ac, q, q_lo);
+        two_square_cut<V>(ac, q, q_lo);
         two_sum<V>(V::splat(1.0), q, w, w_lo);
         sqrt_dw<V, true>(w, V::add(w_lo, q_lo), rsqrt_refined<V, 2>(w), s, s_lo);
         fast_two_sum<V>(s, ac, v, v_lo);  // s > |x|

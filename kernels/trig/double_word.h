@@ -1,7 +1,6 @@
 // Double-word steps of the trigonometric routines beyond
-// kernels/common/double_word.h: the scalar two-sum the callouts and
-// TrigReduce need, and, over the SIMD wrappers, the quotient and the closing
-// sum the inverse trigonometric and hyperbolic kernels share.
+// kernels/common/double_word.h: the quotient and the closing sum the inverse
+// trigonometric and hyperbolic kernels share.
 //
 // Included by the per-cpu units inside their unnamed namespace (see
 // kernels/common/isa.h), so each cpu type has its own copy.
@@ -11,13 +10,6 @@
 #include "kernels/common/double_word.h"
 
 namespace {
-
-// s + e == a + b exactly, whatever the magnitudes (Knuth's two-sum).
-inline void two_sum(double a, double b, double& s, double& e) {
-    s = a + b;
-    const double bb = s - a;
-    e = (a - (s - bb)) + (b - bb);
-}
 
 // q_hi + q_lo = num / (D_hi + D_lo) to about 2^-100 relative, given R, an
 // approximation of 1/D_hi within 2^-30. q_hi is num * R cut to 26 bits, so

@@ -178,14 +178,14 @@ inline uint64_t trig_reduce_wide(double a, uint32_t e, double g, double* out) {
 
     // The rest of the products, largest first, each rounding error kept.
     double s = d2, e1, e2, e3, e4, e5, e6, e7, e8;
-    two_sum(s, h3, s, e1);
-    two_sum(s, AT3, s, e2);
-    two_sum(s, T[3] * B, s, e3);
-    two_sum(s, A * T[4], s, e4);
-    two_sum(s, T[4] * B, s, e5);
-    two_sum(s, A * T[5], s, e6);
-    two_sum(s, T[5] * B + A * T[6], s, e7);
-    two_sum(s, T[6] * B + A * T[7], s, e8);
+    two_sum<Scalar>(s, h3, s, e1);
+    two_sum<Scalar>(s, AT3, s, e2);
+    two_sum<Scalar>(s, T[3] * B, s, e3);
+    two_sum<Scalar>(s, A * T[4], s, e4);
+    two_sum<Scalar>(s, T[4] * B, s, e5);
+    two_sum<Scalar>(s, A * T[5], s, e6);
+    two_sum<Scalar>(s, T[5] * B + A * T[6], s, e7);
+    two_sum<Scalar>(s, T[6] * B + A * T[7], s, e8);
     const double Cs = s;
     const double E = T[7] * B + A * T[8];
 

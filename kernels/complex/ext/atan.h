@@ -4,8 +4,8 @@
 // nearest a/b, atan(a/b) = atan c + atan t, t = (a - c b)/(b + c a),
 // |t| <= 2^-7; a - c b is formed without rounding its large part, and atan t
 // comes from its Taylor polynomial to t^9: two divisions in all, within
-// about an ulp. atan2 folds with pi/2 - a and pi - a as pairs; atan x is
-// atan2(x, 1). asin x = atan2(x, sqrt(1 - x^2)) and
+// about an ulp. atan2 folds to pi/2 - a, pi - a or pi/2 + a through the
+// table, which holds those of atan c as pairs; atan x is atan2(x, 1). asin x = atan2(x, sqrt(1 - x^2)) and
 // acos x = atan2(sqrt(1 - x^2), x), with 1 - x^2 = (1 - x)(1 + x) and its
 // root from ext_sqrt, within about two ulps.
 //
@@ -19,7 +19,9 @@
 namespace {
 
 struct ExtAtan {
-    static constexpr Pair table[65] = {
+    // row 65 v + j: B_v + s_v atan(j/64) as a pair, for the four folds of
+    // the angle (atan_fold)
+    static constexpr Pair table[4 * 65] = {
 #include "kernels/complex/ext/table_atan.inc"
     };
     // 2^66: above it atan |x| = pi/2 - 1/|x| with 1/|x| below an ulp
@@ -30,48 +32,43 @@ struct ExtAtan {
     static constexpr long double shifter = 0x3p56L;
 };
 
-// atan(a/b) for 0 <= a <= b, b normal and below 2^16370, as a pair:
-// c = j/64 nearest a/b (j has at most six significant bits), taken from
+// B + s atan(a/b) for 0 <= a <= b, b normal and below 2^16370, with
+// (B, s) = (0, 1), (pi/2, -1), (pi, -1) or (pi/2, 1) by V = 0 to 3: the
+// angle of a point in each of the four folds of the upper half plane.
+//
+// c = j/64 is nearest a/b (j has at most six significant bits), taken from
 // the quotient by the shifter, and atan(a/b) = atan c + atan t with
 // t = (a - c b)/(b + c a), |t| <= 2^-7. b is split into 58 and 6 bits, so
 // that c b's parts are exact and a - c b_58 is exact (a/b is within a
 // factor 2 of c, or c = 0): t then carries three roundings and two
 // divisions are all the routine takes. atan t - t is its Taylor polynomial
-// in Estrin's scheme, t^3 (c0 + c1 z) + t^7 (c2 + c3 z) with z = t^2.
-inline Pair atan_ratio(long double a, long double b) {
+// in Estrin's scheme, t^3 (c0 + c1 z) + t^7 (c2 + c3 z) with z = t^2. The
+// table holds B + s atan c for every fold, so s t joins it by one fast
+// two-sum: |t| < atan c unless c = 0, and B + s atan c >= pi/4 where B is
+// not 0.
+template <int V>
+inline long double atan_fold(long double a, long double b) {
     const long double r = a / b + ExtAtan::shifter;
     const long double c = r - ExtAtan::shifter;
-    const Pair& A = ExtAtan::table[ext_sig(r) - 0xC000000000000000u];
+    const Pair& A = ExtAtan::table[65 * V + (ext_sig(r) - 0xC000000000000000u)];
     const long double bt = b * 65.0L;
     const long double b58 = bt - (bt - b), b6 = b - b58;
     const long double t = ((a - c * b58) - c * b6) / (b + c * a);
     const long double z = t * t, t3 = t * z, t7 = t3 * (z * z);
     const long double* k = Ext::atan_poly;
     const long double p = t3 * (k[0] + z * k[1]) + t7 * (k[2] + z * k[3]);
-    // atan c >= 2^-6 > |t| unless c = 0
-    const Pair s = fast_two_sum(A.hi, t);
-    return {s.hi, s.lo + (A.lo + p)};
-}
-
-// pi/2 - a and pi - a for a in [0, pi/2], the high parts by exact two-sums.
-inline Pair pio2_minus(Pair a) {
-    const Pair d = two_sum(Ext::pio2[0], -a.hi);
-    return {d.hi, d.lo + (Ext::pio2[1] - a.lo)};
-}
-inline Pair pi_minus(Pair a) {
-    const Pair d = two_sum(Ext::pi[0], -a.hi);
-    return {d.hi, d.lo + (Ext::pi[1] - a.lo)};
+    constexpr bool minus = V == 1 || V == 2;
+    const Pair s = fast_two_sum(A.hi, minus ? -t : t);
+    return s.hi + (s.lo + (A.lo + (minus ? -p : p)));
 }
 
 // The angle of the point (X, Y), Y >= 0 and X not both zero, in [0, pi],
 // for X and Y of moderate size (their products neither overflow nor
 // underflow).
-inline Pair atan2_core(long double Y, long double X) {
-    const bool xneg = X < 0;
+inline long double atan2_core(long double Y, long double X) {
     const long double ax = ext_abs(X);
-    Pair a = Y <= ax ? atan_ratio(Y, ax) : pio2_minus(atan_ratio(ax, Y));
-    if (xneg) a = pi_minus(a);
-    return a;
+    if (!(X < 0)) return Y <= ax ? atan_fold<0>(Y, ax) : atan_fold<1>(ax, Y);
+    return Y <= ax ? atan_fold<2>(Y, ax) : atan_fold<3>(ax, Y);
 }
 
 // ext_atan2's main path, for y and x finite and not zero with exponents
@@ -86,8 +83,7 @@ inline long double atan2_main(long double y, long double x) {
         // rounds q once even where it is subnormal
         return y / x;
     }
-    const Pair a = atan2_core(ext_abs(y), x);
-    return ext_neg_if(a.hi + a.lo, ext_sign(y));
+    return ext_neg_if(atan2_core(ext_abs(y), x), ext_sign(y));
 }
 
 inline long double ext_atan(long double x) {
@@ -97,8 +93,7 @@ inline long double ext_atan(long double x) {
         return ext_neg_if(Ext::pio2[0] + (Ext::pio2[1] - 1.0L / ax), x < 0);
     }
     if (ax < Ext::tiny33) return x;
-    const Pair a = ax <= 1.0L ? atan_ratio(ax, 1.0L) : pio2_minus(atan_ratio(1.0L, ax));
-    return ext_neg_if(a.hi + a.lo, x < 0);
+    return ext_neg_if(ax <= 1.0L ? atan_fold<0>(ax, 1.0L) : atan_fold<1>(1.0L, ax), x < 0);
 }
 
 inline long double ext_atan2(long double y, long double x) {
@@ -130,7 +125,7 @@ inline long double ext_atan2(long double y, long double x) {
     } else {
         // scale both by the same power of two so that the larger is near 1
         const int k = (ex > ey ? ex : ey) - 16383;
-        a = atan2_core(scale2(ext_abs(y), -k), scale2(x, -k));
+        return ext_neg_if(atan2_core(scale2(ext_abs(y), -k), scale2(x, -k)), yneg);
     }
     return ext_neg_if(a.hi + a.lo, yneg);
 }
@@ -146,8 +141,7 @@ inline long double ext_asin(long double x) {
         return (x - x) / (x - x);  // NaN with invalid, infinities too
     }
     if (ax < Ext::tiny33) return x;
-    const Pair a = atan2_core(ax, cos_of_asin(ax));
-    return ext_neg_if(a.hi + a.lo, x < 0);
+    return ext_neg_if(atan2_core(ax, cos_of_asin(ax)), x < 0);
 }
 
 inline long double ext_acos(long double x) {
@@ -158,8 +152,7 @@ inline long double ext_acos(long double x) {
         if (x == -1.0L) return Ext::pi[0] + Ext::pi[1];
         return (x - x) / (x - x);
     }
-    const Pair a = atan2_core(cos_of_asin(ax), x);
-    return a.hi + a.lo;
+    return atan2_core(cos_of_asin(ax), x);
 }
 
 }  // namespace

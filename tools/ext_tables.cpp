@@ -371,7 +371,7 @@ void write_constants() {
                             "// |r| <= 1/128: the first term left out, r^8/8!, is below 2^-71",
               2, 2, 3, [](mpfr_ptr c, int k) { inv_factorial(c, k, false); });
     put_poly("atan_poly", "atan t - t = t^3 (c[0] + t^2 (c[1] + ...)), c[i] = (-1)^(i+1)/(2i + 3),\n"
-                          "// for |t| <= 2^-7: the first term left out, t^11/11, is below 2^-73 |t|",
+                          "// for |t| <= 3/256: the first term left out, t^11/11, is below 2^-67.6 |t|",
              3, 2, 4, [](mpfr_ptr c, int k) {
                  mpfr_set_si(c, (k / 2) % 2 ? -1 : 1, MPFR_RNDN);
                  mpfr_div_si(c, c, k, MPFR_RNDN);

@@ -1,13 +1,15 @@
 // ext_atan, ext_atan2, ext_asin, ext_acos.
 //
 // One core: atan(a/b) for 0 <= a <= b. With c = j/64 the table point
-// nearest a/b, atan(a/b) = atan c + atan t, t = (a - c b)/(b + c a),
-// |t| <= 2^-7; a - c b is formed without rounding its large part, and atan t
-// comes from its Taylor polynomial to t^9: two divisions in all, within
-// about an ulp. atan2 folds to pi/2 - a, pi - a or pi/2 + a through the
-// table, which holds those of atan c as pairs; atan x is atan2(x, 1). asin x = atan2(x, sqrt(1 - x^2)) and
-// acos x = atan2(sqrt(1 - x^2), x), with 1 - x^2 = (1 - x)(1 + x) and its
-// root from ext_sqrt, within about two ulps.
+// nearest a/b - 1/256, atan(a/b) = atan c + atan t,
+// t = (a - c b)/(b + c a), -1/256 <= t <= 3/256; a - c b is formed
+// without rounding its large part, and atan t comes from its Taylor
+// polynomial to t^9: two divisions in all, within about an ulp. atan2
+// folds to pi/2 - a, pi - a or pi/2 + a through the table, which holds
+// those of atan c as pairs; atan x is atan2(x, 1). asin x =
+// atan2(x, sqrt(1 - x^2)) and acos x = atan2(sqrt(1 - x^2), x), with
+// 1 - x^2 = (1 - x)(1 + x) and its root from ext_sqrt, within about two
+// ulps.
 //
 // Special values as C99 Annex F: atan2 of signed zeros gives +-0 or +-pi,
 // infinities give multiples of pi/4, a NaN argument gives x + y; atan(+-inf)
@@ -27,8 +29,8 @@ struct ExtAtan {
     // 2^66: above it atan |x| = pi/2 - 1/|x| with 1/|x| below an ulp
     static constexpr long double far = 0x1p66L;
     // 3 * 2^56, whose ulp is 1/64: q + shifter - shifter rounds q in
-    // [0, 1] to the nearest multiple of 1/64, and the sum's significand is
-    // 0xC000000000000000 plus 64 times that
+    // [-1/256, 1] to the nearest multiple of 1/64, and the sum's significand
+    // is 0xC000000000000000 plus 64 times that
     static constexpr long double shifter = 0x3p56L;
 };
 
@@ -36,19 +38,22 @@ struct ExtAtan {
 // (B, s) = (0, 1), (pi/2, -1), (pi, -1) or (pi/2, 1) by V = 0 to 3: the
 // angle of a point in each of the four folds of the upper half plane.
 //
-// c = j/64 is nearest a/b (j has at most six significant bits), taken from
-// the quotient by the shifter, and atan(a/b) = atan c + atan t with
-// t = (a - c b)/(b + c a), |t| <= 2^-7. b is split into 58 and 6 bits, so
-// that c b's parts are exact and a - c b_58 is exact (a/b is within a
-// factor 2 of c, or c = 0): t then carries three roundings and two
-// divisions are all the routine takes. atan t - t is its Taylor polynomial
-// in Estrin's scheme, t^3 (c0 + c1 z) + t^7 (c2 + c3 z) with z = t^2. The
-// table holds B + s atan c for every fold, so s t joins it by one fast
-// two-sum: |t| < atan c unless c = 0, and B + s atan c >= pi/4 where B is
-// not 0.
+// c = j/64 is nearest a/b - 1/256 (j has at most six significant bits),
+// taken from the quotient by the shifter, and atan(a/b) = atan c + atan t
+// with t = (a - c b)/(b + c a), -1/256 <= t <= 3/256. The offset keeps c
+// from exceeding a/b by more than 1/256: with c = 1/64 over a/b just above
+// 1/128, t would be as large as the result, each of its roundings worth up
+// to an ulp of it where the two straddle a power of two. b is split into
+// 58 and 6 bits, so that c b's parts are exact and a - c b_58 is exact
+// (a/b is within a factor 2 of c, or c = 0): t then carries three
+// roundings and two divisions are all the routine takes. atan t - t is its
+// Taylor polynomial in Estrin's scheme, t^3 (c0 + c1 z) + t^7 (c2 + c3 z)
+// with z = t^2. The table holds B + s atan c for every fold, so s t joins
+// it by one fast two-sum: |t| < atan c unless c = 0, and B + s atan c
+// >= pi/4 where B is not 0.
 template <int V>
 inline long double atan_fold(long double a, long double b) {
-    const long double r = a / b + ExtAtan::shifter;
+    const long double r = (a / b - 0x1p-8L) + ExtAtan::shifter;
     const long double c = r - ExtAtan::shifter;
     const Pair& A = ExtAtan::table[65 * V + (ext_sig(r) - 0xC000000000000000u)];
     const long double bt = b * 65.0L;

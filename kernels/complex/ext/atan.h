@@ -102,9 +102,14 @@ inline long double ext_atan(long double x) {
 }
 
 inline long double ext_atan2(long double y, long double x) {
+    // exponents within 8000 of the bias: finite, not zero, of moderate
+    // size, the common case, told from the exponent fields alone before
+    // any comparison of the values
+    const int ey = ext_exp_field(y), ex = ext_exp_field(x);
+    const auto moderate = [](int e) { return static_cast<unsigned>(e - (16383 - 7999)) < 15999u; };
+    if (moderate(ex) && moderate(ey)) return atan2_main(y, x);
     if (x != x || y != y) return x + y;
     const bool yneg = ext_sign(y);
-    const int ey = ext_exp_field(y), ex = ext_exp_field(x);
     Pair a;
     if (y == 0) {
         if (!ext_sign(x)) return y;
@@ -123,8 +128,6 @@ inline long double ext_atan2(long double y, long double x) {
     } else if (ex == 0x7fff) {
         if (x > 0) return ext_neg_if(0.0L, yneg);
         a = {Ext::pi[0], Ext::pi[1]};
-    } else if (ex > 16383 - 8000 && ex < 16383 + 8000 && ey > 16383 - 8000 && ey < 16383 + 8000) {
-        return atan2_main(y, x);
     } else if (x > 0 && ey + 40 < ex) {
         return y / x;  // as in atan2_main
     } else {

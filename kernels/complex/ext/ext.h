@@ -37,7 +37,7 @@
 //   ext_exp    0.502 at -0.06391633036     ext_asin   2.017 at 0.001849460961
 //   ext_sin    1.026 at -9.400089469261    ext_acos   1.815 at 0.9999988676473
 //   ext_cos    1.057 at 16989778.64829     ext_atan   1.033 at -0.02653663450
-//   ext_tan    2.558 at 1.602878047775     ext_atan2  1.019
+//   ext_tan    2.558 at 1.602878047775     ext_atan2  1.008
 //   ext_asinh  0.503 at 0.006236316658     ext_acosh  0.504 at 1.000017520413
 //   ext_atanh  0.502 at -0.002821238533    ext_reduce_pio4 below 0.001 of the
 //                                                          remainder's ulp

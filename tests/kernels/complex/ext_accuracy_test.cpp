@@ -282,14 +282,15 @@ TEST_F(ExtAccuracy, Atan2) {
         }
     }
     // the smaller part over the larger within a few ulps of a crossover:
-    // a midpoint (k + 1/2)/64 between table points, where the rounded
-    // quotient picks either neighbour, or 1, where the parts change roles;
-    // every sign, either part the larger
+    // (k + 3/4)/64, where the table point c = k/64 or (k + 1)/64 is taken;
+    // the midpoint (k + 1/2)/64, where t is largest below c, and just
+    // above 1/128 the result's size; or 1, where the parts change roles.
+    // Every sign, either part the larger
     const Interval side = {Interval::Exponent, -8, 8, true, 1};
     for (long i = 0; i < 6000L * factor; ++i) {
         const long double b = draw(side, rng);
-        const uint64_t k = rng.next() % 65;
-        const long double q = k == 64 ? 1.0L : (static_cast<long double>(k) + 0.5L) / 64;
+        const uint64_t k = rng.next() % 129;
+        const long double q = k == 128 ? 1.0L : (static_cast<long double>(k / 2) + (k % 2 ? 0.75L : 0.5L)) / 64;
         long double a = b * q;
         for (int m = static_cast<int>(rng.next() % 7) - 3; m != 0; m += m > 0 ? -1 : 1)
             a = m > 0 ? nextafterl(a, INFINITY) : nextafterl(a, -INFINITY);

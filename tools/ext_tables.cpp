@@ -9,7 +9,8 @@
 //                         rounded to 24 bits (a float), T_hi + T_lo is -ln R,
 //                         T_hi rounded to 64 bits and T_lo the rest
 //   ext_tables exp        256 rows T_hi, T_lo: 2^(j/256) in two parts
-//   ext_tables atan       65 rows A_hi, A_lo: atan(j/64) in two parts
+//   ext_tables atan       4 x 65 rows A_hi, A_lo: atan(j/64), pi/2 - atan(j/64),
+//                         pi - atan(j/64) and pi/2 + atan(j/64) in two parts
 //   ext_tables sincos     17 rows S, C, S_lo, C_lo: sin and cos of j pi/64 in
 //                         two parts, the high as long double, the low as double
 //   ext_tables sinhcosh   65 rows likewise: sinh and cosh of j/64
@@ -151,17 +152,26 @@ void write_exp() {
 }
 
 void write_atan() {
-    header("atan", "row j is A_hi, A_lo: A_hi is the long double nearest atan(j/64), A_lo the\n"
-                   "// long double nearest the rest.");
-    mpfr_t t;
-    mpfr_init2(t, kPrec);
-    for (int j = 0; j <= 64; ++j) {
-        mpfr_set_si(t, j, MPFR_RNDN);
-        mpfr_div_2ui(t, t, 6, MPFR_RNDN);
-        mpfr_atan(t, t, MPFR_RNDN);
-        std::printf("{%s},  // %d\n", pair_literal(t).c_str(), j);
+    header("atan", "row 65 v + j is A_hi, A_lo: A_hi is the long double nearest B_v + s_v atan(j/64),\n"
+                   "// A_lo the long double nearest the rest, for the folds v = 0 to 3 of the angle:\n"
+                   "// (B_v, s_v) = (0, 1), (pi/2, -1), (pi, -1) and (pi/2, 1).");
+    mpfr_t t, pi, v;
+    mpfr_inits2(kPrec, t, pi, v, static_cast<mpfr_ptr>(nullptr));
+    mpfr_const_pi(pi, MPFR_RNDN);
+    const int half_turns[4] = {0, 1, 2, 1}, signs[4] = {1, -1, -1, 1};
+    for (int f = 0; f < 4; ++f) {
+        for (int j = 0; j <= 64; ++j) {
+            mpfr_set_si(t, j, MPFR_RNDN);
+            mpfr_div_2ui(t, t, 6, MPFR_RNDN);
+            mpfr_atan(t, t, MPFR_RNDN);
+            if (signs[f] < 0) mpfr_neg(t, t, MPFR_RNDN);
+            mpfr_mul_si(v, pi, half_turns[f], MPFR_RNDN);
+            mpfr_div_2ui(v, v, 1, MPFR_RNDN);
+            mpfr_add(v, v, t, MPFR_RNDN);
+            std::printf("{%s},  // %d\n", pair_literal(v).c_str(), 65 * f + j);
+        }
     }
-    mpfr_clear(t);
+    mpfr_clears(t, pi, v, static_cast<mpfr_ptr>(nullptr));
 }
 
 // Row j of a rotation table: f(t) and g(t) for t = j * step (step = pi/64 or
@@ -361,7 +371,7 @@ void write_constants() {
                             "// |r| <= 1/128: the first term left out, r^8/8!, is below 2^-71",
               2, 2, 3, [](mpfr_ptr c, int k) { inv_factorial(c, k, false); });
     put_poly("atan_poly", "atan t - t = t^3 (c[0] + t^2 (c[1] + ...)), c[i] = (-1)^(i+1)/(2i + 3),\n"
-                          "// for |t| <= 2^-7: the first term left out, t^11/11, is below 2^-73 |t|",
+                          "// for |t| <= 3/256: the first term left out, t^11/11, is below 2^-67.6 |t|",
              3, 2, 4, [](mpfr_ptr c, int k) {
                  mpfr_set_si(c, (k / 2) % 2 ? -1 : 1, MPFR_RNDN);
                  mpfr_div_si(c, c, k, MPFR_RNDN);

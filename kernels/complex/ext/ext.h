@@ -29,15 +29,15 @@
 // table-driven with short polynomials and two divisions at most, for
 // speed; the others keep exact
 // pair arithmetic. Worst errors found against MPFR (ext_accuracy_test with
-// ZVL_EXT_SAMPLES=40, 0.36 to 0.73 million arguments each), in ulps of the
+// ZVL_EXT_SAMPLES=40, 0.36 to 0.8 million arguments each), in ulps of the
 // extended format:
 //   ext_sqrt   0.500                       ext_sinh   0.961 at -0.009118708583
 //   ext_log    0.504 at 0.9944359370970    ext_cosh   0.504 at -0.9293719088
 //   ext_log1p  0.504 at 0.007391513139     ext_tanh   0.507 at -0.0006598816484
 //   ext_exp    0.502 at -0.06391633036     ext_asin   2.017 at 0.001849460961
 //   ext_sin    1.026 at -9.400089469261    ext_acos   1.815 at 0.9999988676473
-//   ext_cos    1.057 at 16989778.64829     ext_atan   1.063 at 0.007978594239
-//   ext_tan    2.558 at 1.602878047775     ext_atan2  1.016
+//   ext_cos    1.057 at 16989778.64829     ext_atan   1.033 at -0.02653663450
+//   ext_tan    2.558 at 1.602878047775     ext_atan2  1.008
 //   ext_asinh  0.503 at 0.006236316658     ext_acosh  0.504 at 1.000017520413
 //   ext_atanh  0.502 at -0.002821238533    ext_reduce_pio4 below 0.001 of the
 //                                                          remainder's ulp

@@ -266,16 +266,39 @@ TEST_F(ExtAccuracy, Atan2) {
     const Interval bands[] = {{Interval::Exponent, -8, 8, true, 8000},
                               {Interval::Exponent, -200, 200, true, 4000},
                               {Interval::Exponent, -16000, 16000, true, 2000}};
+    auto measure = [&](long double y, long double x) {
+        const long double got = ext_sets[0]->ext_atan2(y, x);
+        mpfr_set_ld(ym, y, MPFR_RNDN);
+        mpfr_set_ld(xm, x, MPFR_RNDN);
+        mpfr_atan2(r, ym, xm, MPFR_RNDN);
+        const double err = ulp_error(got, r);
+        if (err > w.err || err != err) w = {err, y, x, w.samples};
+        ++w.samples;
+    };
     for (const Interval& iv : bands) {
         for (long i = 0; i < static_cast<long>(iv.samples) * factor; ++i) {
             const long double y = draw(iv, rng), x = draw(iv, rng);
-            const long double got = ext_sets[0]->ext_atan2(y, x);
-            mpfr_set_ld(ym, y, MPFR_RNDN);
-            mpfr_set_ld(xm, x, MPFR_RNDN);
-            mpfr_atan2(r, ym, xm, MPFR_RNDN);
-            const double err = ulp_error(got, r);
-            if (err > w.err || err != err) w = {err, y, x, w.samples};
-            ++w.samples;
+            measure(y, x);
+        }
+    }
+    // the smaller part over the larger within a few ulps of a crossover:
+    // (k + 3/4)/64, where the table point c = k/64 or (k + 1)/64 is taken;
+    // the midpoint (k + 1/2)/64, where t is largest below c, and just
+    // above 1/128 the result's size; or 1, where the parts change roles.
+    // Every sign, either part the larger
+    const Interval side = {Interval::Exponent, -8, 8, true, 1};
+    for (long i = 0; i < 6000L * factor; ++i) {
+        const long double b = draw(side, rng);
+        const uint64_t k = rng.next() % 129;
+        const long double q = k == 128 ? 1.0L : (static_cast<long double>(k / 2) + (k % 2 ? 0.75L : 0.5L)) / 64;
+        long double a = b * q;
+        for (int m = static_cast<int>(rng.next() % 7) - 3; m != 0; m += m > 0 ? -1 : 1)
+            a = m > 0 ? nextafterl(a, INFINITY) : nextafterl(a, -INFINITY);
+        if (rng.next() & 1) a = -a;
+        if (rng.next() & 1) {
+            measure(a, b);
+        } else {
+            measure(b, a);
         }
     }
     report("ext_atan2", w, 1.25);

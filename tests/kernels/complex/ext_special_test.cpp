@@ -277,6 +277,14 @@ TEST(ExtSupport, SymmetriesAndPairedRoutines) {
             ASSERT_TRUE(ext_same_bits(s, set->unary[ext_sinh_id](x)) && ext_same_bits(c, set->unary[ext_cosh_id](x)))
                 << set->label << " sinhcosh " << show(x);
         }
+        // atan2 is odd in y, in every quadrant and on either side of |y| = |x|
+        for (size_t i = 0; i + 1 < xs.size(); i += 2) {
+            for (long double x : {xs[i + 1], -xs[i + 1], xs[i] * 0.75L, -xs[i] * 1.5L}) {
+                const long double y = xs[i];
+                ASSERT_TRUE(ext_same_bits(set->ext_atan2(-y, x), -set->ext_atan2(y, x)))
+                    << set->label << " atan2(" << show(y) << ", " << show(x) << ")";
+            }
+        }
         // squares of integers have exact roots
         for (int k = 1; k < 5000; k += 7) {
             const long double r = set->unary[ext_sqrt_id](static_cast<long double>(k) * k);

@@ -69,6 +69,19 @@ __attribute__((always_inline)) inline typename V::vd horner(const double (&c)[N]
     return p;
 }
 
+// The same sum as two chains, the even and the odd powers, in v^2: half
+// the dependent latency of one.
+template <class V, int N>
+__attribute__((always_inline)) inline typename V::vd horner_pair(const double (&c)[N], typename V::vd v) {
+    using vd = typename V::vd;
+    const vd v2 = V::mul(v, v);
+    constexpr int top_even = (N - 1) / 2 * 2, top_odd = N % 2 == 0 ? N - 1 : N - 2;
+    vd e = V::splat(c[top_even]), o = V::splat(c[top_odd]);
+    for (int i = top_even - 2; i >= 0; i -= 2) e = V::add(V::splat(c[i]), V::mul(v2, e));
+    for (int i = top_odd - 2; i >= 1; i -= 2) o = V::add(V::splat(c[i]), V::mul(v2, o));
+    return V::add(e, V::mul(v, o));
+}
+
 // s + e = a + b exactly, as a pair.
 template <class V>
 __attribute__((always_inline)) inline Parts<V> sum_pair(typename V::vd a, typename V::vd b) {
@@ -94,7 +107,7 @@ __attribute__((always_inline)) inline typename V::vd near_unit(typename V::vd h,
     const vd t = V::add(s.hi, lo), tl = V::sub(lo, V::sub(t, s.hi));
     vd q;
     if constexpr (M == kHA)
-        q = horner<V>(kQ_HA, t);
+        q = horner_pair<V>(kQ_HA, t);
     else if constexpr (M == kLA)
         q = horner<V>(kPolysLA.Q, t);
     else
@@ -131,7 +144,7 @@ __attribute__((always_inline)) inline typename V::vd far(typename V::vd h, typen
     const Parts<V> r = sum_pair<V>(V::sub(V::mul(R, mh), V::splat(1.0)), V::mul(R, V::sub(m, mh)));
     vd p;
     if constexpr (M == kHA)
-        p = horner<V>(kP_HA, r.hi);
+        p = horner_pair<V>(kP_HA, r.hi);
     else if constexpr (M == kLA)
         p = horner<V>(kPolysLA.P, r.hi);
     else
@@ -150,37 +163,68 @@ __attribute__((always_inline)) inline typename V::vd far(typename V::vd h, typen
     return V::mul(V::splat(0.5), V::add(big, V::add(r.hi, small)));
 }
 
-// atan(ay/ax) for positive ax, ay, as a pair.
+// The angle's intervals, one row of four each: num = p ay - q ax and den =
+// p ax + q ay give the reduced argument v = num/den, and atan(c) in two
+// parts the value it is added to. Below 7/16, v = ay/ax; then atan(1/2) +
+// atan((2q - 1)/(2 + q)), atan(1) + atan((q - 1)/(q + 1)), atan(3/2) +
+// atan((2q - 3)/(2 + 3q)), and above 39/16 pi/2 + atan(-1/q).
+alignas(32) constexpr double kAngleRows[5][4] = {
+    {1.0, 0.0, 0.0, 0.0},
+    {2.0, 1.0, 0x1.dac670561bb4fp-2, 0x1.a2b7f222f65e2p-56},
+    {1.0, 1.0, 0x1.921fb54442d18p-1, 0x1.1a62633145c07p-55},
+    {2.0, 3.0, 0x1.f730bd281f69bp-1, 0x1.007887af0cbbdp-56},
+    {0.0, 1.0, 0x1.921fb54442d18p+0, 0x1.1a62633145c07p-54},
+};
+
+// atan(ay/ax) for positive ax, ay, as a pair. The interval's row comes by
+// one load per lane; the numerator is exact in two parts (p ay and q times
+// ax's upper half cancel exactly within the interval, q times its rest is
+// exact), and the quotient is taken in two parts from one reciprocal: v_hi,
+// 26 bits, times den's upper half is exact, so the remainder that gives v_lo
+// loses nothing that counts.
 template <class V>
 __attribute__((always_inline)) inline Parts<V> angle_ha(typename V::vd ax, typename V::vd ay) {
     using vd = typename V::vd;
-    const vd ay16 = V::mul(ay, V::splat(16.0));
-    const vd i2 = V::le(V::mul(ax, V::splat(7.0)), ay16), i3 = V::le(V::mul(ax, V::splat(11.0)), ay16),
-             i4 = V::le(V::mul(ax, V::splat(19.0)), ay16), i5 = V::le(V::mul(ax, V::splat(39.0)), ay16);
-    const vd ax2 = V::add(ax, ax), ay2 = V::add(ay, ay);
-    const Parts<V> ax3 = sum_pair<V>(ax2, ax);
-    vd num = ay, nlo = V::splat(0.0), den = ax, chi = V::splat(0.0), clo = V::splat(0.0);
-    auto pick = [&](vd m, vd n, vd nl, vd d, uint64_t h, uint64_t l) {
-        num = V::select(m, n, num);
-        nlo = V::select(m, nl, nlo);
-        den = V::select(m, d, den);
-        chi = V::select(m, splat_bits<V>(h), chi);
-        clo = V::select(m, splat_bits<V>(l), clo);
-    };
-    const vd zero = V::splat(0.0);
-    pick(i2, V::sub(ay2, ax), zero, V::add(ax2, ay), 0x3fddac670561bb4f, 0x3c7a2b7f222f65e2);
-    pick(i3, V::sub(ay, ax), zero, V::add(ay, ax), 0x3fe921fb54442d18, 0x3c81a62633145c07);
-    pick(i4, V::sub(ay2, ax3.hi), V::sub(zero, ax3.lo), V::add(ax2, V::mul(V::splat(3.0), ay)),
-         0x3fef730bd281f69b, 0x3c7007887af0cbbd);
-    pick(i5, V::sub(zero, ax), zero, ay, 0x3ff921fb54442d18, 0x3c91a62633145c07);
-    const vd v = V::div(num, den);
-    Parts<V> p;
-    two_product<V>(v, den, p.hi, p.lo);
-    const vd vlo = V::div(V::add(V::sub(V::sub(num, p.hi), p.lo), nlo), den);
-    const vd w = V::mul(v, v);
-    const vd poly = V::mul(V::mul(v, w), horner<V>(kA_HA, w));
-    const vd hi = V::add(chi, v);
-    const vd lo = V::add(V::sub(v, V::sub(hi, chi)), V::add(clo, V::add(vlo, poly)));
+    const vd ay16 = V::mul(ay, V::splat(16.0)), two = V::splat(2.0);
+    vd p, q, chi, clo;
+#ifndef ZLN_BLENDS
+    // the masks are nested: twice the interval's number, offset to an integer
+    vd k = V::add(V::and_(V::le(V::mul(ax, V::splat(7.0)), ay16), two), splat_bits<V>(0x4330000000000000));
+    k = V::add(k, V::and_(V::le(V::mul(ax, V::splat(11.0)), ay16), two));
+    k = V::add(k, V::and_(V::le(V::mul(ax, V::splat(19.0)), ay16), two));
+    k = V::add(k, V::and_(V::le(V::mul(ax, V::splat(39.0)), ay16), two));
+    uint32_t j[V::lanes];
+    V::low_words(k, j);
+    V::gather_pairs(&kAngleRows[0][0], j, p, q);
+    V::gather_pairs(&kAngleRows[0][2], j, chi, clo);
+#else
+    p = V::splat(1.0); q = V::splat(0.0); chi = q; clo = q;
+    const double mul[] = {7.0, 11.0, 19.0, 39.0};
+    for (int i = 0; i < 4; ++i) {
+        const vd m = V::le(V::mul(ax, V::splat(mul[i])), ay16);
+        p = V::select(m, V::splat(kAngleRows[i + 1][0]), p);
+        q = V::select(m, V::splat(kAngleRows[i + 1][1]), q);
+        chi = V::select(m, V::splat(kAngleRows[i + 1][2]), chi);
+        clo = V::select(m, V::splat(kAngleRows[i + 1][3]), clo);
+    }
+#endif
+    // q ax rounded and its error exactly: q times ax's upper half is exact
+    // and within a factor 2 of q ax, and the error is a double
+    const Parts<V> x = split<V, 26>(ax);
+    const vd qx = V::mul(q, ax);
+    const vd qx_err = V::add(V::sub(V::mul(q, x.hi), qx), V::mul(q, x.lo));
+    const vd num = V::sub(V::mul(p, ay), qx);
+    const vd den = V::add(V::mul(p, ax), V::mul(q, ay));
+    const vd R = V::div(V::splat(1.0), den);
+    const vd v0 = V::mul(num, R);
+    const vd v_hi = upper_half<V>(v0);
+    const Parts<V> d = split<V, 26>(den);
+    const vd rest = V::sub(V::sub(V::sub(num, V::mul(v_hi, d.hi)), V::mul(v_hi, d.lo)), qx_err);
+    const vd v_lo = V::mul(rest, R);
+    const vd w = V::mul(v0, v0);
+    const vd poly = V::mul(V::mul(v0, w), horner_pair<V>(kA_HA, w));
+    const vd hi = V::add(chi, v_hi);
+    const vd lo = V::add(V::sub(v_hi, V::sub(hi, chi)), V::add(clo, V::add(v_lo, poly)));
     return {hi, lo};
 }
 

@@ -125,8 +125,13 @@ __attribute__((always_inline)) inline typename V::vd far(typename V::vd h, typen
         slo = V::splat(0.0);
     } else {
         Parts<V> H, L;
-        two_product<V>(h, h, H.hi, H.lo);
-        two_product<V>(l, l, L.hi, L.lo);
+        if constexpr (M == kHA) {
+            two_square_cut<V>(h, H.hi, H.lo);
+            two_square_cut<V>(l, L.hi, L.lo);
+        } else {
+            two_product<V>(h, h, H.hi, H.lo);
+            two_product<V>(l, l, L.hi, L.lo);
+        }
         const Parts<V> sum = sum_pair<V>(H.hi, L.hi);
         s = sum.hi;
         slo = V::add(V::add(sum.lo, H.lo), L.lo);
@@ -163,57 +168,56 @@ __attribute__((always_inline)) inline typename V::vd far(typename V::vd h, typen
     return V::mul(V::splat(0.5), V::add(big, V::add(r.hi, small)));
 }
 
-// The angle's intervals, one row of four each: num = p ay - q ax and den =
-// p ax + q ay give the reduced argument v = num/den, and atan(c) in two
-// parts the value it is added to. Below 7/16, v = ay/ax; then atan(1/2) +
-// atan((2q - 1)/(2 + q)), atan(1) + atan((q - 1)/(q + 1)), atan(3/2) +
-// atan((2q - 3)/(2 + 3q)), and above 39/16 pi/2 + atan(-1/q).
-alignas(32) constexpr double kAngleRows[5][4] = {
+// The angle's rows of four: num = p ay - q ax and den = p ax + q ay give
+// the reduced argument v = num/den, and the pair c the value it goes with:
+// atan(ay/ax) = c + atan(v) on rows 0 to 4, the intervals of ay/ax from 0
+// up (c = 0, atan(1/2), atan(1), atan(3/2), pi/2), and on rows 8 to 12,
+// for a negative x, pi - atan(ay/ax) = c - atan(v) with c = pi less those.
+alignas(32) constexpr double kAngleRows[13][4] = {
     {1.0, 0.0, 0.0, 0.0},
     {2.0, 1.0, 0x1.dac670561bb4fp-2, 0x1.a2b7f222f65e2p-56},
     {1.0, 1.0, 0x1.921fb54442d18p-1, 0x1.1a62633145c07p-55},
     {2.0, 3.0, 0x1.f730bd281f69bp-1, 0x1.007887af0cbbdp-56},
     {0.0, 1.0, 0x1.921fb54442d18p+0, 0x1.1a62633145c07p-54},
+    {}, {}, {},
+    {1.0, 0.0, 0x1.921fb54442d18p+1, 0x1.1a62633145c07p-53},
+    {2.0, 1.0, 0x1.56c6e7397f5aep+1, 0x1.660b64ece6f4bp-53},
+    {1.0, 1.0, 0x1.2d97c7f3321d2p+1, 0x1.a79394c9e8a0ap-54},
+    {2.0, 3.0, 0x1.145385fa3af71p+1, 0x1.fa53523b6428fp-53},
+    {0.0, 1.0, 0x1.921fb54442d18p+0, 0x1.1a62633145c07p-54},
 };
 
-// atan(ay/ax) for positive ax, ay, as a pair. The interval's row comes by
-// one load per lane; the numerator is exact in two parts (p ay and q times
-// ax's upper half cancel exactly within the interval, q times its rest is
-// exact), and the quotient is taken in two parts from one reciprocal: v_hi,
-// 26 bits, times den's upper half is exact, so the remainder that gives v_lo
-// loses nothing that counts.
+// |arg z| for z = x + iy with ax = |x|, ay = |y| positive and neg the lanes
+// of negative x. The interval is found by comparing ay with the edges
+// times ax, the row comes by one load per lane, and the quotient is taken
+// in two parts from one reciprocal of the denominator: v_hi, 26 bits, times
+// den's upper half is exact, and so is the remainder that gives v_lo, but
+// for products 2^-26 below it. The numerator p ay - q ax is exact but for
+// the rounding of 3 ax, whose error joins the remainder; for a negative x
+// both change sign, and v with them.
 template <class V>
-__attribute__((always_inline)) inline Parts<V> angle_ha(typename V::vd ax, typename V::vd ay) {
+__attribute__((always_inline)) inline typename V::vd angle_ha(typename V::vd ax, typename V::vd ay, typename V::vd neg) {
     using vd = typename V::vd;
-    const vd ay16 = V::mul(ay, V::splat(16.0)), two = V::splat(2.0);
-    vd p, q, chi, clo;
-#ifndef ZLN_BLENDS
-    // the masks are nested: twice the interval's number, offset to an integer
-    vd k = V::add(V::and_(V::le(V::mul(ax, V::splat(7.0)), ay16), two), splat_bits<V>(0x4330000000000000));
-    k = V::add(k, V::and_(V::le(V::mul(ax, V::splat(11.0)), ay16), two));
-    k = V::add(k, V::and_(V::le(V::mul(ax, V::splat(19.0)), ay16), two));
-    k = V::add(k, V::and_(V::le(V::mul(ax, V::splat(39.0)), ay16), two));
+    // the masks are nested: their codes' xor is 2r for the row r, 0 to 4,
+    // and a negative x adds 8 to r
+    const vd code =
+        V::xor_(V::xor_(V::and_(V::le(V::mul(ax, V::splat(0.4375)), ay), splat_bits<V>(2)),
+                        V::and_(V::le(V::mul(ax, V::splat(0.6875)), ay), splat_bits<V>(6))),
+                V::xor_(V::xor_(V::and_(V::le(V::mul(ax, V::splat(1.1875)), ay), splat_bits<V>(2)),
+                                V::and_(V::le(V::mul(ax, V::splat(2.4375)), ay), splat_bits<V>(14))),
+                        V::and_(neg, splat_bits<V>(16))));
     uint32_t j[V::lanes];
-    V::low_words(k, j);
+    V::low_words(code, j);
+    vd p, q, chi, clo;
     V::gather_pairs(&kAngleRows[0][0], j, p, q);
     V::gather_pairs(&kAngleRows[0][2], j, chi, clo);
-#else
-    p = V::splat(1.0); q = V::splat(0.0); chi = q; clo = q;
-    const double mul[] = {7.0, 11.0, 19.0, 39.0};
-    for (int i = 0; i < 4; ++i) {
-        const vd m = V::le(V::mul(ax, V::splat(mul[i])), ay16);
-        p = V::select(m, V::splat(kAngleRows[i + 1][0]), p);
-        q = V::select(m, V::splat(kAngleRows[i + 1][1]), q);
-        chi = V::select(m, V::splat(kAngleRows[i + 1][2]), chi);
-        clo = V::select(m, V::splat(kAngleRows[i + 1][3]), clo);
-    }
-#endif
     // q ax rounded and its error exactly: q times ax's upper half is exact
     // and within a factor 2 of q ax, and the error is a double
     const Parts<V> x = split<V, 26>(ax);
     const vd qx = V::mul(q, ax);
-    const vd qx_err = V::add(V::sub(V::mul(q, x.hi), qx), V::mul(q, x.lo));
-    const vd num = V::sub(V::mul(p, ay), qx);
+    const vd sign = V::and_(neg, splat_bits<V>(Fp64::sign_mask));
+    const vd qx_err = V::xor_(V::add(V::sub(V::mul(q, x.hi), qx), V::mul(q, x.lo)), sign);
+    const vd num = V::xor_(V::sub(V::mul(p, ay), qx), sign);
     const vd den = V::add(V::mul(p, ax), V::mul(q, ay));
     const vd R = V::div(V::splat(1.0), den);
     const vd v0 = V::mul(num, R);
@@ -223,9 +227,9 @@ __attribute__((always_inline)) inline Parts<V> angle_ha(typename V::vd ax, typen
     const vd v_lo = V::mul(rest, R);
     const vd w = V::mul(v0, v0);
     const vd poly = V::mul(V::mul(v0, w), horner_pair<V>(kA_HA, w));
+    // |c| > |v| unless c is 0
     const vd hi = V::add(chi, v_hi);
-    const vd lo = V::add(V::sub(v_hi, V::sub(hi, chi)), V::add(clo, V::add(v_lo, poly)));
-    return {hi, lo};
+    return V::add(hi, V::add(V::sub(v_hi, V::sub(hi, chi)), V::add(clo, V::add(v_lo, poly))));
 }
 
 // One vector of lanes: the parts of the results and the refused lanes' bits.
@@ -254,26 +258,24 @@ __attribute__((always_inline)) inline int lanes(typename V::vd x, typename V::vd
     else  // the near path on its own lanes alone: t^2 of a far lane could overflow
         re = V::select(near, near_unit<V, M>(V::select(near, h, one), V::and_(near, l)), far<V, M>(h, l));
 
-    vd a, alo;
+    vd angle;
     if constexpr (M == kHA) {
-        const Parts<V> p = angle_ha<V>(ax, ay);
-        a = p.hi;
-        alo = p.lo;
+        angle = angle_ha<V>(ax, ay, V::lt(x, V::splat(0.0)));
     } else {
         const vd v = V::div(l, h);
         const vd w = V::mul(v, v);
         const vd poly = M == kLA ? horner<V>(kPolysLA.A, w) : horner<V>(kPolysEP.A, w);
         const vd t = V::mul(v, poly);
         const vd up = V::sub(splat_bits<V>(0x3ff921fb54442d18), t);
-        a = V::select(big, t, up);
-        alo = V::select(big, V::splat(0.0), splat_bits<V>(0x3c91a62633145c07));
+        const vd a = V::select(big, t, up);
+        const vd alo = V::select(big, V::splat(0.0), splat_bits<V>(0x3c91a62633145c07));
+        // pi - a for a negative x
+        const vd neg = V::lt(x, V::splat(0.0));
+        const vd pih = splat_bits<V>(0x400921fb54442d18);
+        const vd fh = V::sub(pih, a);
+        const vd flo = V::add(V::sub(V::sub(pih, fh), a), V::sub(splat_bits<V>(0x3ca1a62633145c07), alo));
+        angle = V::select(neg, V::add(fh, flo), V::add(a, alo));
     }
-    // pi - a for a negative x
-    const vd neg = V::lt(x, V::splat(0.0));
-    const vd pih = splat_bits<V>(0x400921fb54442d18);
-    const vd fh = V::sub(pih, a);
-    const vd flo = V::add(V::sub(V::sub(pih, fh), a), V::sub(splat_bits<V>(0x3ca1a62633145c07), alo));
-    const vd angle = V::select(neg, V::add(fh, flo), V::add(a, alo));
     im = V::or_(angle, sign_of<V>(y));
     return refused;
 }

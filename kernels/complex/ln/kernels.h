@@ -284,11 +284,6 @@ __attribute__((always_inline)) inline int lanes(typename V::vd x, typename V::vd
 
 template <int M>
 struct ZLnLanes {
-    // HA at cpu type 5 alone: two of its chains spill the 16 registers
-    template <class V>
-    static constexpr bool twins() {
-        return M != zln::kHA || V::lanes < 4;
-    }
     template <class V>
     __attribute__((always_inline)) static int lanes(typename V::vd x, typename V::vd y, typename V::vd& re,
                                                     typename V::vd& im) {

@@ -132,9 +132,10 @@ __attribute__((always_inline)) inline typename V::vd far(typename V::vd h, typen
             two_product<V>(h, h, H.hi, H.lo);
             two_product<V>(l, l, L.hi, L.lo);
         }
-        const Parts<V> sum = sum_pair<V>(H.hi, L.hi);
-        s = sum.hi;
-        slo = V::add(V::add(sum.lo, H.lo), L.lo);
+        // h >= l: the fast sum's error is exact, the same as two_sum's
+        vd err;
+        fast_two_sum<V>(H.hi, L.hi, s, err);
+        slo = V::add(V::add(err, H.lo), L.lo);
     }
     // s = 2^e m, e as a double from the exponent field
     const vd magic = splat_bits<V>(0x4330000000000000);

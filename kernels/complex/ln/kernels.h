@@ -15,11 +15,15 @@
 //   the small terms up.
 //
 // A block runs one path where all its lanes agree. The angle in HA is
-// atan(|y|/|x|) on five intervals of the quotient, one division as a pair
-// and atan v = v + v^3 A(v^2); LA and EP take atan(l/h) from one
-// polynomial and fold by pi/2. Then pi - a for negative x, and the sign of
-// y. LA and EP carry shorter polynomials (fits of the same forms) and EP
-// ln 2 in one part and s in one.
+// atan(|y|/|x|) on five intervals of the quotient, each lane's constants
+// one row of a table, the quotient in two parts from one reciprocal, and
+// atan v = v + v^3 A(v^2); pi - a for negative x comes from rows of pi less
+// the interval's constant. LA and EP take atan(l/h) from one polynomial,
+// fold by pi/2 and then take pi - a for negative x. The sign of y goes on
+// last. LA and EP carry shorter polynomials (fits of the same forms) and EP
+// ln 2 in one part and s in one. HA's squares in the far path are cut by
+// masks and its polynomials run as two chains; it runs on twins like LA
+// and EP.
 #pragma once
 
 #include "kernels/common/double_word.h"

@@ -1,7 +1,6 @@
 // Twins (kernels/common/twin.h) for the complex vector kernels: ZPerTwin<F>
-// runs a family's lanes<V> on twins where a block holds whole twins and
-// F::twins<V>() allows (a body whose two chains would not fit the
-// registers runs better alone), and on single vectors otherwise.
+// runs a family's lanes<V> on twins where a block holds whole twins, and on
+// single vectors otherwise.
 #pragma once
 
 #include <cstdint>
@@ -22,19 +21,13 @@ ZVL_TWIN_INLINE inline TwinOf<T> rsqrt_seed(TwinOf<T> x) {
     return {rsqrt_seed(x.a), rsqrt_seed(x.b)};
 }
 
-// Whether F allows twins of V: F::twins<V>() where F has it, else yes.
-template <class F, class V, class = void>
-struct TwinsAllowed : std::true_type {};
-template <class F, class V>
-struct TwinsAllowed<F, V, std::enable_if_t<!F::template twins<V>()>> : std::false_type {};
-
 // ZPerVector (loops/zblock.h) on twins where they fit the block.
 template <class F>
 struct ZPerTwin {
     using form = forms::ZBlock;
     template <class V, int W>
     static uint32_t block(const double* x, const double* y, double* re, double* im) {
-        constexpr bool twins = W % (2 * V::lanes) == 0 && TwinsAllowed<F, V>::value;
+        constexpr bool twins = W % (2 * V::lanes) == 0;
         return ZPerVector<F>::template block<std::conditional_t<twins, Twin<V>, V>, W>(x, y, re, im);
     }
     static void element(ZVLComplex16* r, const ZVLComplex16* z) { F::scalar(r, z); }

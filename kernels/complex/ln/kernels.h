@@ -15,11 +15,15 @@
 //   the small terms up.
 //
 // A block runs one path where all its lanes agree. The angle in HA is
-// atan(|y|/|x|) on five intervals of the quotient, one division as a pair
-// and atan v = v + v^3 A(v^2); LA and EP take atan(l/h) from one
-// polynomial and fold by pi/2. Then pi - a for negative x, and the sign of
-// y. LA and EP carry shorter polynomials (fits of the same forms) and EP
-// ln 2 in one part and s in one.
+// atan(|y|/|x|) on five intervals of the quotient, each lane's constants
+// one row of a table, the quotient in two parts from one reciprocal, and
+// atan v = v + v^3 A(v^2); pi - a for negative x comes from rows of pi less
+// the interval's constant. LA and EP take atan(l/h) from one polynomial,
+// fold by pi/2 and then take pi - a for negative x. The sign of y goes on
+// last. LA and EP carry shorter polynomials (fits of the same forms) and EP
+// ln 2 in one part and s in one. HA's squares in the far path are cut by
+// masks and its polynomials run as two chains; it runs on twins like LA
+// and EP.
 #pragma once
 
 #include "kernels/common/double_word.h"
@@ -69,6 +73,19 @@ __attribute__((always_inline)) inline typename V::vd horner(const double (&c)[N]
     return p;
 }
 
+// The same sum as two chains, the even and the odd powers, in v^2: half
+// the dependent latency of one.
+template <class V, int N>
+__attribute__((always_inline)) inline typename V::vd horner_pair(const double (&c)[N], typename V::vd v) {
+    using vd = typename V::vd;
+    const vd v2 = V::mul(v, v);
+    constexpr int top_even = (N - 1) / 2 * 2, top_odd = N % 2 == 0 ? N - 1 : N - 2;
+    vd e = V::splat(c[top_even]), o = V::splat(c[top_odd]);
+    for (int i = top_even - 2; i >= 0; i -= 2) e = V::add(V::splat(c[i]), V::mul(v2, e));
+    for (int i = top_odd - 2; i >= 1; i -= 2) o = V::add(V::splat(c[i]), V::mul(v2, o));
+    return V::add(e, V::mul(v, o));
+}
+
 // s + e = a + b exactly, as a pair.
 template <class V>
 __attribute__((always_inline)) inline Parts<V> sum_pair(typename V::vd a, typename V::vd b) {
@@ -94,7 +111,7 @@ __attribute__((always_inline)) inline typename V::vd near_unit(typename V::vd h,
     const vd t = V::add(s.hi, lo), tl = V::sub(lo, V::sub(t, s.hi));
     vd q;
     if constexpr (M == kHA)
-        q = horner<V>(kQ_HA, t);
+        q = horner_pair<V>(kQ_HA, t);
     else if constexpr (M == kLA)
         q = horner<V>(kPolysLA.Q, t);
     else
@@ -112,11 +129,17 @@ __attribute__((always_inline)) inline typename V::vd far(typename V::vd h, typen
         slo = V::splat(0.0);
     } else {
         Parts<V> H, L;
-        two_product<V>(h, h, H.hi, H.lo);
-        two_product<V>(l, l, L.hi, L.lo);
-        const Parts<V> sum = sum_pair<V>(H.hi, L.hi);
-        s = sum.hi;
-        slo = V::add(V::add(sum.lo, H.lo), L.lo);
+        if constexpr (M == kHA) {
+            two_square_cut<V>(h, H.hi, H.lo);
+            two_square_cut<V>(l, L.hi, L.lo);
+        } else {
+            two_product<V>(h, h, H.hi, H.lo);
+            two_product<V>(l, l, L.hi, L.lo);
+        }
+        // h >= l: the fast sum's error is exact, the same as two_sum's
+        vd err;
+        fast_two_sum<V>(H.hi, L.hi, s, err);
+        slo = V::add(V::add(err, H.lo), L.lo);
     }
     // s = 2^e m, e as a double from the exponent field
     const vd magic = splat_bits<V>(0x4330000000000000);
@@ -131,7 +154,7 @@ __attribute__((always_inline)) inline typename V::vd far(typename V::vd h, typen
     const Parts<V> r = sum_pair<V>(V::sub(V::mul(R, mh), V::splat(1.0)), V::mul(R, V::sub(m, mh)));
     vd p;
     if constexpr (M == kHA)
-        p = horner<V>(kP_HA, r.hi);
+        p = horner_pair<V>(kP_HA, r.hi);
     else if constexpr (M == kLA)
         p = horner<V>(kPolysLA.P, r.hi);
     else
@@ -150,38 +173,68 @@ __attribute__((always_inline)) inline typename V::vd far(typename V::vd h, typen
     return V::mul(V::splat(0.5), V::add(big, V::add(r.hi, small)));
 }
 
-// atan(ay/ax) for positive ax, ay, as a pair.
+// The angle's rows of four: num = p ay - q ax and den = p ax + q ay give
+// the reduced argument v = num/den, and the pair c the value it goes with:
+// atan(ay/ax) = c + atan(v) on rows 0 to 4, the intervals of ay/ax from 0
+// up (c = 0, atan(1/2), atan(1), atan(3/2), pi/2), and on rows 8 to 12,
+// for a negative x, pi - atan(ay/ax) = c - atan(v) with c = pi less those.
+alignas(32) constexpr double kAngleRows[13][4] = {
+    {1.0, 0.0, 0.0, 0.0},
+    {2.0, 1.0, 0x1.dac670561bb4fp-2, 0x1.a2b7f222f65e2p-56},
+    {1.0, 1.0, 0x1.921fb54442d18p-1, 0x1.1a62633145c07p-55},
+    {2.0, 3.0, 0x1.f730bd281f69bp-1, 0x1.007887af0cbbdp-56},
+    {0.0, 1.0, 0x1.921fb54442d18p+0, 0x1.1a62633145c07p-54},
+    {}, {}, {},
+    {1.0, 0.0, 0x1.921fb54442d18p+1, 0x1.1a62633145c07p-53},
+    {2.0, 1.0, 0x1.56c6e7397f5aep+1, 0x1.660b64ece6f4bp-53},
+    {1.0, 1.0, 0x1.2d97c7f3321d2p+1, 0x1.a79394c9e8a0ap-54},
+    {2.0, 3.0, 0x1.145385fa3af71p+1, 0x1.fa53523b6428fp-53},
+    {0.0, 1.0, 0x1.921fb54442d18p+0, 0x1.1a62633145c07p-54},
+};
+
+// |arg z| for z = x + iy with ax = |x|, ay = |y| positive and neg the lanes
+// of negative x. The interval is found by comparing ay with the edges
+// times ax, the row comes by one load per lane, and the quotient is taken
+// in two parts from one reciprocal of the denominator: v_hi, 26 bits, times
+// den's upper half is exact, and so is the remainder that gives v_lo, but
+// for products 2^-26 below it. The numerator p ay - q ax is exact but for
+// the rounding of 3 ax, whose error joins the remainder; for a negative x
+// both change sign, and v with them.
 template <class V>
-__attribute__((always_inline)) inline Parts<V> angle_ha(typename V::vd ax, typename V::vd ay) {
+__attribute__((always_inline)) inline typename V::vd angle_ha(typename V::vd ax, typename V::vd ay, typename V::vd neg) {
     using vd = typename V::vd;
-    const vd ay16 = V::mul(ay, V::splat(16.0));
-    const vd i2 = V::le(V::mul(ax, V::splat(7.0)), ay16), i3 = V::le(V::mul(ax, V::splat(11.0)), ay16),
-             i4 = V::le(V::mul(ax, V::splat(19.0)), ay16), i5 = V::le(V::mul(ax, V::splat(39.0)), ay16);
-    const vd ax2 = V::add(ax, ax), ay2 = V::add(ay, ay);
-    const Parts<V> ax3 = sum_pair<V>(ax2, ax);
-    vd num = ay, nlo = V::splat(0.0), den = ax, chi = V::splat(0.0), clo = V::splat(0.0);
-    auto pick = [&](vd m, vd n, vd nl, vd d, uint64_t h, uint64_t l) {
-        num = V::select(m, n, num);
-        nlo = V::select(m, nl, nlo);
-        den = V::select(m, d, den);
-        chi = V::select(m, splat_bits<V>(h), chi);
-        clo = V::select(m, splat_bits<V>(l), clo);
-    };
-    const vd zero = V::splat(0.0);
-    pick(i2, V::sub(ay2, ax), zero, V::add(ax2, ay), 0x3fddac670561bb4f, 0x3c7a2b7f222f65e2);
-    pick(i3, V::sub(ay, ax), zero, V::add(ay, ax), 0x3fe921fb54442d18, 0x3c81a62633145c07);
-    pick(i4, V::sub(ay2, ax3.hi), V::sub(zero, ax3.lo), V::add(ax2, V::mul(V::splat(3.0), ay)),
-         0x3fef730bd281f69b, 0x3c7007887af0cbbd);
-    pick(i5, V::sub(zero, ax), zero, ay, 0x3ff921fb54442d18, 0x3c91a62633145c07);
-    const vd v = V::div(num, den);
-    Parts<V> p;
-    two_product<V>(v, den, p.hi, p.lo);
-    const vd vlo = V::div(V::add(V::sub(V::sub(num, p.hi), p.lo), nlo), den);
-    const vd w = V::mul(v, v);
-    const vd poly = V::mul(V::mul(v, w), horner<V>(kA_HA, w));
-    const vd hi = V::add(chi, v);
-    const vd lo = V::add(V::sub(v, V::sub(hi, chi)), V::add(clo, V::add(vlo, poly)));
-    return {hi, lo};
+    // the masks are nested: their codes' xor is 2r for the row r, 0 to 4,
+    // and a negative x adds 8 to r
+    const vd code =
+        V::xor_(V::xor_(V::and_(V::le(V::mul(ax, V::splat(0.4375)), ay), splat_bits<V>(2)),
+                        V::and_(V::le(V::mul(ax, V::splat(0.6875)), ay), splat_bits<V>(6))),
+                V::xor_(V::xor_(V::and_(V::le(V::mul(ax, V::splat(1.1875)), ay), splat_bits<V>(2)),
+                                V::and_(V::le(V::mul(ax, V::splat(2.4375)), ay), splat_bits<V>(14))),
+                        V::and_(neg, splat_bits<V>(16))));
+    uint32_t j[V::lanes];
+    V::low_words(code, j);
+    vd p, q, chi, clo;
+    V::gather_pairs(&kAngleRows[0][0], j, p, q);
+    V::gather_pairs(&kAngleRows[0][2], j, chi, clo);
+    // q ax rounded and its error exactly: q times ax's upper half is exact
+    // and within a factor 2 of q ax, and the error is a double
+    const Parts<V> x = split<V, 26>(ax);
+    const vd qx = V::mul(q, ax);
+    const vd sign = V::and_(neg, splat_bits<V>(Fp64::sign_mask));
+    const vd qx_err = V::xor_(V::add(V::sub(V::mul(q, x.hi), qx), V::mul(q, x.lo)), sign);
+    const vd num = V::xor_(V::sub(V::mul(p, ay), qx), sign);
+    const vd den = V::add(V::mul(p, ax), V::mul(q, ay));
+    const vd R = V::div(V::splat(1.0), den);
+    const vd v0 = V::mul(num, R);
+    const vd v_hi = upper_half<V>(v0);
+    const Parts<V> d = split<V, 26>(den);
+    const vd rest = V::sub(V::sub(V::sub(num, V::mul(v_hi, d.hi)), V::mul(v_hi, d.lo)), qx_err);
+    const vd v_lo = V::mul(rest, R);
+    const vd w = V::mul(v0, v0);
+    const vd poly = V::mul(V::mul(v0, w), horner_pair<V>(kA_HA, w));
+    // |c| > |v| unless c is 0
+    const vd hi = V::add(chi, v_hi);
+    return V::add(hi, V::add(V::sub(v_hi, V::sub(hi, chi)), V::add(clo, V::add(v_lo, poly))));
 }
 
 // One vector of lanes: the parts of the results and the refused lanes' bits.
@@ -210,26 +263,24 @@ __attribute__((always_inline)) inline int lanes(typename V::vd x, typename V::vd
     else  // the near path on its own lanes alone: t^2 of a far lane could overflow
         re = V::select(near, near_unit<V, M>(V::select(near, h, one), V::and_(near, l)), far<V, M>(h, l));
 
-    vd a, alo;
+    vd angle;
     if constexpr (M == kHA) {
-        const Parts<V> p = angle_ha<V>(ax, ay);
-        a = p.hi;
-        alo = p.lo;
+        angle = angle_ha<V>(ax, ay, V::lt(x, V::splat(0.0)));
     } else {
         const vd v = V::div(l, h);
         const vd w = V::mul(v, v);
         const vd poly = M == kLA ? horner<V>(kPolysLA.A, w) : horner<V>(kPolysEP.A, w);
         const vd t = V::mul(v, poly);
         const vd up = V::sub(splat_bits<V>(0x3ff921fb54442d18), t);
-        a = V::select(big, t, up);
-        alo = V::select(big, V::splat(0.0), splat_bits<V>(0x3c91a62633145c07));
+        const vd a = V::select(big, t, up);
+        const vd alo = V::select(big, V::splat(0.0), splat_bits<V>(0x3c91a62633145c07));
+        // pi - a for a negative x
+        const vd neg = V::lt(x, V::splat(0.0));
+        const vd pih = splat_bits<V>(0x400921fb54442d18);
+        const vd fh = V::sub(pih, a);
+        const vd flo = V::add(V::sub(V::sub(pih, fh), a), V::sub(splat_bits<V>(0x3ca1a62633145c07), alo));
+        angle = V::select(neg, V::add(fh, flo), V::add(a, alo));
     }
-    // pi - a for a negative x
-    const vd neg = V::lt(x, V::splat(0.0));
-    const vd pih = splat_bits<V>(0x400921fb54442d18);
-    const vd fh = V::sub(pih, a);
-    const vd flo = V::add(V::sub(V::sub(pih, fh), a), V::sub(splat_bits<V>(0x3ca1a62633145c07), alo));
-    const vd angle = V::select(neg, V::add(fh, flo), V::add(a, alo));
     im = V::or_(angle, sign_of<V>(y));
     return refused;
 }
@@ -238,11 +289,6 @@ __attribute__((always_inline)) inline int lanes(typename V::vd x, typename V::vd
 
 template <int M>
 struct ZLnLanes {
-    // HA at cpu type 5 alone: two of its chains spill the 16 registers
-    template <class V>
-    static constexpr bool twins() {
-        return M != zln::kHA || V::lanes < 4;
-    }
     template <class V>
     __attribute__((always_inline)) static int lanes(typename V::vd x, typename V::vd y, typename V::vd& re,
                                                     typename V::vd& im) {

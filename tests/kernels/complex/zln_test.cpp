@@ -6,6 +6,7 @@
 
 #include <cfenv>
 #include <cmath>
+#include <cstdint>
 #include <vector>
 
 #include "base/cpu_type.h"
@@ -137,6 +138,44 @@ TEST(ZLn, BandAndNearUnit) {
     });
 }
 #endif
+
+// The angle across the intervals of |y|/|x| that the vector kernels reduce
+// by (edges 7/16, 11/16, 19/16 and 39/16, centres 1/2, 1 and 3/2), and at
+// ratios just beside them, with x of a full significand so that every
+// product in the reduction has low bits to lose: within a part's budget
+// of the extended atan2 in every mode (EP: 2^-26 of |ln z|).
+TEST(ZLn, AngleOnEveryInterval) {
+    const double ratios[] = {1e-9, 0.1, 0.3, 0.4375, 0.45, 0.5, 0.6, 0.6875, 0.8, 1.0, 1.1, 1.1875,
+                             1.3,  1.5, 2.0, 2.4375, 2.5, 4.0, 30.0, 1e9};
+    std::vector<Z> a;
+    uint64_t state = 12345;
+    for (const double q : ratios)
+        for (const double step : {-0x1p-40, -0x1p-12, 0.0, 0x1p-30, 0x1p-8})
+            for (int i = 0; i < 12; ++i) {
+                state = state * 6364136223846793005u + 1442695040888963407u;
+                const double x = std::ldexp(1.0 + static_cast<double>(state >> 11) * 0x1p-53, i % 5 - 2);
+                const double y = x * q * (1.0 + step);
+                a.push_back(Z{i % 2 ? -x : x, i % 3 ? y : -y});
+            }
+    const int n = static_cast<int>(a.size());
+    for (int cpu = 0; cpu < kCpuTypes; ++cpu) {
+        if (!cpu_runs(cpu)) continue;
+        for (int col = 0; col < 3; ++col) {
+            std::vector<Z> r(n);
+            zvl::kernels_VZLN.k[cpu][col](n, a.data(), r.data());
+            for (int i = 0; i < n; ++i) {
+                const long double x = a[i].real, y = a[i].imag, im = std::atan2(y, x);
+                const double w = static_cast<double>(im);
+                const long double err = std::fabs(r[i].imag - im);
+                const long double bound = col == zvl::kEP ? 0x1p-26L * std::hypot(0.5L * std::log(x * x + y * y), im)
+                                                          : (col == zvl::kHA ? 1.0L : 4.0L) *
+                                                                std::fabs(std::nextafter(w, kInf) - w);
+                EXPECT_LE(err, bound) << "atan2(" << a[i].imag << ", " << a[i].real << ") at cpu " << cpu
+                                      << " column " << col;
+            }
+        }
+    }
+}
 
 // A NaN, an infinity or a zero anywhere in a block leaves the other lanes
 // as they are without it.

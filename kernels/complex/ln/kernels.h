@@ -33,6 +33,7 @@
 #include "kernels/complex/ln/scalar.h"
 #include "kernels/complex/thin.h"
 #include "kernels/complex/twin.h"
+#include "kernels/trig/estimates.h"
 
 namespace {
 
@@ -177,7 +178,9 @@ __attribute__((always_inline)) inline typename V::vd far(typename V::vd h, typen
 // the reduced argument v = num/den, and the pair c the value it goes with:
 // atan(ay/ax) = c + atan(v) on rows 0 to 4, the intervals of ay/ax from 0
 // up (c = 0, atan(1/2), atan(1), atan(3/2), pi/2), and on rows 8 to 12,
-// for a negative x, pi - atan(ay/ax) = c - atan(v) with c = pi less those.
+// for a negative x, pi - atan(ay/ax) = c - atan(v) with c = pi less those,
+// pi as the two words pi - a takes in every mode (0x400921fb54442d18 and
+// 0x3ca1a64000000000), the pair the exact difference rounded.
 alignas(32) constexpr double kAngleRows[13][4] = {
     {1.0, 0.0, 0.0, 0.0},
     {2.0, 1.0, 0x1.dac670561bb4fp-2, 0x1.a2b7f222f65e2p-56},
@@ -185,17 +188,18 @@ alignas(32) constexpr double kAngleRows[13][4] = {
     {2.0, 3.0, 0x1.f730bd281f69bp-1, 0x1.007887af0cbbdp-56},
     {0.0, 1.0, 0x1.921fb54442d18p+0, 0x1.1a62633145c07p-54},
     {}, {}, {},
-    {1.0, 0.0, 0x1.921fb54442d18p+1, 0x1.1a62633145c07p-53},
-    {2.0, 1.0, 0x1.56c6e7397f5aep+1, 0x1.660b64ece6f4bp-53},
-    {1.0, 1.0, 0x1.2d97c7f3321d2p+1, 0x1.a79394c9e8a0ap-54},
-    {2.0, 3.0, 0x1.145385fa3af71p+1, 0x1.fa53523b6428fp-53},
-    {0.0, 1.0, 0x1.921fb54442d18p+0, 0x1.1a62633145c07p-54},
+    {1.0, 0.0, 0x1.921fb54442d18p+1, 0x1.1a64000000000p-53},
+    {2.0, 1.0, 0x1.56c6e7397f5aep+1, 0x1.660d01bba1344p-53},
+    {1.0, 1.0, 0x1.2d97c7f3321d2p+1, 0x1.a796ce675d1fcp-54},
+    {2.0, 3.0, 0x1.145385fa3af71p+1, 0x1.fa54ef0a1e688p-53},
+    {0.0, 1.0, 0x1.921fb54442d18p+0, 0x1.1a659cceba3f9p-54},
 };
 
 // |arg z| for z = x + iy with ax = |x|, ay = |y| positive and neg the lanes
 // of negative x. The interval is found by comparing ay with the edges
 // times ax, the row comes by one load per lane, and the quotient is taken
-// in two parts from one reciprocal of the denominator: v_hi, 26 bits, times
+// in two parts from one reciprocal of the denominator, the processor's
+// single-precision estimate polished in double: v_hi, 26 bits, times
 // den's upper half is exact, and so is the remainder that gives v_lo, but
 // for products 2^-26 below it. The numerator p ay - q ax is exact but for
 // the rounding of 3 ax, whose error joins the remainder; for a negative x
@@ -224,14 +228,16 @@ __attribute__((always_inline)) inline typename V::vd angle_ha(typename V::vd ax,
     const vd qx_err = V::xor_(V::add(V::sub(V::mul(q, x.hi), qx), V::mul(q, x.lo)), sign);
     const vd num = V::xor_(V::sub(V::mul(p, ay), qx), sign);
     const vd den = V::add(V::mul(p, ax), V::mul(q, ay));
-    const vd R = V::div(V::splat(1.0), den);
-    const vd v0 = V::mul(num, R);
-    const vd v_hi = upper_half<V>(v0);
+    // 1/den from the single-precision estimate polished to 2^-34: v_hi is
+    // within 2^-25 of the quotient, v_lo within 2^-60 of it
+    const vd R = recip_refined<V, 2>(den);
+    const vd v_hi = upper_half<V>(V::mul(num, R));
     const Parts<V> d = split<V, 26>(den);
     const vd rest = V::sub(V::sub(V::sub(num, V::mul(v_hi, d.hi)), V::mul(v_hi, d.lo)), qx_err);
     const vd v_lo = V::mul(rest, R);
-    const vd w = V::mul(v0, v0);
-    const vd poly = V::mul(V::mul(v0, w), horner_pair<V>(kA_HA, w));
+    const vd v = V::add(v_hi, v_lo);
+    const vd w = V::mul(v, v);
+    const vd poly = V::mul(V::mul(v, w), horner_pair<V>(kA_HA, w));
     // |c| > |v| unless c is 0
     const vd hi = V::add(chi, v_hi);
     return V::add(hi, V::add(V::sub(v_hi, V::sub(hi, chi)), V::add(clo, V::add(v_lo, poly))));
@@ -278,7 +284,7 @@ __attribute__((always_inline)) inline int lanes(typename V::vd x, typename V::vd
         const vd neg = V::lt(x, V::splat(0.0));
         const vd pih = splat_bits<V>(0x400921fb54442d18);
         const vd fh = V::sub(pih, a);
-        const vd flo = V::add(V::sub(V::sub(pih, fh), a), V::sub(splat_bits<V>(0x3ca1a62633145c07), alo));
+        const vd flo = V::add(V::sub(V::sub(pih, fh), a), V::sub(splat_bits<V>(0x3ca1a64000000000), alo));
         angle = V::select(neg, V::add(fh, flo), V::add(a, alo));
     }
     im = V::or_(angle, sign_of<V>(y));

@@ -12,10 +12,20 @@
 namespace zvl {
 namespace {
 
-constexpr double from_bits(uint64_t b) { return __builtin_bit_cast(double, b); }
-constexpr uint64_t bits(double x) { return __builtin_bit_cast(uint64_t, x); }
-constexpr uint32_t high_word(double x) { return static_cast<uint32_t>(bits(x) >> 32); }
-constexpr uint32_t low_word(double x) { return static_cast<uint32_t>(bits(x)); }
+// In a unit compiled for AVX they take no AVX of their own, so that code
+// kept to legacy SSE there (the complex support set) inlines them as the
+// rest of the unit does: the compiler inlines a callee only where its
+// instruction set is within the caller's.
+#if defined(__AVX__) && !defined(__clang__)
+#define ZVL_ANY_ISA __attribute__((target("no-avx")))
+#else
+#define ZVL_ANY_ISA
+#endif
+
+ZVL_ANY_ISA constexpr double from_bits(uint64_t b) { return __builtin_bit_cast(double, b); }
+ZVL_ANY_ISA constexpr uint64_t bits(double x) { return __builtin_bit_cast(uint64_t, x); }
+ZVL_ANY_ISA constexpr uint32_t high_word(double x) { return static_cast<uint32_t>(bits(x) >> 32); }
+ZVL_ANY_ISA constexpr uint32_t low_word(double x) { return static_cast<uint32_t>(bits(x)); }
 
 struct Fp64 {
     static constexpr uint64_t sign_mask = 0x8000000000000000;

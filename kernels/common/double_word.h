@@ -39,6 +39,13 @@ inline typename V::vd upper_half(typename V::vd x) {
     return split<V, 26>(x).hi;
 }
 
+// 2^-e for x = 2^e m normal (m in [1, 2)), from x's exponent field: the
+// factor that takes a low part beside x to the scale x's significand has.
+template <class V>
+inline typename V::vd exponent_scale(typename V::vd x) {
+    return V::sub_i64(splat_bits<V>(0x7fe0000000000000), V::and_(x, splat_bits<V>(Fp64::exp_mask)));
+}
+
 // Fast two-sum: s + e == a + b exactly, given that a is zero or its
 // exponent is at least b's.
 template <class V>

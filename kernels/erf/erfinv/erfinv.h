@@ -50,8 +50,6 @@ struct ErfInvConstants {
     static constexpr uint64_t frac_sixteenth = 0x0000ffffffffffff;
     static constexpr double centre_quarter = 1.125;
     static constexpr double centre_sixteenth = 1.03125;
-    // 0x7fe0000000000000 less t's exponent field is 2^-E for t in [2^E, 2^(E+1))
-    static constexpr uint64_t m_base = 0x7fe0000000000000;
 };
 
 // The main path's lanes as a full mask: |x| in [2^-53, 1) (a NaN fails).
@@ -129,8 +127,7 @@ struct ErfInvHA : ErfInvLanes {
         // r = r0 + m ((1 - t) - ax): (1 - t) - ax is exactly what rounding
         // dropped from t, and m = 2^-E scales it as t is scaled into r
         const vd r0 = reduced<V>(t, C::frac_quarter, C::centre_quarter);
-        const vd m =
-            V::sub_i64(splat_bits<V>(C::m_base), V::and_(t, splat_bits<V>(Fp64::exp_mask)));
+        const vd m = exponent_scale<V>(t);
         const vd r = V::add(r0, V::mul(m, V::sub(V::sub(V::splat(1.0), t), ax)));
         // the split comes from r0; r - rh carries the rest with the correction
         const vd rh = upper_half<V>(r0);

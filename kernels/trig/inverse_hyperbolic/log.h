@@ -69,12 +69,6 @@ inline LogParts<V> log_parts(typename V::vd v, typename V::vd e_add) {
     return p;
 }
 
-// 2^-e for v = 2^e m, from v's exponent field: v_lo times it is scaled as m.
-template <class V>
-inline typename V::vd exponent_scale(typename V::vd v) {
-    return V::sub_i64(splat_bits<V>(uint64_t{2046} << 52), V::and_(v, splat_bits<V>(Fp64::exp_mask)));
-}
-
 // log(v + v_lo) for v >= 1 and |v_lo| <= 2^-23 v (without Low, v_lo is not
 // read), and e_add added to v's exponent (log(2^e_add v)).
 template <class V, bool Low = false>

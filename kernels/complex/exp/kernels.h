@@ -33,14 +33,17 @@ constexpr uint64_t kShift = 0x4338000000000000;  // 3 * 2^51
 constexpr uint64_t kHigh26 = keep_bits(26);
 
 // sin(j pi/32 + r + c) times 2^100, split into a high part of 26 bits and
-// the rest; idx holds 4 j for each lane.
+// the rest; idx holds 2 j for each lane. A row's four words are two
+// 16-byte pairs, A S and L D: two pair fetches a lane, not four single
+// ones.
 template <class V>
 inline Parts<V> sine(const uint32_t* idx, typename V::vd r, typename V::vd c, typename V::vd sp,
                      typename V::vd cp) {
     using vd = typename V::vd;
     const double* t = &zvl::sincos_table[0][0];
-    const vd A = V::gather(t, idx), S = V::gather(t + 1, idx), L = V::gather(t + 2, idx),
-             D = V::gather(t + 3, idx);
+    vd A, S, L, D;
+    V::gather_pairs(t, idx, A, S);
+    V::gather_pairs(t + 2, idx, L, D);
     const vd AD = V::add(A, D);
     vd s1, e1, head, e2;
     two_sum<V>(S, V::mul(D, r), s1, e1);
@@ -117,8 +120,8 @@ __attribute__((always_inline)) inline int lanes(typename V::vd x, typename V::vd
     uint32_t ks[V::lanes], kc[V::lanes];
     V::low_words(tk, ks);
     for (int i = 0; i < V::lanes; ++i) {
-        kc[i] = 4 * ((ks[i] + 16) & 63);
-        ks[i] = 4 * (ks[i] & 63);
+        kc[i] = 2 * ((ks[i] + 16) & 63);
+        ks[i] = 2 * (ks[i] & 63);
     }
     const Parts<V> s = sine<V>(ks, ra, c, sp, cp);
     const Parts<V> co = sine<V>(kc, ra, c, sp, cp);

@@ -16,16 +16,17 @@
 //          most 1/2 everywhere): y, the reciprocal square root estimate
 //          refined by the binomial series of (1 - e)^(-1/2), e = 1 - z y0^2,
 //          to e^2, s_hi = z y rounded to 26 bits and s_lo from the exact
-//          residual z - s_hi^2; where a <= 1/2 s is x or a whole. s^3 = s z
+//          residual z - s_hi^2; where a <= 1/2 s is x or a whole. s_lo
+//          joins last, times m (1 + z P) (the root's path is the longest). s^3 = s z
 //          with s_hi times z's upper half exact, the cubic term's larger
 //          part s^3/8 exact, B in two parts, and B + m s_hi exact where a >
 //          1/2, so one fast two-sum with m s^3/8 ends the sum.
 //
 // Largest errors found against MPFR (1e6 random samples with the sweeps,
 // zvl-ulp, every cpu type):
-//   Asin  LA and EP 2.265 ulp, HA 0.564 ulp
+//   Asin  LA and EP 2.265 ulp, HA 0.562 ulp
 //   Acos  LA and EP 3.225 ulp (its polynomial alone is off by 2^-51.84
-//         relative), HA 0.539 ulp
+//         relative), HA 0.538 ulp
 //
 // Lanes with |x| >= 1 or NaN (|x| not below 1) go to the fix-up:
 // +-1 exactly, NaN quiet, and |x| > 1 the default NaN with
@@ -100,70 +101,121 @@ struct AsinAcosLA : PerTwin<AsinAcosLA<Poly, Acos>>, AsinAcosFixup<Acos> {
     }
 };
 
+// A constant of the HA body from its row in memory (see data.h).
+template <class V>
+inline typename V::vd ha_const(const zvl::Quad& q) {
+    // an aligned vector read, which the arithmetic takes as its operand
+    if constexpr (IsTwin<V>::value) {
+        const typename V::inner::vd h = *reinterpret_cast<const typename V::inner::vd*>(q.v);
+        return {h, h};
+    } else {
+        return *reinterpret_cast<const typename V::vd*>(q.v);
+    }
+}
+template <class V>
+inline typename V::vd ha_const(zvl::AsinHAConst k) {
+    return ha_const<V>(zvl::asin_ha_const[k]);
+}
+
+// The HA polynomial's first N coefficients as horner2 takes them, two
+// chains in w = z^2 (the same operations), the coefficients from memory.
+template <class V, size_t N>
+inline typename V::vd ha_poly(typename V::vd z, typename V::vd w) {
+    static_assert(N >= 2 && N < 16, "two chains");
+    using vd = typename V::vd;
+    vd h0 = ha_const<V>(zvl::asin_ha_poly[0]), h1 = ha_const<V>(zvl::asin_ha_poly[1]);
+#pragma GCC unroll 16
+    for (size_t i = 2; i < N; ++i) {
+        if (i % 2 == 0)
+            h0 = V::mul_add(h0, w, ha_const<V>(zvl::asin_ha_poly[i]));
+        else
+            h1 = V::mul_add(h1, w, ha_const<V>(zvl::asin_ha_poly[i]));
+    }
+    return (N - 1) % 2 == 0 ? V::mul_add(h1, z, h0) : V::mul_add(h0, z, h1);
+}
+
 template <bool Acos>
 struct AsinAcosHA : PerTwin<AsinAcosHA<Acos>>, AsinAcosFixup<Acos> {
     template <class V>
     static typename V::vd eval(typename V::vd x) {
         using vd = typename V::vd;
         const vd a = abs_of<V>(x);
-        const vd big = V::lt(V::splat(0.5), a);
+        const vd big = V::lt(ha_const<V>(zvl::kHalf), a);
         const vd sign = splat_bits<V>(Fp64::sign_mask);
         // (1 - a)/2, exact; at most 1/2 where a <= 1/2, so the root below
         // runs on every lane in range and needs no select of its own.
-        const vd z_big = times_pow2<V, -1>(V::sub(V::splat(1.0), a));
+        const vd z_big = times_pow2<V, -1>(V::sub(ha_const<V>(zvl::kOne), a));
         const vd z = V::select(big, z_big, V::mul(x, x));
-        // sqrt(z_big) = root + root_lo, root of 26 bits (see sqrt_dw), to
-        // 2^-58: y within 2^-33, root within 2^-26 of the root.
-        vd root, root_lo;
-        sqrt_dw<V, true>(z_big, V::splat(0.0), rsqrt_refined<V, 2>(z_big), root, root_lo);
+        // sqrt(z_big) = root + root_lo to 2^-58. s0 = z y0 from the
+        // estimate y0 and the binomial series of e = 1 - z y0^2 to e^2 (e
+        // (1/2 + 3/8 e)) give the root s and the reciprocal y to 2^-33,
+        // each from its own start. root is s rounded to 26 bits (within
+        // 2^-26), d = z - root^2 exact, and with h = d y / 2 root_lo = h +
+        // h^2 y / 2 = d (y/2 + d y^3 / 8), where y0 serves for y in the
+        // second term (2^-53 of root).
+        const vd y0 = rsqrt_estimate(z_big);
+        const vd y0y0 = V::mul(y0, y0);
+        const vd s0 = V::mul(z_big, y0);
+        const vd e = V::sub(ha_const<V>(zvl::kOne), V::mul(z_big, y0y0));
+        const vd ec = V::mul(e, V::mul_add(e, ha_const<V>(zvl::kThreeEighths), ha_const<V>(zvl::kHalf)));
+        const vd y = V::add(y0, V::mul(y0, ec));
+        const vd root = upper_half<V>(V::add_i64(V::add(s0, V::mul(s0, ec)), splat_bits<V>(uint64_t{1} << 26)));
+        const vd d = V::sub(z_big, V::mul(root, root));
+        const vd y3_8 = V::mul(y0y0, V::mul(y0, ha_const<V>(zvl::kEighth)));
+        const vd root_lo = V::mul(d, V::add(times_pow2<V, -1>(y), V::mul(d, y3_8)));
         // The results are B + m asin(s), and every term of asin(s) is taken
-        // times m from here: s_hi = m s's upper part, s_lo its lower one.
-        // Where a > 1/2 m = -2 (Acos: 2 for x > 0, -2 below) and s the
-        // root, 2 root (root >= 2^-27) by its exponent; where a <= 1/2 s is
-        // x (Acos, m = -1) or a (m = 1) whole, and s_lo is 0.
-        vd s_hi, s_lo, B_hi, B_lo;
+        // times m from here: s_hi = m s's upper part. Where a > 1/2 m = -2
+        // (Acos: 2 for x > 0, -2 below) and s_hi 2 root (root >= 2^-27) by
+        // its exponent; where a <= 1/2 s is x (Acos, m = -1) or a (m = 1)
+        // whole.
+        vd s_hi, m, B_hi, B_lo;
         const vd root2 = times_pow2<V, 1>(root);
         if constexpr (Acos) {
             const vd sx = sign_of<V>(x);
             s_hi = V::select(big, V::xor_(root2, sx), V::xor_(x, sign));
-            s_lo = V::and_(big, V::mul(root_lo, V::xor_(V::splat(2.0), sx)));
+            m = V::xor_(ha_const<V>(zvl::kTwo), sx);
             // pi/2 where a <= 1/2, 0 for x > 1/2, pi for x < -1/2
             const vd x_neg = V::lt(x, V::splat(0.0));
-            B_hi = V::select(big, V::and_(x_neg, V::splat(Pi::hi)), V::splat(Pi::half_hi));
-            B_lo = V::select(big, V::and_(x_neg, V::splat(Pi::lo)), V::splat(Pi::half_lo));
+            B_hi = V::select(big, V::and_(x_neg, ha_const<V>(zvl::kPiHi)), ha_const<V>(zvl::kPiHalfHi));
+            B_lo = V::select(big, V::and_(x_neg, ha_const<V>(zvl::kPiLo)), ha_const<V>(zvl::kPiHalfLo));
         } else {
             s_hi = V::select(big, V::or_(root2, sign), a);
-            s_lo = V::and_(big, V::mul(root_lo, V::splat(-2.0)));
-            B_hi = V::and_(big, V::splat(Pi::half_hi));
-            B_lo = V::and_(big, V::splat(Pi::half_lo));
+            m = ha_const<V>(zvl::kMinusTwo);
+            B_hi = V::and_(big, ha_const<V>(zvl::kPiHalfHi));
+            B_lo = V::and_(big, ha_const<V>(zvl::kPiHalfLo));
         }
-        // s^3 = s z = T + T_lo: where a > 1/2 z is exact and s_hi times z's
-        // upper half too, the rest a 2^-25 of s^3. The cubic term c1 s^3, up
-        // to 3% of the result, has its larger part s^3/8 exact there; (c1 -
-        // 1/8) s^3 joins the higher terms, so every term above 2^-7 of the
-        // result is exact before the last sum (0.65 ulp without this).
-        // Where a <= 1/2 these parts are merely rounded: the cubic term is
-        // under 1/24 of a result that takes no factor 2 there.
+        // s^3 = s z = T + T_lo + root_lo m z: where a > 1/2 z is exact,
+        // and s_hi times z's upper half and its lower half are exact too.
+        // The cubic term c1 s^3, up to 3% of the result, has its larger part
+        // s^3/8 exact there; (c1 - 1/8) s^3 joins the higher terms, so
+        // every term above 2^-7 of the result is exact before the last sum
+        // (0.65 ulp without this). Where a <= 1/2 these parts are merely
+        // rounded: the cubic term is under 1/24 of a result that takes no
+        // factor 2 there.
         constexpr size_t n = sizeof zvl::AsinPolyHA::c / sizeof(double);
         constexpr double c1 = zvl::AsinPolyHA::c[n - 1];
-        constexpr double c1_hi = 0.125;
-        static_assert(c1 > 0.15625 && c1 < 0.1875, "c1 - c1_hi is exact and small");
+        static_assert(c1 > 0.15625 && c1 < 0.1875, "c1 - 1/8 is exact and small");
         const vd z_hi = upper_half<V>(z);
         const vd T = V::mul(s_hi, z_hi);
-        const vd T_lo = V::add(V::mul(s_hi, V::sub(z, z_hi)), V::mul(s_lo, z));
-        const vd C = V::mul(V::splat(c1_hi), T);
-        const vd Q2 = horner2<V, n - 1>(&zvl::AsinPolyHA::c[0], z, V::mul(z, z));
-        const vd rest = V::mul(V::add(T, T_lo), V::mul_add(z, Q2, V::splat(c1 - c1_hi)));
-        const vd low = V::add(s_lo, V::add(V::mul(V::splat(c1_hi), T_lo), rest));
+        const vd T_lo = V::mul(s_hi, V::sub(z, z_hi));
+        const vd C = V::mul(ha_const<V>(zvl::kEighth), T);
+        const vd Q2 = ha_poly<V, n - 1>(z, V::mul(z, z));
+        const vd P2 = V::mul_add(z, Q2, ha_const<V>(zvl::kC1Rest));
+        const vd rest = V::mul(V::add(T, T_lo), P2);
+        // root_lo's share, m root_lo (1 + z P), by a factor that is ready
+        // before root_lo is (0 where a <= 1/2)
+        const vd G = V::and_(big, V::mul(m, V::mul_add(z, V::add(P2, ha_const<V>(zvl::kEighth)), ha_const<V>(zvl::kOne))));
         // B + s_hi is exact where a > 1/2: s_hi's 26 bits from 2^-26 up and
         // B_hi are whole multiples of 2^-52 (pi's of 2^-51) and the sum lies
         // in [1/2, 4). Elsewhere (Acos, pi/2 - x) its error is kept. Then
-        // one fast two-sum with C, up to 3% of the result, and the rest.
-        vd D = V::add(B_hi, s_hi), tail = V::add(B_lo, low);
+        // one fast two-sum with C, up to 3% of the result, the rest, and
+        // root_lo's share last.
+        const vd D = V::add(B_hi, s_hi);
+        vd tail = V::add(B_lo, V::add(V::mul(ha_const<V>(zvl::kEighth), T_lo), rest));
         if constexpr (Acos) tail = V::add(tail, V::add(V::sub(B_hi, D), s_hi));
-        vd r, e;
-        fast_two_sum<V>(D, C, r, e);
-        r = V::add(r, V::add(e, tail));
+        vd r, e2;
+        fast_two_sum<V>(D, C, r, e2);
+        r = V::add(r, V::add(V::add(e2, tail), V::mul(root_lo, G)));
         return Acos ? r : V::or_(r, sign_of<V>(x));
     }
 };

@@ -26,6 +26,20 @@ struct AsinPolyHA {  // both HA, degree 25 (2^-58.46)
     };
 };
 
+// The HA body's constants, each four times over, defined in fixup.cpp: out
+// of the per-cpu units' sight, so that they take each constant as a memory
+// operand of its arithmetic rather than building the vector from one double
+// (a load and a shuffle under SSE2, a load of its own above it): 317
+// instructions for a block of four elements at cpu type 4 against 347. The
+// polynomial in AsinPolyHA's order, then the scalars of AsinHAConst.
+struct alignas(32) Quad {
+    double v[4];
+};
+enum AsinHAConst { kHalf, kOne, kThreeEighths, kEighth, kMinusTwo, kTwo, kPiHi, kPiLo, kPiHalfHi, kPiHalfLo,
+                   kC1Rest, kAsinHAConsts };
+extern const Quad asin_ha_poly[sizeof AsinPolyHA::c / sizeof(double)];
+extern const Quad asin_ha_const[kAsinHAConsts];
+
 // The fix-up, element by element in index order, for every mode:
 //   |x| = 1    Asin +-pi/2; Acos +0 at 1, pi at -1; no status
 //   NaN        x + x, no status

@@ -128,7 +128,8 @@ inline int reduce_octant(long double ax, Pair* r) {
     return static_cast<int>((2 * q.n) & 7);
 }
 
-// n and r = x - n pi/64 as a pair, |r| <= pi/128 or a little above, for
+// n and r = x - n pi/64 as a pair (its low part within about an ulp of the
+// high), |r| <= pi/128 or a little above, for
 // finite |x| >= 2^-32: below 2^17 directly, with pi/64 in four parts (|n|
 // below 2^22, the first three products exact); above, from the octant's
 // remainder of |x|, whose n/16 gives the octant, negated for a negative x.
@@ -140,11 +141,12 @@ inline int reduce_pio64(long double x, Pair* r) {
         const long double s = x - nf * Ext::pio64_4[0];  // exact
         const long double p1 = nf * Ext::pio64_4[1];     // exact, below 2^-24
         if (ext_abs(s) > ExtTrig::no_cancel) {
-            // s - p1 cancels no more than a bit: a fast two-sum is exact, and
-            // n times the third part (below 2^-66) joins the low part
+            // s - p1 cancels no more than a bit: a fast two-sum is exact;
+            // n times the third and fourth parts (below 2^-66) joins the low
+            // part, which is left unnormalised (within about an ulp of the
+            // high part): the polynomials start from the high part sooner
             const Pair h = fast_two_sum(s, -p1);
-            const long double lo = h.lo - (nf * Ext::pio64_4[2] + nf * Ext::pio64_4[3]);
-            *r = fast_two_sum(h.hi, lo);
+            *r = {h.hi, h.lo - (nf * Ext::pio64_4[2] + nf * Ext::pio64_4[3])};
         } else {
             *r = reduce_parts(x, nf, Ext::pio64_4);
         }
@@ -167,10 +169,10 @@ inline int reduce_pio64(long double x, Pair* r) {
 inline void sincos_finite(long double x, long double* s, long double* c) {
     Pair r;
     const int n = reduce_pio64(x, &r);
-    const long double z = r.hi * r.hi;
-    const long double sr = r.hi * z * horner(Ext::sin_small, z);
+    const long double z = r.hi * r.hi, z2 = z * z;
+    const long double sr = r.hi * z * estrin(Ext::sin_small, z, z2);
     // cos(rh + rl) - 1 = cos rh - 1 - rh rl, to 2^-120
-    const long double cr = z * horner(Ext::cos_small, z) - r.hi * r.lo;
+    const long double cr = z * estrin(Ext::cos_small, z, z2) - r.hi * r.lo;
     rotate(ExtTrig::table[n & 127], false, r.hi, r.lo, sr, cr, -1.0L, s, c);
 }
 

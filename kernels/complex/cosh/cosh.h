@@ -27,14 +27,25 @@
 
 namespace {
 
-// sinh x, cosh x, sin y, cos y for |x| below 2048, extended.
+// sinh x, cosh x, sin y, cos y for |x| below 2048, extended: the support
+// set's main paths inlined where the parts are in their ranges (the
+// ordinary arguments), its routines called otherwise; the same bits.
 struct HypTrig {
     long double sh, ch, s, c;
 };
 inline HypTrig hyp_trig(double x, double y) {
     HypTrig h;
-    ext_sinhcosh(x, &h.sh, &h.ch);
-    ext_sincos(y, &h.s, &h.c);
+    // 2^-33 <= |x| <= 25
+    const uint64_t ax = bits(x) & 0x7fffffffffffffffu;
+    if (ax >= 0x3de0000000000000u && ax <= 0x4039000000000000u)
+        sinhcosh_mid(x, &h.sh, &h.ch);
+    else
+        ext_sinhcosh(x, &h.sh, &h.ch);
+    // 2^-32 <= |y| < 2^17
+    if (efield(y) >= 0x3df && efield(y) < 0x410)
+        sincos_direct(y, &h.s, &h.c);
+    else
+        ext_sincos(y, &h.s, &h.c);
     return h;
 }
 

@@ -16,6 +16,11 @@
 
 #include "kernels/complex/ext/constants.h"
 
+// A routine of the set that its callers inline whatever its size: the
+// short main paths, which the complex routines take straight from their
+// double arguments.
+#define ZVL_EXT_INLINE __attribute__((always_inline)) inline
+
 namespace {
 
 // hi + lo, |lo| at most about an ulp of hi unless a routine says otherwise.

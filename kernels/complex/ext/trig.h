@@ -129,29 +129,32 @@ inline int reduce_octant(long double ax, Pair* r) {
 }
 
 // n and r = x - n pi/64 as a pair (its low part within about an ulp of the
-// high), |r| <= pi/128 or a little above, for
-// finite |x| >= 2^-32: below 2^17 directly, with pi/64 in four parts (|n|
-// below 2^22, the first three products exact); above, from the octant's
-// remainder of |x|, whose n/16 gives the octant, negated for a negative x.
+// high), |r| <= pi/128 or a little above, for 2^-32 <= |x| < 2^17, with
+// pi/64 in four parts (|n| below 2^22, the first three products exact).
+ZVL_EXT_INLINE int reduce_direct(long double x, Pair* r) {
+    const Rounded q = round_to_int(x * Ext::sixtyfour_over_pi);
+    const long double nf = q.value;
+    const long double s = x - nf * Ext::pio64_4[0];  // exact
+    const long double p1 = nf * Ext::pio64_4[1];     // exact, below 2^-24
+    if (ext_abs(s) > ExtTrig::no_cancel) {
+        // s - p1 cancels no more than a bit: a fast two-sum is exact;
+        // n times the third and fourth parts (below 2^-66) joins the low
+        // part, which is left unnormalised (within about an ulp of the
+        // high part): the polynomials start from the high part sooner
+        const Pair h = fast_two_sum(s, -p1);
+        *r = {h.hi, h.lo - (nf * Ext::pio64_4[2] + nf * Ext::pio64_4[3])};
+    } else {
+        *r = reduce_parts(x, nf, Ext::pio64_4);
+    }
+    return static_cast<int>(q.n);
+}
+
+// The same for finite |x| >= 2^-32: below 2^17 directly; above, from the
+// octant's remainder of |x|, whose n/16 gives the octant, negated for a
+// negative x.
 inline int reduce_pio64(long double x, Pair* r) {
     const long double ax = ext_abs(x);
-    if (ax < ExtTrig::direct_below) {
-        const Rounded q = round_to_int(x * Ext::sixtyfour_over_pi);
-        const long double nf = q.value;
-        const long double s = x - nf * Ext::pio64_4[0];  // exact
-        const long double p1 = nf * Ext::pio64_4[1];     // exact, below 2^-24
-        if (ext_abs(s) > ExtTrig::no_cancel) {
-            // s - p1 cancels no more than a bit: a fast two-sum is exact;
-            // n times the third and fourth parts (below 2^-66) joins the low
-            // part, which is left unnormalised (within about an ulp of the
-            // high part): the polynomials start from the high part sooner
-            const Pair h = fast_two_sum(s, -p1);
-            *r = {h.hi, h.lo - (nf * Ext::pio64_4[2] + nf * Ext::pio64_4[3])};
-        } else {
-            *r = reduce_parts(x, nf, Ext::pio64_4);
-        }
-        return static_cast<int>(q.n);
-    }
+    if (ax < ExtTrig::direct_below) return reduce_direct(x, r);
     Pair o;
     const int j = reduce_octant(ax, &o);
     // |m| <= 16: m times each part is exact, and o.hi - m pi/64 too
@@ -164,16 +167,31 @@ inline int reduce_pio64(long double x, Pair* r) {
     return neg ? -n : n;
 }
 
-// sin x and cos x for finite |x| >= 2^-32: sin and cos of n pi/64 + r from
-// the table's row n mod 128 by the addition theorem.
-inline void sincos_finite(long double x, long double* s, long double* c) {
-    Pair r;
-    const int n = reduce_pio64(x, &r);
+// sin and cos of n pi/64 + r from the table's row n mod 128 by the addition
+// theorem.
+ZVL_EXT_INLINE void sincos_reduced(int n, Pair r, long double* s, long double* c) {
     const long double z = r.hi * r.hi, z2 = z * z;
     const long double sr = r.hi * z * estrin(Ext::sin_small, z, z2);
     // cos(rh + rl) - 1 = cos rh - 1 - rh rl, to 2^-120
     const long double cr = z * estrin(Ext::cos_small, z, z2) - r.hi * r.lo;
     rotate(ExtTrig::table[n & 127], false, r.hi, r.lo, sr, cr, -1.0L, s, c);
+}
+
+// sin x and cos x for finite |x| >= 2^-32.
+inline void sincos_finite(long double x, long double* s, long double* c) {
+    Pair r;
+    const int n = reduce_pio64(x, &r);
+    sincos_reduced(n, r, s, c);
+}
+
+// ext_sincos for 2^-32 <= |x| < 2^17, the same bits, inlined into its
+// caller: the complex routines call it with a double argument, so that
+// neither the argument nor the results go through memory in the format's
+// ten bytes.
+ZVL_EXT_INLINE void sincos_direct(long double x, long double* s, long double* c) {
+    Pair r;
+    const int n = reduce_direct(x, &r);
+    sincos_reduced(n, r, s, c);
 }
 
 inline void ext_sincos(long double x, long double* s, long double* c) {

@@ -33,7 +33,7 @@ namespace {
 struct HypTrig {
     long double sh, ch, s, c;
 };
-inline HypTrig hyp_trig(double x, double y) {
+ZVL_EXT_INLINE HypTrig hyp_trig(double x, double y) {
     HypTrig h;
     // 2^-33 <= |x| <= 25
     const uint64_t ax = bits(x) & 0x7fffffffffffffffu;

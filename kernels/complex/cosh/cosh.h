@@ -82,8 +82,9 @@ inline Z* hyp_infinite(Z* r, double x, double y) {
     return put_ext(r, re * c, (Cosh ? x : inf) * s);
 }
 
-ZVL_SCALAR_ROUTINE Z* zCosh_scalar(Z* r, const Z* a) {
-    const double x = a->real, y = a->imag;
+// cosh(x + iy) into *r; inlined into zCosh_scalar and zCos_scalar alike,
+// so that the rotation costs no second call.
+ZVL_EXT_INLINE Z* cosh_of(Z* r, double x, double y) {
     const long double X = x, Y = y;
     if (finite_nonzero(x, y)) return hyp_finite<true>(r, x, y);
     constexpr double inf = __builtin_inf();
@@ -98,9 +99,11 @@ ZVL_SCALAR_ROUTINE Z* zCosh_scalar(Z* r, const Z* a) {
     return put(r, nan_times(x, y), nan_times(x, y));
 }
 
+ZVL_SCALAR_ROUTINE Z* zCosh_scalar(Z* r, const Z* a) { return cosh_of(r, a->real, a->imag); }
+
+// cos z = cosh(iz), iz = (-y, x) with a NaN's sign kept.
 ZVL_SCALAR_ROUTINE Z* zCos_scalar(Z* r, const Z* a) {
-    *r = of_i_times<zCosh_scalar>(a);
-    return r;
+    return cosh_of(r, flip_unless_nan(a->imag), a->real);
 }
 
 }  // namespace

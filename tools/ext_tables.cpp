@@ -11,8 +11,10 @@
 //   ext_tables exp        256 rows T_hi, T_lo: 2^(j/256) in two parts
 //   ext_tables atan       4 x 65 rows A_hi, A_lo: atan(j/64), pi/2 - atan(j/64),
 //                         pi - atan(j/64) and pi/2 + atan(j/64) in two parts
-//   ext_tables sincos     17 rows S, C, S_lo, C_lo: sin and cos of j pi/64 in
-//                         two parts, the high as long double, the low as double
+//   ext_tables sincos     128 rows S, C, S_lo, C_lo: sin and cos of j pi/64 in
+//                         two parts, the high as long double, the low as double,
+//                         the whole turn, so that the reduced argument's n picks
+//                         its row with no exchange or negation
 //   ext_tables sinhcosh   65 rows likewise: sinh and cosh of j/64
 //   ext_tables pio4       4/pi in chunks of 31 bits: chunk 0 is the integer
 //                         part 1, chunk i the bits of weight 2^(-31i) up to
@@ -176,6 +178,7 @@ void write_atan() {
 
 // Row j of a rotation table: f(t) and g(t) for t = j * step (step = pi/64 or
 // 1/64), each as the long double nearest it and the double nearest the rest.
+// fg(f, g, t, j) computes the pair.
 template <class F>
 void write_rotation(const char* arg, const char* rule, int rows, bool pi_step, F fg) {
     header(arg, rule);
@@ -186,7 +189,7 @@ void write_rotation(const char* arg, const char* rule, int rows, bool pi_step, F
         if (pi_step) mpfr_const_pi(t, MPFR_RNDN); else mpfr_set_ui(t, 1, MPFR_RNDN);
         mpfr_mul_ui(t, t, static_cast<unsigned long>(j), MPFR_RNDN);
         mpfr_div_2ui(t, t, 6, MPFR_RNDN);
-        fg(f, g, t);
+        fg(f, g, t, j);
         take_part(hi, lo, f, 64);
         const std::string S = ld_literal(hi);
         zvl_tables::put_hex(mpfr_get_d(lo, MPFR_RNDN), sl, sizeof sl);
@@ -201,15 +204,31 @@ void write_rotation(const char* arg, const char* rule, int rows, bool pi_step, F
 void write_sincos() {
     write_rotation("sincos",
                    "row j is S, C, S_lo, C_lo: S and C the long doubles nearest sin(j pi/64)\n"
-                   "// and cos(j pi/64), S_lo and C_lo the doubles nearest the rests.",
-                   17, true, [](mpfr_ptr f, mpfr_ptr g, mpfr_srcptr t) { mpfr_sin_cos(f, g, t, MPFR_RNDN); });
+                   "// and cos(j pi/64), S_lo and C_lo the doubles nearest the rests. Rows past\n"
+                   "// the first quadrant are its rows turned (zeros exact, values mirrored).",
+                   128, true, [](mpfr_ptr f, mpfr_ptr g, mpfr_srcptr, int j) {
+                       // sin and cos of (j mod 32) pi/64, then j / 32 quarter turns:
+                       // (s, c) -> (c, -s), exact, so every row is its first
+                       // quadrant row's values exchanged and negated
+                       mpfr_t t;
+                       mpfr_init2(t, kPrec);
+                       mpfr_const_pi(t, MPFR_RNDN);
+                       mpfr_mul_ui(t, t, static_cast<unsigned long>(j & 31), MPFR_RNDN);
+                       mpfr_div_2ui(t, t, 6, MPFR_RNDN);
+                       mpfr_sin_cos(f, g, t, MPFR_RNDN);
+                       for (int q = 0; q < (j >> 5); ++q) {
+                           mpfr_swap(f, g);
+                           mpfr_neg(g, g, MPFR_RNDN);
+                       }
+                       mpfr_clear(t);
+                   });
 }
 
 void write_sinhcosh() {
     write_rotation("sinhcosh",
                    "row j is S, C, S_lo, C_lo: S and C the long doubles nearest sinh(j/64)\n"
                    "// and cosh(j/64), S_lo and C_lo the doubles nearest the rests.",
-                   65, false, [](mpfr_ptr f, mpfr_ptr g, mpfr_srcptr t) { mpfr_sinh_cosh(f, g, t, MPFR_RNDN); });
+                   65, false, [](mpfr_ptr f, mpfr_ptr g, mpfr_srcptr t, int) { mpfr_sinh_cosh(f, g, t, MPFR_RNDN); });
 }
 
 // The largest finite extended value is below 2^16384 = 2^63 * 2^16321: the

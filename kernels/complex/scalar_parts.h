@@ -94,12 +94,13 @@ inline Z of_i_times(const Z* a) {
     return w;
 }
 
-// -i f(iz): the result (v, -u), a NaN u not flipped. sin from sinh, tan
-// from tanh, asin from asinh, atan from atanh.
+// -i w = (v, -u) for w = (u, v), a NaN u not flipped.
+inline Z* minus_i_times(Z* r, const Z& w) { return put(r, w.imag, flip_unless_nan(w.real)); }
+
+// -i f(iz). sin from sinh, tan from tanh, asin from asinh, atan from atanh.
 template <Z* (*F)(Z*, const Z*)>
 inline Z* minus_i_of_i_times(Z* r, const Z* a) {
-    const Z w = of_i_times<F>(a);
-    return put(r, w.imag, flip_unless_nan(w.real));
+    return minus_i_times(r, of_i_times<F>(a));
 }
 
 }  // namespace

@@ -27,14 +27,25 @@
 
 namespace {
 
-// sinh x, cosh x, sin y, cos y for |x| below 2048, extended.
+// sinh x, cosh x, sin y, cos y for |x| below 2048, extended: the support
+// set's main paths inlined where the parts are in their ranges (the
+// ordinary arguments), its routines called otherwise; the same bits.
 struct HypTrig {
     long double sh, ch, s, c;
 };
-inline HypTrig hyp_trig(double x, double y) {
+ZVL_EXT_INLINE HypTrig hyp_trig(double x, double y) {
     HypTrig h;
-    ext_sinhcosh(x, &h.sh, &h.ch);
-    ext_sincos(y, &h.s, &h.c);
+    // 2^-33 <= |x| <= 25
+    const uint64_t ax = bits(x) & 0x7fffffffffffffffu;
+    if (ax >= 0x3de0000000000000u && ax <= 0x4039000000000000u)
+        sinhcosh_mid(x, &h.sh, &h.ch);
+    else
+        ext_sinhcosh(x, &h.sh, &h.ch);
+    // 2^-32 <= |y| < 2^17
+    if (efield(y) >= 0x3df && efield(y) < 0x410)
+        sincos_direct(y, &h.s, &h.c);
+    else
+        ext_sincos(y, &h.s, &h.c);
     return h;
 }
 
@@ -71,8 +82,9 @@ inline Z* hyp_infinite(Z* r, double x, double y) {
     return put_ext(r, re * c, (Cosh ? x : inf) * s);
 }
 
-ZVL_SCALAR_ROUTINE Z* zCosh_scalar(Z* r, const Z* a) {
-    const double x = a->real, y = a->imag;
+// cosh(x + iy) into *r; inlined into zCosh_scalar and zCos_scalar alike,
+// so that the rotation costs no second call.
+ZVL_EXT_INLINE Z* cosh_of(Z* r, double x, double y) {
     const long double X = x, Y = y;
     if (finite_nonzero(x, y)) return hyp_finite<true>(r, x, y);
     constexpr double inf = __builtin_inf();
@@ -87,9 +99,11 @@ ZVL_SCALAR_ROUTINE Z* zCosh_scalar(Z* r, const Z* a) {
     return put(r, nan_times(x, y), nan_times(x, y));
 }
 
+ZVL_SCALAR_ROUTINE Z* zCosh_scalar(Z* r, const Z* a) { return cosh_of(r, a->real, a->imag); }
+
+// cos z = cosh(iz), iz = (-y, x) with a NaN's sign kept.
 ZVL_SCALAR_ROUTINE Z* zCos_scalar(Z* r, const Z* a) {
-    *r = of_i_times<zCosh_scalar>(a);
-    return r;
+    return cosh_of(r, flip_unless_nan(a->imag), a->real);
 }
 
 }  // namespace

@@ -16,6 +16,11 @@
 
 #include "kernels/complex/ext/constants.h"
 
+// A routine of the set that its callers inline whatever its size: the
+// short main paths, which the complex routines take straight from their
+// double arguments.
+#define ZVL_EXT_INLINE __attribute__((always_inline)) inline
+
 namespace {
 
 // hi + lo, |lo| at most about an ulp of hi unless a routine says otherwise.
@@ -155,6 +160,17 @@ inline long double horner(const T (&c)[N], long double z) {
     return p;
 }
 
+// The same sum by Estrin's scheme, given z and z^2: pairs c[i] + z c[i+1]
+// combined by powers of z^2, so that the dependent chain is about half
+// Horner's (a different order of roundings, so not the same bits).
+template <class T, int N>
+inline long double estrin(const T (&c)[N], long double z, long double z2) {
+    static_assert(N == 3 || N == 4, "three or four coefficients");
+    const long double lo = c[0] + z * c[1];
+    if constexpr (N == 3) return lo + z2 * c[2];
+    else return lo + z2 * (c[2] + z * c[3]);
+}
+
 // A row of a rotation table: f(t) = S + S_lo and g(t) = C + C_lo at a table
 // point t (sin and cos, or sinh and cosh).
 struct RotRow {
@@ -186,15 +202,26 @@ inline long double one_of_two(long double x) {
     return r[I];
 }
 
-// Integer nearest x (|x| < 2^62), by adding and subtracting 3 * 2^62: the
-// sum's significand holds 0xC000000000000000 plus the integer.
+// An integral v (|v| < 2^63) as an integer, by the unit's integer store
+// (fistp): an eight-byte store that the integer load takes straight from
+// the store buffer, where reading the significand of a ten-byte store
+// waits for the store to complete, and the ten-byte store itself is
+// several times the work.
+inline int64_t ext_to_int(long double v) {
+    int64_t n;
+    __asm__("fistpll %0" : "=m"(n) : "t"(v) : "st");
+    return n;
+}
+
+// Integer nearest x (|x| < 2^62), by adding and subtracting 3 * 2^62,
+// which rounds to an integer in the current (nearest) mode.
 struct Rounded {
     long double value;
     int64_t n;
 };
 inline Rounded round_to_int(long double x) {
-    const long double t = x + Ext::shifter;
-    return {t - Ext::shifter, static_cast<int64_t>(ext_sig(t) - 0xC000000000000000u)};
+    const long double v = (x + Ext::shifter) - Ext::shifter;
+    return {v, ext_to_int(v)};
 }
 
 }  // namespace

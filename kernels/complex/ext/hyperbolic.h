@@ -29,7 +29,7 @@ struct ExtHyp {
 
 // sinh and cosh of ax in [2^-33, 1): t = j/64 nearest ax, r = ax - t
 // exact, and the addition theorems from the table's row j.
-inline void sinhcosh_table(long double ax, long double* sh, long double* ch) {
+ZVL_EXT_INLINE void sinhcosh_table(long double ax, long double* sh, long double* ch) {
     const Rounded j = round_to_int(ax * 64.0L);
     const long double r = ax - j.value * 0x1p-6L;
     const long double z = r * r;
@@ -43,7 +43,7 @@ inline void sinhcosh_table(long double ax, long double* sh, long double* ch) {
 // parts of one Taylor series. e^-ax is below e^-2 of e^ax, so the
 // difference loses under a bit, and the two large terms go through an
 // exact two-sum.
-inline void sinhcosh_exp(long double ax, long double* sh, long double* ch) {
+ZVL_EXT_INLINE void sinhcosh_exp(long double ax, long double* sh, long double* ch) {
     const Rounded n = round_to_int(ax * Ext::inv_ln2_256);
     const long double nf = n.value;
     const long double a = ax - nf * Ext::ln2_256[0];  // exact
@@ -63,6 +63,18 @@ inline void sinhcosh_exp(long double ax, long double* sh, long double* ch) {
     const Pair c = fast_two_sum(ph, mh), s = fast_two_sum(ph, -mh);
     *ch = c.hi + (c.lo + (pl + ml));
     *sh = s.hi + (s.lo + (pl - ml));
+}
+
+// ext_sinhcosh for 2^-33 <= |x| <= 25, the same bits, inlined into its
+// caller (the complex routines, from a double argument).
+ZVL_EXT_INLINE void sinhcosh_mid(long double x, long double* sh, long double* ch) {
+    const long double ax = ext_abs(x);
+    long double s;
+    if (ax < 1.0L)
+        sinhcosh_table(ax, &s, ch);
+    else
+        sinhcosh_exp(ax, &s, ch);
+    *sh = ext_neg_if(s, x < 0);
 }
 
 // e^ax / 2 for ax above 25: sinh and cosh alike.
@@ -90,12 +102,7 @@ inline void ext_sinhcosh(long double x, long double* sh, long double* ch) {
         *ch = 1.0L;
         return;
     }
-    long double s;
-    if (ax < 1.0L)
-        sinhcosh_table(ax, &s, ch);
-    else
-        sinhcosh_exp(ax, &s, ch);
-    *sh = ext_neg_if(s, x < 0);
+    sinhcosh_mid(x, sh, ch);
 }
 
 inline long double ext_sinh(long double x) { return one_of_two<ext_sinhcosh, 0>(x); }

@@ -10,11 +10,17 @@
 // holds at least 215 bits, which covers the closest approach of an extended
 // value to a multiple of pi/4; then r is reduced by pi/64 once more.
 //
-// With n = 32 q + m, m in [-16, 15], sin and cos of m pi/64 come from a
-// table in two parts and sin r - r, cos r - 1 from Taylor polynomials to
-// r^9 and r^8 (double coefficients), combined by the addition theorem
-// (rotate, arith.h); the quadrant q exchanges and negates. The results are
-// within about an ulp; tan is their quotient, within about two and a half.
+// Below 2^17 the reduction runs on x itself, signed, so that n and r carry
+// x's sign; above, on |x|, and n and r are negated for a negative x. sin
+// and cos of n pi/64 come from a table of the whole turn (row n mod 128) in
+// two parts and sin r - r, cos r - 1 from Taylor polynomials to r^9 and r^8
+// (double coefficients), combined by the addition theorem (rotate,
+// arith.h): no quadrant exchange, no sign test, no branch that random
+// arguments would mispredict. The table's rows are the first quadrant's
+// exchanged and negated exactly, and rounding to nearest is symmetric, so
+// the results are bit for bit those of reducing |x| to [-pi/4, pi/4] and
+// turning back. They are within about an ulp; tan is their quotient,
+// within about two and a half.
 // Below 2^-32 sin and tan return x (signed zeros kept) and cos 1; an
 // infinite or NaN x gives x - x, a NaN raising invalid for the infinities.
 #pragma once
@@ -27,7 +33,7 @@ struct ExtTrig {
     static constexpr uint32_t pio4_chunks[] = {
 #include "kernels/complex/ext/table_pio4.inc"
     };
-    static constexpr RotRow table[17] = {
+    static constexpr RotRow table[128] = {
 #include "kernels/complex/ext/table_sincos.inc"
     };
     // below it, n pi/64 in four parts reduces directly
@@ -122,53 +128,70 @@ inline int reduce_octant(long double ax, Pair* r) {
     return static_cast<int>((2 * q.n) & 7);
 }
 
-// n and r = |x| - n pi/64 as a pair, |r| <= pi/128 or a little above, for
-// finite |x| >= 2^-32: below 2^17 directly, with pi/64 in four parts (n
-// below 2^22, the first three products exact); above, from the octant's
-// remainder, whose n/16 gives the octant.
-inline int reduce_pio64(long double ax, Pair* r) {
-    if (ax < ExtTrig::direct_below) {
-        const Rounded q = round_to_int(ax * Ext::sixtyfour_over_pi);
-        const long double nf = q.value;
-        const long double s = ax - nf * Ext::pio64_4[0];  // exact
-        const long double p1 = nf * Ext::pio64_4[1];     // exact, below 2^-24
-        if (ext_abs(s) > ExtTrig::no_cancel) {
-            // s - p1 cancels no more than a bit: a fast two-sum is exact, and
-            // n times the third part (below 2^-66) joins the low part
-            const Pair h = fast_two_sum(s, -p1);
-            const long double lo = h.lo - (nf * Ext::pio64_4[2] + nf * Ext::pio64_4[3]);
-            *r = fast_two_sum(h.hi, lo);
-        } else {
-            *r = reduce_parts(ax, nf, Ext::pio64_4);
-        }
-        return static_cast<int>(q.n);
+// n and r = x - n pi/64 as a pair (its low part within about an ulp of the
+// high), |r| <= pi/128 or a little above, for 2^-32 <= |x| < 2^17, with
+// pi/64 in four parts (|n| below 2^22, the first three products exact).
+ZVL_EXT_INLINE int reduce_direct(long double x, Pair* r) {
+    const Rounded q = round_to_int(x * Ext::sixtyfour_over_pi);
+    const long double nf = q.value;
+    const long double s = x - nf * Ext::pio64_4[0];  // exact
+    const long double p1 = nf * Ext::pio64_4[1];     // exact, below 2^-24
+    if (ext_abs(s) > ExtTrig::no_cancel) {
+        // s - p1 cancels no more than a bit: a fast two-sum is exact;
+        // n times the third and fourth parts (below 2^-66) joins the low
+        // part, which is left unnormalised (within about an ulp of the
+        // high part): the polynomials start from the high part sooner
+        const Pair h = fast_two_sum(s, -p1);
+        *r = {h.hi, h.lo - (nf * Ext::pio64_4[2] + nf * Ext::pio64_4[3])};
+    } else {
+        *r = reduce_parts(x, nf, Ext::pio64_4);
     }
+    return static_cast<int>(q.n);
+}
+
+// The same for finite |x| >= 2^-32: below 2^17 directly; above, from the
+// octant's remainder of |x|, whose n/16 gives the octant, negated for a
+// negative x.
+inline int reduce_pio64(long double x, Pair* r) {
+    const long double ax = ext_abs(x);
+    if (ax < ExtTrig::direct_below) return reduce_direct(x, r);
     Pair o;
     const int j = reduce_octant(ax, &o);
     // |m| <= 16: m times each part is exact, and o.hi - m pi/64 too
     const Rounded m = round_to_int(o.hi * Ext::sixtyfour_over_pi);
     const Pair t = reduce_parts(o.hi, m.value, Ext::pio64_4);
-    *r = fast_two_sum(t.hi, t.lo + o.lo);
-    return 16 * j + static_cast<int>(m.n);
+    const Pair u = fast_two_sum(t.hi, t.lo + o.lo);
+    const bool neg = ext_sign(x);
+    *r = {ext_neg_if(u.hi, neg), ext_neg_if(u.lo, neg)};
+    const int n = 16 * j + static_cast<int>(m.n);
+    return neg ? -n : n;
 }
 
-// sin x and cos x for finite |x| >= 2^-32: n = 32 q + m with m in
-// [-16, 15], and sin and cos of m pi/64 + r from the table's row |m| by the
-// addition theorem; the quadrant q exchanges and negates them.
+// sin and cos of n pi/64 + r from the table's row n mod 128 by the addition
+// theorem.
+ZVL_EXT_INLINE void sincos_reduced(int n, Pair r, long double* s, long double* c) {
+    const long double z = r.hi * r.hi, z2 = z * z;
+    const long double sr = r.hi * z * estrin(Ext::sin_small, z, z2);
+    // cos(rh + rl) - 1 = cos rh - 1 - rh rl, to 2^-120
+    const long double cr = z * estrin(Ext::cos_small, z, z2) - r.hi * r.lo;
+    rotate(ExtTrig::table[n & 127], false, r.hi, r.lo, sr, cr, -1.0L, s, c);
+}
+
+// sin x and cos x for finite |x| >= 2^-32.
 inline void sincos_finite(long double x, long double* s, long double* c) {
     Pair r;
-    const int n = reduce_pio64(ext_abs(x), &r);
-    const int m = ((n + 16) & 31) - 16, q = ((n + 16) >> 5) & 3;
-    const long double z = r.hi * r.hi;
-    const long double sr = r.hi * z * horner(Ext::sin_small, z);
-    // cos(rh + rl) - 1 = cos rh - 1 - rh rl, to 2^-120
-    const long double cr = z * horner(Ext::cos_small, z) - r.hi * r.lo;
-    long double f, g;
-    rotate(ExtTrig::table[m < 0 ? -m : m], m < 0, r.hi, r.lo, sr, cr, -1.0L, &f, &g);
-    // sin(t + q pi/2) and cos(t + q pi/2), then sin(-x) = -sin x
-    const long double S = q & 1 ? g : f, C = q & 1 ? f : g;
-    *s = ext_neg_if(S, ((q & 2) != 0) != ext_sign(x));
-    *c = ext_neg_if(C, ((q + 1) & 2) != 0);
+    const int n = reduce_pio64(x, &r);
+    sincos_reduced(n, r, s, c);
+}
+
+// ext_sincos for 2^-32 <= |x| < 2^17, the same bits, inlined into its
+// caller: the complex routines call it with a double argument, so that
+// neither the argument nor the results go through memory in the format's
+// ten bytes.
+ZVL_EXT_INLINE void sincos_direct(long double x, long double* s, long double* c) {
+    Pair r;
+    const int n = reduce_direct(x, &r);
+    sincos_reduced(n, r, s, c);
 }
 
 inline void ext_sincos(long double x, long double* s, long double* c) {

@@ -19,8 +19,8 @@
 
 namespace {
 
-ZVL_SCALAR_ROUTINE Z* zSinh_scalar(Z* r, const Z* a) {
-    const double x = a->real, y = a->imag;
+// sinh(x + iy) into *r, inlined into zSinh_scalar and zSin_scalar.
+ZVL_EXT_INLINE Z* sinh_of(Z* r, double x, double y) {
     const long double X = x, Y = y;
     if (finite_nonzero(x, y)) return hyp_finite<false>(r, x, y);
     if (zero(y)) return put(r, static_cast<double>(ext_sinh(X)), y);
@@ -33,6 +33,13 @@ ZVL_SCALAR_ROUTINE Z* zSinh_scalar(Z* r, const Z* a) {
     return put(r, nan_times(x, y), nan_times(x, y));
 }
 
-ZVL_SCALAR_ROUTINE Z* zSin_scalar(Z* r, const Z* a) { return minus_i_of_i_times<zSinh_scalar>(r, a); }
+ZVL_SCALAR_ROUTINE Z* zSinh_scalar(Z* r, const Z* a) { return sinh_of(r, a->real, a->imag); }
+
+// sin z = -i sinh(iz): (v, -u) from sinh(iz) = (u, v), a NaN u not flipped.
+ZVL_SCALAR_ROUTINE Z* zSin_scalar(Z* r, const Z* a) {
+    Z w;
+    sinh_of(&w, flip_unless_nan(a->imag), a->real);
+    return minus_i_times(r, w);
+}
 
 }  // namespace

@@ -7,10 +7,11 @@
 //   band     both parts from 2^-459 up to below 2^511 (high words less
 //            0x23400000 below 0x3ca00000, unsigned): x^2 + y^2 is then a
 //            normal double, and no part is zero, subnormal, infinite or NaN
-//   balance  the high words' difference: parts 58 binary orders or more
-//            apart form no squares, since the smaller square is below
-//            2^-116 of the larger
-//   core     sqrt_core.h on the one-lane wrapper
+//   balance  the high words' difference: where the parts are 58 binary
+//            orders or more apart, the second root is sqrt|x| (x dominant)
+//            or sqrt(|y|/2) for both parts (y dominant)
+//   core     sqrt_core.h on the one-lane wrapper: no division and no
+//            square root instruction in the band
 //   slow     infinities and NaNs by zSqrt_special; zeros and unbalanced
 //            pairs on their one-root paths (a y below 2^-1021 prescaled by
 //            2^199 and the root by 2^-100; a tiny y of an x-dominant pair
@@ -61,7 +62,7 @@ inline Z* sqrt_by_balance(Z* r, double x, double y, double in, double out) {
     } else if (d < -SqrtFast::balance) {
         return sqrt_y_only(r, y);
     } else {
-        SqrtOne::balanced(ax * in, ay * in, w, v);
+        SqrtOne::roots(ax * in, ay * in, 0.0, 0.0, w, v);
         w *= out;
         v *= out;
     }
@@ -82,11 +83,15 @@ __attribute__((noinline)) inline Z* zSqrt_slow(Z* r, const Z* a) {
 }
 
 inline Z* zSqrt_fast(Z* r, const Z* a) {
-    const uint32_t hx = high_word_of(__builtin_fabs(a->real)), hy = high_word_of(__builtin_fabs(a->imag));
-    if (hx - SqrtFast::band_base >= SqrtFast::band_width ||
-        hy - SqrtFast::band_base >= SqrtFast::band_width)
+    const double x = a->real, y = a->imag, ax = __builtin_fabs(x), ay = __builtin_fabs(y);
+    const uint32_t hx = high_word_of(ax), hy = high_word_of(ay);
+    if (hx - SqrtFast::band_base >= SqrtFast::band_width || hy - SqrtFast::band_base >= SqrtFast::band_width)
         return zSqrt_slow(r, a);
-    return sqrt_by_balance(r, a->real, a->imag, 1.0, 1.0);
+    const int32_t d = static_cast<int32_t>(hx - hy);
+    const double all = from_bits(~0ull);
+    double w, v;
+    SqrtOne::roots(ax, ay, d > SqrtFast::balance ? all : 0.0, d < -SqrtFast::balance ? all : 0.0, w, v);
+    return sqrt_place(r, x, y, w, v);
 }
 
 }  // namespace

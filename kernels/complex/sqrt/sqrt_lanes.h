@@ -6,14 +6,12 @@
 //            on 1.0, so that they raise nothing, and redone one by one, in
 //            order, by zSqrt_slow, which passes infinite and NaN parts to
 //            zSqrt_special
-//   balance  |y| 2^58 < |x| or |x| 2^58 < |y|: the x-dominant and
-//            y-dominant results replace the balanced ones where the mask
-//            says so; each is computed only when some lane needs it
+//   balance  |y| 2^58 < |x| or |x| 2^58 < |y|: masks that give the
+//            lanes' second root sqrt|x| or sqrt(|y|/2) in place of
+//            sqrt((|x| + |z|)/2), within the same body
 // Arguments are read before any result is written, so a block may be
 // computed in place.
 #pragma once
-
-#include <type_traits>
 
 #include <type_traits>
 
@@ -63,21 +61,9 @@ __attribute__((always_inline)) inline int zSqrt_parts(typename V::vd x, typename
     const int refused = ~V::mask(in) & ((1 << L) - 1);
     ax = V::select(in, ax, C::k(1.0));
     ay = V::select(in, ay, C::k(1.0));
-    vd w, v;
-    C::balanced(ax, ay, w, v);
     const vd far = C::k(0x1p58);
-    const vd xdom = V::lt(V::mul(ay, far), ax), ydom = V::lt(V::mul(ax, far), ay);
-    if (V::mask(xdom)) {
-        vd w1, v1;
-        C::x_dominant(ax, ay, w1, v1);
-        w = V::select(xdom, w1, w);
-        v = V::select(xdom, v1, v);
-    }
-    if (V::mask(ydom)) {
-        const vd h = C::half_root(ay);
-        w = V::select(ydom, h, w);
-        v = V::select(ydom, h, v);
-    }
+    vd w, v;
+    C::roots(ax, ay, V::lt(V::mul(ay, far), ax), V::lt(V::mul(ax, far), ay), w, v);
     const vd xneg = sign_mask<V>(x);
     re = V::select(xneg, v, w);
     im = V::or_(V::select(xneg, w, v), sign_of<V>(y));

@@ -36,7 +36,7 @@ struct ZPerQuad {
 };
 
 using ZSqrtFamily = PlannedFamily<zvl::plans::zSqrt, Shape<1, 1, ZVLComplex16>, Letter<'T', ZThin<zSqrt_scalar>>,
-                                  Letter<'F', ZThin<zSqrt_fast>>, Letter<'V', ZPerQuad<ZSqrtLanes>>>;
+                                  Letter<'F', ZPerQuad<ZSqrtLanes>>, Letter<'V', ZPerQuad<ZSqrtLanes>>>;
 
 }  // namespace
 

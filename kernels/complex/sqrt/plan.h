@@ -16,7 +16,7 @@ namespace zvl {
 namespace plans {
 namespace {
 
-constexpr Cell kZSqrtFast = own('F', 1, Guard::mxcsr_short, Loop::thin, Wrap::scalar);
+constexpr Cell kZSqrtFast = own('F', 4, Guard::mxcsr_short, Loop::zblock, Wrap::scalar);
 constexpr Cell zsqrt_vector(int width) { return own('V', width, Guard::mxcsr_short, Loop::zblock); }
 
 constexpr Plan zSqrt = plan({kComplexThin, kRunsHA, kRunsHA}, {kZSqrtFast, kRunsHA, kRunsHA},

@@ -1,5 +1,8 @@
-// The vector members of vzSqrt (cpu types 2 to 5): the steps of zSqrt_fast
-// on V::lanes elements at once, masks in place of its branches.
+// The double members of vzSqrt: zSqrt_parts, the steps on V::lanes
+// elements at once with masks in place of branches, on four of the unit's
+// vectors side by side at cpu types 2 to 5 and on four scalar lanes at cpu
+// type 1 (four independent chains in SSE2 scalar code); zSqrt_fast is the
+// same body on one lane.
 //
 //   band     |x| and |y| in [2^-459, 2^511), by integer compares of the
 //            patterns (a NaN fails quietly): the lanes outside are computed
@@ -68,6 +71,14 @@ __attribute__((always_inline)) inline int zSqrt_parts(typename V::vd x, typename
     re = V::select(xneg, v, w);
     im = V::or_(V::select(xneg, w, v), sign_of<V>(y));
     return refused;
+}
+
+// One element: the cpu type 1 member's steps on the one-lane wrapper, and
+// the routine the tests hold every vector member to, bit for bit.
+inline Z* zSqrt_fast(Z* r, const Z* a) {
+    double re, im;
+    if (zSqrt_parts<Scalar>(a->real, a->imag, re, im)) return zSqrt_slow(r, a);
+    return put(r, re, im);
 }
 
 // r[0 .. V::lanes) = sqrt of a[0 .. V::lanes).

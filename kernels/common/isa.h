@@ -43,6 +43,9 @@ struct Scalar {
     // the instruction, as in the vector wrappers: -fno-math-errno keeps the
     // C library (and its errno) out of it
     static vd sqrt(vd a) { return __builtin_sqrt(a); }
+    // maxpd/minpd: b where the compare fails (a NaN, or equal parts)
+    static vd max_(vd a, vd b) { return a > b ? a : b; }
+    static vd min_(vd a, vd b) { return a < b ? a : b; }
 
     // Bitwise ops on the 64-bit patterns of the lanes.
     static vd and_(vd a, vd b) { return zvl::from_bits(zvl::bits(a) & zvl::bits(b)); }
@@ -92,6 +95,8 @@ struct Sse2 {
     static vd div(vd a, vd b) { return _mm_div_pd(a, b); }
     static vd mul_add(vd a, vd b, vd c) { return _mm_add_pd(_mm_mul_pd(a, b), c); }
     static vd sqrt(vd a) { return _mm_sqrt_pd(a); }
+    static vd max_(vd a, vd b) { return _mm_max_pd(a, b); }
+    static vd min_(vd a, vd b) { return _mm_min_pd(a, b); }
 
     static vd and_(vd a, vd b) { return _mm_and_pd(a, b); }
     static vd or_(vd a, vd b) { return _mm_or_pd(a, b); }
@@ -165,6 +170,8 @@ struct Avx {
     static vd div(vd a, vd b) { return _mm256_div_pd(a, b); }
     static vd mul_add(vd a, vd b, vd c) { return _mm256_add_pd(_mm256_mul_pd(a, b), c); }
     static vd sqrt(vd a) { return _mm256_sqrt_pd(a); }
+    static vd max_(vd a, vd b) { return _mm256_max_pd(a, b); }
+    static vd min_(vd a, vd b) { return _mm256_min_pd(a, b); }
 
     static vd and_(vd a, vd b) { return _mm256_and_pd(a, b); }
     static vd or_(vd a, vd b) { return _mm256_or_pd(a, b); }

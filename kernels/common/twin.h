@@ -50,6 +50,8 @@ struct Twin {
     ZVL_TWIN_OP2(sub)
     ZVL_TWIN_OP2(mul)
     ZVL_TWIN_OP2(div)
+    ZVL_TWIN_OP2(max_)
+    ZVL_TWIN_OP2(min_)
     ZVL_TWIN_OP2(and_)
     ZVL_TWIN_OP2(or_)
     ZVL_TWIN_OP2(xor_)

@@ -9,8 +9,9 @@
 //                                                                             copies of one kernel
 //   Ln                           vector         vector         vector (VEX)   type 0 the HA kernel;
 //                                                                             1 to 5 one kernel per mode
-//   Sqrt                         thin, then an  vector         vector (VEX)   the HA kernel
-//                                SSE2 loop at 1
+//   Sqrt                         thin, then     vector         vector (VEX)   the HA kernel
+//                                four scalar
+//                                lanes at 1
 //
 // So accuracy mode changes nothing for 16 of the 18 functions, and only Ln
 // is three kernels. A thin kernel runs the function's scalar routine once

@@ -20,8 +20,23 @@ struct ZSqrtLanes {
     static void scalar(ZVLComplex16* r, const ZVLComplex16* z) { zSqrt_slow(r, z); }
 };
 
+// Four vectors side by side where a block holds four: the body is one long
+// dependent chain a vector, and four of them fill the processor's window.
+template <class F>
+struct ZPerQuad {
+    using form = forms::ZBlock;
+    template <class V, int W>
+    static uint32_t block(const double* x, const double* y, double* re, double* im) {
+        if constexpr (W % (4 * V::lanes) == 0)
+            return ZPerVector<F>::template block<Twin<Twin<V>>, W>(x, y, re, im);
+        else
+            return ZPerTwin<F>::template block<V, W>(x, y, re, im);
+    }
+    static void element(ZVLComplex16* r, const ZVLComplex16* z) { F::scalar(r, z); }
+};
+
 using ZSqrtFamily = PlannedFamily<zvl::plans::zSqrt, Shape<1, 1, ZVLComplex16>, Letter<'T', ZThin<zSqrt_scalar>>,
-                                  Letter<'F', ZThin<zSqrt_fast>>, Letter<'V', ZPerTwin<ZSqrtLanes>>>;
+                                  Letter<'F', ZPerQuad<ZSqrtLanes>>, Letter<'V', ZPerQuad<ZSqrtLanes>>>;
 
 }  // namespace
 

@@ -2,8 +2,9 @@
 //
 //   T  cpu type 0: the thin kernel over zSqrt_scalar (extended precision)
 //   F  cpu type 1: zSqrt_fast, one element at a time in SSE2 doubles
-//   V  cpu types 2 to 5: zSqrt_parts on the unit's vectors, 4 elements a
-//      block (8 at type 5), the lanes outside the band through zSqrt_slow
+//   V  cpu types 2 to 5: zSqrt_parts on four of the unit's vectors side by
+//      side, 8 elements a block (16 at type 5), the lanes outside the band
+//      through zSqrt_slow
 //
 // The double members clear MXCSR's rounding and flush-to-zero bits for
 // their length; none touches the x87 unit but zSqrt_scalar's.
@@ -15,12 +16,12 @@ namespace zvl {
 namespace plans {
 namespace {
 
-constexpr Cell kZSqrtFast = own('F', 1, Guard::mxcsr_short, Loop::thin, Wrap::scalar);
+constexpr Cell kZSqrtFast = own('F', 4, Guard::mxcsr_short, Loop::zblock, Wrap::scalar);
 constexpr Cell zsqrt_vector(int width) { return own('V', width, Guard::mxcsr_short, Loop::zblock); }
 
 constexpr Plan zSqrt = plan({kComplexThin, kRunsHA, kRunsHA}, {kZSqrtFast, kRunsHA, kRunsHA},
-                            {zsqrt_vector(4), kRunsHA, kRunsHA}, {zsqrt_vector(4), kRunsHA, kRunsHA},
-                            {zsqrt_vector(4), kRunsHA, kRunsHA}, {zsqrt_vector(8), kRunsHA, kRunsHA});
+                            {zsqrt_vector(8), kRunsHA, kRunsHA}, {zsqrt_vector(8), kRunsHA, kRunsHA},
+                            {zsqrt_vector(8), kRunsHA, kRunsHA}, {zsqrt_vector(16), kRunsHA, kRunsHA});
 
 static_assert(well_formed(zSqrt));
 

@@ -2,18 +2,21 @@
 // extended one, written once over the instruction-set wrapper V: zSqrt_fast
 // runs it on the one-lane wrapper, the vector members on their lanes.
 //
-//   m      x^2 + y^2 as a two-double sum (27-bit splits), its root from a
-//          reciprocal root: a single-precision estimate of the significand
-//          with the exponent's parity (a value in [1, 4)), its exponent
-//          rebuilt by integer arithmetic on the high words, then the
-//          binomial series of (1 + e)^(-1/2) to e^2, and one residual step
-//          that makes m a two-double value
-//   w, v   the same on (|x| + m)/2: w = sqrt((|x| + m)/2), and v = |y|/(2w)
-//          from the reciprocal root and the exact residual of w s - 1,
-//          without a division
-// For |x| far above |y|: w = sqrt|x| and v = |y|/(2w), corrected by the
-// division's remainder and w's residual. For |y| far above |x|: both parts
-// sqrt(|y|/2).
+//   rsqrt  1/sqrt(a): a single-precision estimate of the significand with
+//          the exponent's parity (a value in [1, 4)), its exponent rebuilt
+//          by integer arithmetic on the high words, then the binomial
+//          series of (1 + e)^(-1/2) to e^5: within a few units of 2^-53
+//   m      |z| = sqrt(x^2 + y^2) as r + d s/2: r = a s for a = x^2 + y^2
+//          rounded and s its reciprocal root, d = x^2 + y^2 - r^2 from
+//          27-bit halves, where the large terms cancel exactly (b^2 - r^2
+//          for b the larger part, then c^2)
+//   w, v   the same residual step on T = (|x| + m)/2: w = T s2 + d2 s2/2
+//          with s2 = 1/sqrt(T), and v = |y|/(2w) as v0 = (|y|/2) s2
+//          corrected by the exact residual |y|/2 - v0 w, without a division
+//          and without the square root instruction
+// Where |x| is far above |y|, T is |x| itself; where |y| is far above |x|,
+// T is |y|/2 and both parts are w. For the slow branch's unbalanced pairs
+// outside the band: x_dominant and half_root.
 #pragma once
 
 #include "kernels/common/isa.h"
@@ -23,11 +26,10 @@ namespace {
 
 struct SqrtConst {
     static constexpr uint64_t split_mask = 0xfffffffff8000000;
-    // (1 + e)^(-1/2) = 1 + e (c[0] + c[1] e): the exact binomial
-    // coefficients. The estimate's |e| below 2^-10.4 leaves 0.32 e^3 <
-    // 2^-32.6, and each root below is finished by a residual step that
-    // squares that error (2^-64 of the root), so the series stops at e^2.
-    static constexpr double series[2] = {-0.5, 0.375};
+    // (1 + e)^(-1/2) = 1 + e (c[0] + c[1] e + ... + c[4] e^4): the exact
+    // binomial coefficients. The estimate's |e| below 2^-10.4 leaves 0.23
+    // e^6 < 2^-64, below the rounding of the double ops.
+    static constexpr double series[5] = {-0.5, 0.375, -0.3125, 0.2734375, -0.24609375};
 };
 
 template <class V>
@@ -65,37 +67,67 @@ struct SqrtCore {
         return {s, V::add(V::sub(a, V::sub(s, bb)), V::sub(b, bb))};
     }
 
-    // 1/sqrt(a) for positive normal a, within 2^-32.6
-    static vd rsqrt(vd a) {
+    // a's upper 26 significant bits, so that the products of two are exact
+    static vd upper(vd a) { return V::and_(a, splat_bits<V>(SqrtConst::split_mask)); }
+
+    // 1/sqrt(a) = s0 (1 + e p(e)) for positive normal a, within about 2^-52
+    // relative, and f/sqrt(a) for a factor f beside it: f s0 + (f s0 e) p,
+    // ready with the reciprocal root rather than a product after it (f = a
+    // gives a s0 once)
+    static vd rsqrt(vd a, vd f, vd& f_root) {
         const vd s = rsqrt_seed(a);
-        const vd e = V::sub(V::mul(V::mul(a, s), s), k(1.0));
+        const vd as = V::mul(a, s);
+        const vd e = V::sub(V::mul(as, s), k(1.0));
         const double* c = SqrtConst::series;
-        return V::add(s, V::mul(s, V::mul(e, V::add(k(c[0]), V::mul(e, k(c[1]))))));
+        const vd e2 = V::mul(e, e);
+        const vd p01 = V::add(k(c[0]), V::mul(e, k(c[1])));
+        const vd p23 = V::add(k(c[2]), V::mul(e, k(c[3])));
+        const vd p = V::add(p01, V::mul(e2, V::add(p23, V::mul(e2, k(c[4])))));
+        const vd fs = V::mul(f, s);
+        f_root = V::add(fs, V::mul(V::mul(fs, e), p));
+        return V::add(s, V::mul(V::mul(s, e), p));
     }
 
-    // sqrt(a.hi + a.lo) as a two-double value, and the reciprocal root s
-    static DD sqrt_dd(DD a, vd& s) {
-        s = rsqrt(a.hi);
-        const vd r = V::mul(a.hi, s);
-        const DD q = sqr_dd(r);
-        const vd d = V::add(V::sub(V::sub(a.hi, q.hi), q.lo), a.lo);
-        return {r, V::mul(d, V::mul(s, k(0.5)))};
-    }
-
-    // |x| and |y| within 2^58 of each other, both in [2^-459, 2^511)
-    static void balanced(vd ax, vd ay, vd& w_out, vd& v_out) {
-        const DD x2 = sqr_dd(ax), y2 = sqr_dd(ay);
-        const DD s2 = sum_dd(x2.hi, y2.hi);
-        vd s;
-        const DD m = sqrt_dd({s2.hi, V::add(s2.lo, V::add(x2.lo, y2.lo))}, s);
-        const DD t = sum_dd(ax, m.hi);
-        const DD w = sqrt_dd({V::mul(t.hi, k(0.5)), V::mul(V::add(t.lo, m.lo), k(0.5))}, s);
-        // 1/w = s (1 - e), e = (w.hi + w.lo) s - 1 from the exact product
-        const DD ws = mul_dd(w.hi, s);
-        const vd e = V::add(V::add(V::sub(ws.hi, k(1.0)), ws.lo), V::mul(w.lo, s));
-        const DD p = mul_dd(V::mul(ay, k(0.5)), s);
-        w_out = V::add(w.hi, w.lo);
-        v_out = V::add(p.hi, V::sub(p.lo, V::mul(p.hi, e)));
+    // |x| and |y| both in [2^-459, 2^511), where every square and product
+    // below is a normal double: w = sqrt((|x| + |z|)/2) and v = |y|/(2w), or
+    // w = sqrt|x| where `xdom`, and w = v = sqrt(|y|/2) where `ydom`.
+    // Arranged for a short chain: each root's product comes with its
+    // reciprocal root, and the second root starts from |x|/2 + r/2 while
+    // |z|'s residual is still being formed.
+    static void roots(vd ax, vd ay, vd xdom, vd ydom, vd& w_out, vd& v_out) {
+        const vd half = k(0.5);
+        // |z| = r + ml with r2 = r/2 = (a s)/2: with r within a few ulps of
+        // |z|, b^2 - r^2 is a multiple of b's ulp squared below 2^53 of
+        // them, hence exact
+        const vd b = V::max_(ax, ay), c = V::min_(ax, ay);
+        const vd a = V::add(V::mul(b, b), V::mul(c, c));
+        vd r2;
+        const vd s = rsqrt(a, V::mul(a, half), r2);
+        const vd r = V::add(r2, r2);
+        const vd bh = upper(b), ch = upper(c), rh = upper(r);
+        const vd bl = V::sub(b, bh), cl = V::sub(c, ch), rl = V::sub(r, rh);
+        const vd big = V::add(V::sub(V::mul(bh, bh), V::mul(rh, rh)), V::mul(ch, ch));
+        const vd low = V::sub(V::add(V::mul(bl, V::add(b, bh)), V::mul(cl, V::add(c, ch))), V::mul(rl, V::add(r, rh)));
+        const vd ml2 = V::mul(V::add(big, low), V::mul(s, k(0.25)));
+        // T = (|x| + |z|)/2 = Th + Tl, the sum's rounding error kept
+        const vd q = V::mul(ay, half);
+        const DD t = sum_dd(V::mul(ax, half), r2);
+        const vd dom = V::or_(xdom, ydom);
+        const vd Th = V::select(dom, V::select(xdom, ax, q), t.hi);
+        const vd Tl = V::andnot(dom, V::add(t.lo, ml2));
+        // w = w0 + cw, w0 = T s2 and cw = (T - w0^2) s2/2, T - wh^2 exact
+        vd w0;
+        const vd s2 = rsqrt(Th, Th, w0);
+        const vd wh = upper(w0), wl = V::sub(w0, wh);
+        const vd dw = V::add(V::sub(Th, V::mul(wh, wh)), V::sub(Tl, V::mul(wl, V::add(w0, wh))));
+        const vd cw = V::mul(dw, V::mul(s2, half));
+        // v = v0 + (q - v0 (w0 + cw)) s2, q - vh wh exact, the cw term late,
+        // the two small terms summed before v0 (one rounding)
+        const vd v0 = V::mul(q, s2);
+        const vd vh = upper(v0), vl = V::sub(v0, vh);
+        const vd res = V::sub(V::sub(V::sub(q, V::mul(vh, wh)), V::mul(vh, wl)), V::mul(vl, w0));
+        w_out = V::add(w0, cw);
+        v_out = V::select(ydom, w_out, V::add(v0, V::sub(V::mul(res, s2), V::mul(V::mul(v0, s2), cw))));
     }
 
     // |x| far above |y|, |y| at least 2^-969: w = sqrt|x| (1 + d) with

@@ -1,21 +1,19 @@
-// zSqrt_fast: the complex square root in double arithmetic, one element at
-// a time (the cpu type 1 member of vzSqrt), and zSqrt_slow, the branch it
-// and the vector members share for parts outside the band. Same formula as
-// zSqrt_scalar: w = sqrt((|x| + m)/2), v = |y|/(2w), m = |z|, and (w, v)
-// or (v, w) with the sign of y by the sign of x.
+// zSqrt_slow: the branch that zSqrt_fast (the cpu type 1 member of vzSqrt)
+// and the vector members share for arguments outside the band, on their
+// formula: w = sqrt((|x| + m)/2), v = |y|/(2w), m = |z|, and (w, v) or
+// (v, w) with the sign of y by the sign of x. zSqrt_fast itself is the
+// vector members' body on one lane (sqrt_lanes.h).
 //
 //   band     both parts from 2^-459 up to below 2^511 (high words less
 //            0x23400000 below 0x3ca00000, unsigned): x^2 + y^2 is then a
 //            normal double, and no part is zero, subnormal, infinite or NaN
-//   balance  the high words' difference: parts 58 binary orders or more
-//            apart form no squares, since the smaller square is below
-//            2^-116 of the larger
-//   core     sqrt_core.h on the one-lane wrapper
 //   slow     infinities and NaNs by zSqrt_special; zeros and unbalanced
-//            pairs on their one-root paths (a y below 2^-1021 prescaled by
-//            2^199 and the root by 2^-100; a tiny y of an x-dominant pair
-//            by 2^110 for the remainder's sake); the rest scaled into the
-//            band by 2^-514 (results by 2^257) or 2^620 (results by 2^-310)
+//            pairs (the high words 58 binary orders or more apart) on their
+//            one-root paths (a y below 2^-1021 prescaled by 2^199 and the
+//            root by 2^-100; a tiny y of an x-dominant pair by 2^110 for the
+//            remainder's sake); the rest scaled into the band by 2^-514
+//            (results by 2^257) or 2^620 (results by 2^-310) and run through
+//            sqrt_core.h's roots on the one-lane wrapper
 // Each part is within about half an ulp plus 2^-60 relative.
 #pragma once
 
@@ -25,8 +23,6 @@
 namespace {
 
 struct SqrtFast {
-    static constexpr uint32_t band_base = 0x23400000;   // high word of 2^-459
-    static constexpr uint32_t band_width = 0x3ca00000;  // up to 2^511
     static constexpr int32_t balance = 0x3a00000;       // 58 binary orders
     static constexpr uint32_t tiny_y = 0x00200000;      // 2^-1021: prescale below
 };
@@ -61,7 +57,7 @@ inline Z* sqrt_by_balance(Z* r, double x, double y, double in, double out) {
     } else if (d < -SqrtFast::balance) {
         return sqrt_y_only(r, y);
     } else {
-        SqrtOne::balanced(ax * in, ay * in, w, v);
+        SqrtOne::roots(ax * in, ay * in, 0.0, 0.0, w, v);
         w *= out;
         v *= out;
     }
@@ -79,14 +75,6 @@ __attribute__((noinline)) inline Z* zSqrt_slow(Z* r, const Z* a) {
     if (__builtin_fabs(x) >= 1.0 || __builtin_fabs(y) >= 1.0)
         return sqrt_by_balance(r, x, y, 0x1p-514, 0x1p257);
     return sqrt_by_balance(r, x, y, 0x1p620, 0x1p-310);
-}
-
-inline Z* zSqrt_fast(Z* r, const Z* a) {
-    const uint32_t hx = high_word_of(__builtin_fabs(a->real)), hy = high_word_of(__builtin_fabs(a->imag));
-    if (hx - SqrtFast::band_base >= SqrtFast::band_width ||
-        hy - SqrtFast::band_base >= SqrtFast::band_width)
-        return zSqrt_slow(r, a);
-    return sqrt_by_balance(r, a->real, a->imag, 1.0, 1.0);
 }
 
 }  // namespace

@@ -1,19 +1,20 @@
-// The vector members of vzSqrt (cpu types 2 to 5): the steps of zSqrt_fast
-// on V::lanes elements at once, masks in place of its branches.
+// The double members of vzSqrt: zSqrt_parts, the steps on V::lanes
+// elements at once with masks in place of branches, on four of the unit's
+// vectors side by side at cpu types 2 to 5 and on four scalar lanes at cpu
+// type 1 (four independent chains in SSE2 scalar code); zSqrt_fast is the
+// same body on one lane.
 //
 //   band     |x| and |y| in [2^-459, 2^511), by integer compares of the
 //            patterns (a NaN fails quietly): the lanes outside are computed
 //            on 1.0, so that they raise nothing, and redone one by one, in
 //            order, by zSqrt_slow, which passes infinite and NaN parts to
 //            zSqrt_special
-//   balance  |y| 2^58 < |x| or |x| 2^58 < |y|: the x-dominant and
-//            y-dominant results replace the balanced ones where the mask
-//            says so; each is computed only when some lane needs it
+//   balance  |y| 2^58 < |x| or |x| 2^58 < |y|: masks that give the
+//            lanes' second root sqrt|x| or sqrt(|y|/2) in place of
+//            sqrt((|x| + |z|)/2), within the same body
 // Arguments are read before any result is written, so a block may be
 // computed in place.
 #pragma once
-
-#include <type_traits>
 
 #include <type_traits>
 
@@ -63,25 +64,21 @@ __attribute__((always_inline)) inline int zSqrt_parts(typename V::vd x, typename
     const int refused = ~V::mask(in) & ((1 << L) - 1);
     ax = V::select(in, ax, C::k(1.0));
     ay = V::select(in, ay, C::k(1.0));
-    vd w, v;
-    C::balanced(ax, ay, w, v);
     const vd far = C::k(0x1p58);
-    const vd xdom = V::lt(V::mul(ay, far), ax), ydom = V::lt(V::mul(ax, far), ay);
-    if (V::mask(xdom)) {
-        vd w1, v1;
-        C::x_dominant(ax, ay, w1, v1);
-        w = V::select(xdom, w1, w);
-        v = V::select(xdom, v1, v);
-    }
-    if (V::mask(ydom)) {
-        const vd h = C::half_root(ay);
-        w = V::select(ydom, h, w);
-        v = V::select(ydom, h, v);
-    }
+    vd w, v;
+    C::roots(ax, ay, V::lt(V::mul(ay, far), ax), V::lt(V::mul(ax, far), ay), w, v);
     const vd xneg = sign_mask<V>(x);
     re = V::select(xneg, v, w);
     im = V::or_(V::select(xneg, w, v), sign_of<V>(y));
     return refused;
+}
+
+// One element: the cpu type 1 member's steps on the one-lane wrapper, and
+// the routine the tests hold every vector member to, bit for bit.
+inline Z* zSqrt_fast(Z* r, const Z* a) {
+    double re, im;
+    if (zSqrt_parts<Scalar>(a->real, a->imag, re, im)) return zSqrt_slow(r, a);
+    return put(r, re, im);
 }
 
 // r[0 .. V::lanes) = sqrt of a[0 .. V::lanes).

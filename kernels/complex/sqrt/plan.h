@@ -1,7 +1,8 @@
 // Complex Sqrt by cpu type: four members, LA and EP running HA.
 //
 //   T  cpu type 0: the thin kernel over zSqrt_scalar (extended precision)
-//   F  cpu type 1: zSqrt_fast, one element at a time in SSE2 doubles
+//   F  cpu type 1: zSqrt_fast's steps in scalar SSE2 doubles on four
+//      elements side by side, a block of four
 //   V  cpu types 2 to 5: zSqrt_parts on four of the unit's vectors side by
 //      side, 8 elements a block (16 at type 5), the lanes outside the band
 //      through zSqrt_slow

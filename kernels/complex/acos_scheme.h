@@ -1,5 +1,6 @@
 // The scheme that zAcos_scalar, zAcosh_scalar and zAsinh_scalar share, for
-// a real-like part p > 0 and an other part q > 0, both finite:
+// a real-like part p > 0 and an other part q > 0, both finite (the
+// absolute values of the argument's parts, read where used: part_abs):
 //
 //   r = |(p + 1) + iq|, s = |(p - 1) + iq|, A = (r + s)/2
 //   angle = acos(p/A) (asin(p/A) for asinh)  where p/A is below the
@@ -39,36 +40,38 @@ struct AcosParts {
 };
 
 template <bool SineType>
-inline AcosParts acos_scheme(long double p, long double q) {
-    const long double q2 = q * q;
-    const long double r = ext_sqrt_inline((p + 1.0L) * (p + 1.0L) + q2);
-    const long double s = ext_sqrt_inline((p - 1.0L) * (p - 1.0L) + q2);
+inline AcosParts acos_scheme(const double* p_part, const double* q_part) {
+    const auto p = [p_part] { return part_abs(p_part); };
+    const auto q = [q_part] { return part_abs(q_part); };
+    const long double q2 = q() * q();
+    const long double r = ext_sqrt_inline((p() + 1.0L) * (p() + 1.0L) + q2);
+    const long double s = ext_sqrt_inline((p() - 1.0L) * (p() - 1.0L) + q2);
     const long double A = (r + s) * 0.5L;
-    long double sm = s - (p - 1.0L);
-    if (!SineType && sm == 0) sm = q;
-    const bool above = p > 1.0L, big = A > 1.5L;
+    long double sm = s - (p() - 1.0L);
+    if (!SineType && sm == 0) sm = q();
+    const bool above = p() > 1.0L, big = A > 1.5L;
     const long double AB = A * (SineType ? 0.9L : 0.6417L);
-    const bool direct = SineType ? p <= AB : p < AB;
+    const bool direct = SineType ? p() <= AB : p() < AB;
     // The angle's root: of (1 - u)(1 + u), u = p/A, on the direct side; of
     // w, times q, for p > 1; of (sm + q^2/(r + p + 1)) (A + p)/2 below. A
     // divisor that a side not taken could make zero is replaced before the
     // division, so that no value unused raises a flag.
-    const long double u = p / A;
-    const long double Ap = A + p;
-    const long double d1 = (above ? Ap : q2) / (r + p + 1.0L);
-    const long double d2 = Ap / (above ? s + (p - 1.0L) : 1.0L);
+    const long double u = p() / A;
+    const long double Ap = A + p();
+    const long double d1 = (above ? Ap : q2) / (r + p() + 1.0L);
+    const long double d2 = Ap / (above ? s + (p() - 1.0L) : 1.0L);
     const long double w = above ? (d1 + d2) * 0.5L : (sm + d1) * Ap * 0.5L;
     const long double root = ext_sqrt_inline(direct ? (1.0L - u) * (1.0L + u) : w);
     // The logarithm's root: of A^2 - 1 above 1.5, of (A + 1) t below
-    const bool from_one = p >= 1.0L;
+    const bool from_one = p() >= 1.0L;
     const long double em = q2 / (from_one ? 1.0L : sm);
-    const long double e = from_one ? (p - 1.0L) + s : em;
-    const long double t = (q2 / (p + 1.0L + r) + e) * 0.5L;
+    const long double e = from_one ? (p() - 1.0L) + s : em;
+    const long double t = (q2 / (p() + 1.0L + r) + e) * 0.5L;
     const long double root2 = ext_sqrt_inline(big ? A * A - 1.0L : (A + 1.0L) * t);
     AcosParts out;
-    const long double side = root * (direct || !above ? 1.0L : q);  // exact times 1
-    const long double num = SineType ? (direct ? u : p) : side;
-    const long double den = SineType ? side : (direct ? u : p);
+    const long double side = root * (direct || !above ? 1.0L : q());  // exact times 1
+    const long double num = SineType ? (direct ? u : p()) : side;
+    const long double den = SineType ? side : (direct ? u : p());
     // num and den are positive, normal and of moderate size: ext_atan2's
     // main path, inline; below 2^-33 the sine type's asin u is u itself
     out.angle = SineType && direct && u < Ext::tiny33 ? u : atan2_main(num, den);

@@ -28,7 +28,7 @@ ZVL_SCALAR_ROUTINE Z* zAcos_scalar(Z* r, const Z* a) {
     const long double X = x, Y = y;
     constexpr double inf = __builtin_inf();
     if (finite_nonzero(x, y)) {
-        const AcosParts h = acos_scheme<false>(fabs_d(&x), fabs_d(&y));
+        const AcosParts h = acos_scheme<false>(&x, &y);
         return put_ext(r, neg(x) ? pi_less(h.angle) : h.angle, ext_neg_if(h.log, !neg(y)));
     }
     if (zero(x)) return put(r, Angles::pio2, flip_unless_nan(static_cast<double>(ext_asinh(Y))));

@@ -29,7 +29,7 @@ ZVL_SCALAR_ROUTINE Z* zAcosh_scalar(Z* r, const Z* a) {
     const long double X = x, Y = y;
     constexpr double inf = __builtin_inf();
     if (finite_nonzero(x, y)) {
-        const AcosParts h = acos_scheme<false>(fabs_d(&x), fabs_d(&y));
+        const AcosParts h = acos_scheme<false>(&x, &y);
         return put_ext(r, h.log, ext_neg_if(neg(x) ? pi_less(h.angle) : h.angle, neg(y)));
     }
     if (zero(y) && !is_nan(x)) {

@@ -26,7 +26,7 @@ ZVL_SCALAR_ROUTINE Z* zAsinh_scalar(Z* r, const Z* a) {
     const long double X = x, Y = y;
     constexpr double inf = __builtin_inf();
     if (finite_nonzero(x, y)) {
-        const AcosParts h = acos_scheme<true>(fabs_d(&y), fabs_d(&x));
+        const AcosParts h = acos_scheme<true>(&y, &x);
         return put_ext(r, ext_neg_if(h.log, neg(x)), ext_neg_if(h.angle, neg(y)));
     }
     if (zero(y)) return put(r, static_cast<double>(ext_asinh(X)), y);

@@ -26,27 +26,32 @@
 
 namespace {
 
-inline long double atanh_real(long double x, long double y) {
-    const long double y2 = y * y;
-    const long double P = (x + 1.0L) * (x + 1.0L) + y2;
-    const long double Q = (x - 1.0L) * (x - 1.0L) + y2;
-    if (ext_abs(P - Q) <= 0.03L * Q) return ext_atanh(2.0L * x / (y2 + x * x + 1.0L)) * 0.5L;
+// The parts x and y are read from the argument where used (part_load).
+inline long double atanh_real(const double* x_part, const double* y_part) {
+    const auto x = [x_part] { return part_load(x_part); };
+    const auto y = [y_part] { return part_load(y_part); };
+    const long double y2 = y() * y();
+    const long double P = (x() + 1.0L) * (x() + 1.0L) + y2;
+    const long double Q = (x() - 1.0L) * (x() - 1.0L) + y2;
+    if (ext_abs(P - Q) <= 0.03L * Q) return ext_atanh(2.0L * x() / (y2 + x() * x() + 1.0L)) * 0.5L;
     return ext_log(P / Q) * 0.25L;
 }
 
-inline long double atanh_imag(long double x, long double y) {
-    const long double t = (1.0L - x * x) - y * y;
+inline long double atanh_imag(const double* x_part, const double* y_part) {
+    const auto x = [x_part] { return part_load(x_part); };
+    const auto y = [y_part] { return part_load(y_part); };
+    const long double t = (1.0L - x() * x()) - y() * y();
     // 2y and t are finite, not zero and of moderate size: ext_atan2's main
     // path, inline
-    if (ext_abs(t) >= 0.03L) return atan2_main(2.0L * y, t) * 0.5L;
-    return (ext_atan2(y, 1.0L + x) - ext_atan2(-y, 1.0L - x)) * 0.5L;
+    if (ext_abs(t) >= 0.03L) return atan2_main(2.0L * y(), t) * 0.5L;
+    return (ext_atan2(y(), 1.0L + x()) - ext_atan2(-y(), 1.0L - x())) * 0.5L;
 }
 
 ZVL_SCALAR_ROUTINE Z* zAtanh_scalar(Z* r, const Z* a) {
     const double x = a->real, y = a->imag;
     const long double X = x, Y = y;
     if (finite_nonzero(x, y))
-        return put_ext(r, atanh_real(X, Y), atanh_imag(X, Y));
+        return put_ext(r, atanh_real(&x, &y), atanh_imag(&x, &y));
     const double quarter_turn = signed_as(Angles::pio2, neg(y));
     if (zero(x)) {
         if (finite(y)) return put(r, x, static_cast<double>(ext_atan(Y)));
@@ -54,7 +59,7 @@ ZVL_SCALAR_ROUTINE Z* zAtanh_scalar(Z* r, const Z* a) {
     }
     if (zero(y) && finite(x)) {
         if (__builtin_fabs(x) <= 1.0) return put(r, static_cast<double>(ext_atanh(X)), y);
-        return put(r, static_cast<double>(atanh_real(X, Y)), quarter_turn);
+        return put(r, static_cast<double>(atanh_real(&x, &y)), quarter_turn);
     }
     if (is_nan(x)) return is_inf(y) ? put(r, 0.0, quarter_turn) : put(r, nan_times(x, y), nan_times(x, y));
     if (is_nan(y)) return is_inf(x) ? put(r, signed_as(0.0, neg(x)), y * y) : put(r, x * y, x * y);

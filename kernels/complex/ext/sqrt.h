@@ -93,6 +93,16 @@ inline long double ext_sqrt(long double x) {
     return sqrt_normal(x);
 }
 
+// ext_sqrt with its common case, a positive, normal and finite argument,
+// in the caller's code: for callers that take several roots an element
+// (the complex inverse functions), whose chains then overlap, and whose
+// arguments need not pass through a call. Other arguments go to ext_sqrt.
+__attribute__((always_inline)) inline long double ext_sqrt_inline(long double x) {
+    const int ef = ext_exp_field(x);
+    if (__builtin_expect(ext_sign(x) || ef == 0 || ef == 0x7fff, 0)) return ext_sqrt(x);
+    return sqrt_normal(x);
+}
+
 // sqrt(a.hi + a.lo) as a pair, for a.hi positive and finite.
 inline Pair sqrt_pair(Pair a) {
     const long double s = ext_sqrt(a.hi);

@@ -39,6 +39,7 @@
 
 #include "kernels/common/isa.h"
 #include "kernels/common/lanes.h"
+#include "kernels/common/twin.h"
 #include "kernels/common/double_word.h"
 #include "kernels/erf/erfc/data.h"
 #include "kernels/erf/poly.h"
@@ -89,7 +90,7 @@ struct ErfcConstants {
 // entry 0, as such arguments are replaced before use.
 template <class V>
 inline void erfc_row(typename V::vd w, typename V::vd* c, typename V::vd& y) {
-    using I = Lanes<V::lanes>;
+    using I = LanesOf<V>;
     using vi = typename I::vi;
     vi i = I::sub(I::and_(I::hi32(w), I::splat(0x7ffc0000)), I::splat(0x3fcc0000));
     i = I::and_(i, I::lt(I::splat(-1), i));
@@ -132,7 +133,7 @@ inline void erfc_exp(typename V::vd sq, typename V::vd sl, typename V::vd& T_hi,
     // -N = 128 n + j from v's low words; the scale by adding n to the
     // exponent of `unit` (n >= -1070 while w < 27.3; from -1017 on below
     // 26.54, where 2^n itself is normal)
-    using I = Lanes<V::lanes>;
+    using I = LanesOf<V>;
     const typename I::vi k = I::lo32(v);
     uint32_t j[V::lanes];
     I::store(j, I::and_(k, I::splat(127)));
@@ -202,7 +203,7 @@ struct ErfcHA : ErfcLanes<ErfcHA> {
     // E * G = A + B for w in [0, 27.3): A = T_hi times G's leading 26 bits,
     // exact, and B the rest, within 0.4% of A; scale = 2^n * unit.
     template <class V>
-    static void product(typename V::vd w, typename V::vd& A, typename V::vd& B,
+    __attribute__((always_inline)) static void product(typename V::vd w, typename V::vd& A, typename V::vd& B,
                         typename V::vd& scale, double unit) {
         using vd = typename V::vd;
         // G = g(w) = C + L y + y^2 Q(y) as gh + gl: L_hi y from 26-bit parts,
@@ -234,7 +235,7 @@ struct ErfcHA : ErfcLanes<ErfcHA> {
     // product A + B scaled by s = 2^n, or 2 minus it for negative x. Every
     // lane takes these steps; the others' results are replaced after.
     template <class V>
-    static typename V::vd ordinary(typename V::vd x, typename V::vd A, typename V::vd B,
+    __attribute__((always_inline)) static typename V::vd ordinary(typename V::vd x, typename V::vd A, typename V::vd B,
                                    typename V::vd s) {
         const typename V::vd pos = V::mul(V::add(A, B), s);
         return V::select(V::lt(x, V::splat(0.0)), two_minus<V>(V::mul(A, s), V::mul(B, s)), pos);
@@ -299,7 +300,7 @@ struct ErfcPlain : ErfcLanes<ErfcPlain<LA>> {
 
     // The product, or 2 minus it for negative x, at the argument w.
     template <class V>
-    static typename V::vd result(typename V::vd x, typename V::vd w) {
+    __attribute__((always_inline)) static typename V::vd result(typename V::vd x, typename V::vd w) {
         using vd = typename V::vd;
         using C = ErfcConstants;
         vd c[16], y;

@@ -81,13 +81,19 @@ struct ErfcConstants {
     // to it, the sum's last place is the subnormals' 2^-1074 scaled by 2^200
     static constexpr double subnormal_base = zvl::from_bits(0x0c90000000000000);
     static constexpr uint64_t quiet_bit = 0x0008000000000000;
+    // keeps a value's sign, exponent and two leading fraction bits: the
+    // start of its quarter-binade
+    static constexpr uint64_t row_start_mask = 0xfffc000000000000;
     static constexpr double inf = zvl::from_bits(Fp64::exp_mask);
 };
 
 // The row of the polynomial table for w, and y = w - the row's start. The
 // index rule: the high word AND 0x7ffc0000, from 0x3fcc0000 on (below it
 // entry 0), four entries a binade; offsets past the table fall back to
-// entry 0, as such arguments are replaced before use.
+// entry 0, as such arguments are replaced before use. The start of a row
+// from 0.25 on is w cut to its quarter-binade (sign, exponent and two
+// leading fraction bits), the value kErfcStarts holds for it, and 0 below
+// 0.25: so it comes from w by a mask, with no gather of its own.
 template <class V>
 inline void erfc_row(typename V::vd w, typename V::vd* c, typename V::vd& y) {
     using I = LanesOf<V>;
@@ -95,11 +101,12 @@ inline void erfc_row(typename V::vd w, typename V::vd* c, typename V::vd& y) {
     vi i = I::sub(I::and_(I::hi32(w), I::splat(0x7ffc0000)), I::splat(0x3fcc0000));
     i = I::and_(i, I::lt(I::splat(-1), i));
     i = I::and_(i, I::lt(i, I::splat(0x6c0001)));
-    uint32_t j[V::lanes], k[V::lanes];
+    uint32_t j[V::lanes];
     I::store(j, I::template srli<15>(i));  // the entry's first pair: 8 pairs an entry
-    I::store(k, I::template srli<17>(i));  // its start: 2 doubles an entry
     for (int m = 0; m < 16; m += 2) V::gather_pairs(&zvl::kErfcTable[0][m], j, c[m], c[m + 1]);
-    y = V::sub(w, V::gather(&zvl::kErfcStarts[0][0], k));
+    const typename V::vd start = V::and_(V::and_(w, splat_bits<V>(ErfcConstants::row_start_mask)),
+                                         V::le(V::splat(0.25), w));
+    y = V::sub(w, start);
 }
 
 // The row for w and Q(y) = c2 + c3 y + ... + c13 y^11, the part of g every

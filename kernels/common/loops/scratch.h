@@ -70,6 +70,15 @@ struct PairTail : std::false_type {};
 template <class F>
 struct PairTail<F, std::void_t<decltype(F::pair_tail)>> : std::bool_constant<F::pair_tail> {};
 
+// A family whose blocks are two of its units side by side (two vectors in
+// flight, each a block of the unit's width) declares `static constexpr
+// bool half_tail = true;`: after the blocks, half a block left runs as one
+// block of half the vectors before the one-at-a-time loop.
+template <class F, class = void>
+struct HalfTail : std::false_type {};
+template <class F>
+struct HalfTail<F, std::void_t<decltype(F::half_tail)>> : std::bool_constant<F::half_tail> {};
+
 // One block of NV vectors from element `base`: its lanes, then the refused
 // ones through the callout, then the stores. xs to us are the scratch
 // groups, each of at least NV vectors.
@@ -148,6 +157,12 @@ __attribute__((always_inline)) inline void scratch_loop(const F& f, int32_t n, c
     for (int32_t base = 0; base < m; base += W)
         scratch_block<Cpu, V, NV, F, S>(f, base, a, b, r, r2, name, xs, zs, ys, us, l);
     end_long_array(l);
+    if constexpr (HalfTail<F>::value && NV % 2 == 0) {
+        if (n - m >= W / 2) {
+            scratch_block<Cpu, V, NV / 2, F, S>(f, m, a, b, r, r2, name, xs, zs, ys, us);
+            m += W / 2;
+        }
+    }
     if constexpr (PairTail<F>::value && W > 2) {
         // the pair is one or two vectors of the block's wrapper, or two
         // single lanes where its vectors are wider

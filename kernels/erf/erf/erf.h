@@ -36,6 +36,7 @@
 
 #include "kernels/common/isa.h"
 #include "kernels/common/lanes.h"
+#include "kernels/common/twin.h"
 #include "kernels/common/double_word.h"
 #include "kernels/erf/erf/data.h"
 #include "kernels/erf/poly.h"
@@ -69,7 +70,7 @@ struct ErfConstants {
 // Shift.
 template <class V, int Shift>
 inline void erf_entries(typename V::vd ax, int32_t mask, int32_t base, int32_t top, uint32_t* pair) {
-    using I = Lanes<V::lanes>;
+    using I = LanesOf<V>;
     using vi = typename I::vi;
     vi k = I::sub(I::and_(I::hi32(ax), I::splat(mask)), I::splat(base));
     k = I::and_(k, I::lt(I::splat(-1), k));
@@ -82,7 +83,7 @@ inline void erf_entries(typename V::vd ax, int32_t mask, int32_t base, int32_t t
 // a class).
 template <class V, bool Small>
 inline void erf_classes(typename V::vd ax, uint32_t* cls) {
-    using I = Lanes<V::lanes>;
+    using I = LanesOf<V>;
     using vi = typename I::vi;
     const vi hi = I::hi32(ax);
     // all ones where not small (from 2^-1015, high word 0x00800000), where
@@ -150,7 +151,7 @@ inline typename V::vd erf_small(typename V::vd x, typename V::vd ax) {
 struct ErfHA {
     // The main path on |x| = ax, the sign of x ORed back in.
     template <class V>
-    static typename V::vd main(typename V::vd x, typename V::vd ax) {
+    __attribute__((always_inline)) static typename V::vd main(typename V::vd x, typename V::vd ax) {
         using vd = typename V::vd;
         using C = ErfConstants;
         uint32_t j[V::lanes];
@@ -196,7 +197,7 @@ template <int D>
 struct ErfPoly {
     static_assert(D <= 13, "columns 0 to 13 hold the coefficients");
     template <class V>
-    static typename V::vd main(typename V::vd x, typename V::vd ax) {
+    __attribute__((always_inline)) static typename V::vd main(typename V::vd x, typename V::vd ax) {
         using vd = typename V::vd;
         using C = ErfConstants;
         const double* t = D == 13 ? &zvl::kErfTableLA[0][0] : &zvl::kErfTableEP[0][0];

@@ -11,7 +11,8 @@
 namespace {
 
 template <class Body>
-struct ErfKernel : PerVector<Body> {
+struct ErfKernel : PerTwin<Body> {
+    static constexpr bool half_tail = true;
     template <class V>
     static int special(typename V::vd) {
         return 0;

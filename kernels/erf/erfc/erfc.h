@@ -39,6 +39,7 @@
 
 #include "kernels/common/isa.h"
 #include "kernels/common/lanes.h"
+#include "kernels/common/twin.h"
 #include "kernels/common/double_word.h"
 #include "kernels/erf/erfc/data.h"
 #include "kernels/erf/poly.h"
@@ -80,25 +81,32 @@ struct ErfcConstants {
     // to it, the sum's last place is the subnormals' 2^-1074 scaled by 2^200
     static constexpr double subnormal_base = zvl::from_bits(0x0c90000000000000);
     static constexpr uint64_t quiet_bit = 0x0008000000000000;
+    // keeps a value's sign, exponent and two leading fraction bits: the
+    // start of its quarter-binade
+    static constexpr uint64_t row_start_mask = 0xfffc000000000000;
     static constexpr double inf = zvl::from_bits(Fp64::exp_mask);
 };
 
 // The row of the polynomial table for w, and y = w - the row's start. The
 // index rule: the high word AND 0x7ffc0000, from 0x3fcc0000 on (below it
 // entry 0), four entries a binade; offsets past the table fall back to
-// entry 0, as such arguments are replaced before use.
+// entry 0, as such arguments are replaced before use. The start of a row
+// from 0.25 on is w cut to its quarter-binade (sign, exponent and two
+// leading fraction bits), the value kErfcStarts holds for it, and 0 below
+// 0.25: so it comes from w by a mask, with no gather of its own.
 template <class V>
 inline void erfc_row(typename V::vd w, typename V::vd* c, typename V::vd& y) {
-    using I = Lanes<V::lanes>;
+    using I = LanesOf<V>;
     using vi = typename I::vi;
     vi i = I::sub(I::and_(I::hi32(w), I::splat(0x7ffc0000)), I::splat(0x3fcc0000));
     i = I::and_(i, I::lt(I::splat(-1), i));
     i = I::and_(i, I::lt(i, I::splat(0x6c0001)));
-    uint32_t j[V::lanes], k[V::lanes];
+    uint32_t j[V::lanes];
     I::store(j, I::template srli<15>(i));  // the entry's first pair: 8 pairs an entry
-    I::store(k, I::template srli<17>(i));  // its start: 2 doubles an entry
     for (int m = 0; m < 16; m += 2) V::gather_pairs(&zvl::kErfcTable[0][m], j, c[m], c[m + 1]);
-    y = V::sub(w, V::gather(&zvl::kErfcStarts[0][0], k));
+    const typename V::vd start = V::and_(V::and_(w, splat_bits<V>(ErfcConstants::row_start_mask)),
+                                         V::le(V::splat(0.25), w));
+    y = V::sub(w, start);
 }
 
 // The row for w and Q(y) = c2 + c3 y + ... + c13 y^11, the part of g every
@@ -132,7 +140,7 @@ inline void erfc_exp(typename V::vd sq, typename V::vd sl, typename V::vd& T_hi,
     // -N = 128 n + j from v's low words; the scale by adding n to the
     // exponent of `unit` (n >= -1070 while w < 27.3; from -1017 on below
     // 26.54, where 2^n itself is normal)
-    using I = Lanes<V::lanes>;
+    using I = LanesOf<V>;
     const typename I::vi k = I::lo32(v);
     uint32_t j[V::lanes];
     I::store(j, I::and_(k, I::splat(127)));
@@ -202,7 +210,7 @@ struct ErfcHA : ErfcLanes<ErfcHA> {
     // E * G = A + B for w in [0, 27.3): A = T_hi times G's leading 26 bits,
     // exact, and B the rest, within 0.4% of A; scale = 2^n * unit.
     template <class V>
-    static void product(typename V::vd w, typename V::vd& A, typename V::vd& B,
+    __attribute__((always_inline)) static void product(typename V::vd w, typename V::vd& A, typename V::vd& B,
                         typename V::vd& scale, double unit) {
         using vd = typename V::vd;
         // G = g(w) = C + L y + y^2 Q(y) as gh + gl: L_hi y from 26-bit parts,
@@ -234,7 +242,7 @@ struct ErfcHA : ErfcLanes<ErfcHA> {
     // product A + B scaled by s = 2^n, or 2 minus it for negative x. Every
     // lane takes these steps; the others' results are replaced after.
     template <class V>
-    static typename V::vd ordinary(typename V::vd x, typename V::vd A, typename V::vd B,
+    __attribute__((always_inline)) static typename V::vd ordinary(typename V::vd x, typename V::vd A, typename V::vd B,
                                    typename V::vd s) {
         const typename V::vd pos = V::mul(V::add(A, B), s);
         return V::select(V::lt(x, V::splat(0.0)), two_minus<V>(V::mul(A, s), V::mul(B, s)), pos);
@@ -299,7 +307,7 @@ struct ErfcPlain : ErfcLanes<ErfcPlain<LA>> {
 
     // The product, or 2 minus it for negative x, at the argument w.
     template <class V>
-    static typename V::vd result(typename V::vd x, typename V::vd w) {
+    __attribute__((always_inline)) static typename V::vd result(typename V::vd x, typename V::vd w) {
         using vd = typename V::vd;
         using C = ErfcConstants;
         vd c[16], y;

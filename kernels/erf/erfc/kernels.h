@@ -12,7 +12,9 @@
 namespace {
 
 template <class Body>
-struct ErfcKernel : PerVector<Body>, Body {};
+struct ErfcKernel : PerTwin<Body>, Body {
+    static constexpr bool half_tail = true;
+};
 
 using ErfcFamily = PlannedFamily<zvl::plans::Erfc, D1Shape, Letter<'H', ErfcKernel<ErfcHA>>,
                                  Letter<'L', ErfcKernel<ErfcLA>>, Letter<'E', ErfcKernel<ErfcEP>>>;

@@ -9,7 +9,13 @@ namespace zvl {
 namespace plans {
 namespace {
 
-constexpr Plan Erfc = Erf;
+// As Erf's, with EP too two blocks side by side at cpu type 5: its
+// exponential and product keep it bound by latency.
+constexpr Plan Erfc = plan({erf_blocks(0, 'H', kErfGuard), kRunsHA, kRunsHA}, erf_row(1, kErfGuard),
+                           erf_row(2, kErfGuard), erf_row(3, kErfGuard), erf_row(4, kErfGuard),
+                           erf_row(5, kErfGuard, Wrap::unit, true));
+
+static_assert(well_formed(Erfc));
 
 }  // namespace
 }  // namespace plans

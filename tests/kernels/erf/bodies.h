@@ -20,11 +20,15 @@ enum ErfBody {
 using ErfRun = void (*)(ErfBody b, int n, const double* a, double* r, int32_t* st);
 
 // One per wrapper: Scalar and Sse2 at the baseline, Sse41 built with
-// SSE4.1, Avx built with AVX (call only where the processor has it).
+// SSE4.1, Avx built with AVX (call only where the processor has it), and
+// twins of Sse41 and Avx, two vectors side by side as the kernels of cpu
+// types 1 to 5 run Erf and Erfc (ErfInv runs their single vectors).
 void erf_run_scalar(ErfBody b, int n, const double* a, double* r, int32_t* st);
 void erf_run_sse2(ErfBody b, int n, const double* a, double* r, int32_t* st);
 void erf_run_sse41(ErfBody b, int n, const double* a, double* r, int32_t* st);
 void erf_run_avx(ErfBody b, int n, const double* a, double* r, int32_t* st);
+void erf_run_twin_sse41(ErfBody b, int n, const double* a, double* r, int32_t* st);
+void erf_run_twin_avx(ErfBody b, int n, const double* a, double* r, int32_t* st);
 
 struct ErfWrapper {
     const char* name;
@@ -36,6 +40,8 @@ inline constexpr ErfWrapper kErfWrappers[] = {
     {"Sse2", erf_run_sse2, false},
     {"Sse41", erf_run_sse41, false},
     {"Avx", erf_run_avx, true},
+    {"Twin<Sse41>", erf_run_twin_sse41, false},
+    {"Twin<Avx>", erf_run_twin_avx, true},
 };
 
 const char* erf_body_name(ErfBody b);

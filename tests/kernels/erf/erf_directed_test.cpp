@@ -242,5 +242,20 @@ TEST(ErfDirected, ErfcIntervalsKeepTheFastTwoSumsExact) {
     }
 }
 
+// The kernels take a row's start from the argument, cut to its
+// quarter-binade (0 below 0.25), in place of kErfcStarts: the cut of each
+// end of every interval is the start the table holds for it.
+TEST(ErfDirected, ErfcRowStartsAreTheArgumentsCut) {
+    auto cut = [](double w) {
+        return w < 0.25 ? 0.0 : from_bits(bits_of(w) & 0xfffc000000000000);
+    };
+    for (int k = 0; k < 28; ++k) {
+        const double start = zvl::kErfcStarts[k][0];
+        const double end = k == 0 ? 0.25 : k == 27 ? 27.3 : zvl::kErfcStarts[k + 1][0];
+        EXPECT_EQ(bits_of(cut(start)), bits_of(start)) << "entry " << k;
+        EXPECT_EQ(bits_of(cut(std::nextafter(end, 0.0))), bits_of(start)) << "entry " << k;
+    }
+}
+
 }  // namespace
 }  // namespace zvl_test

@@ -25,44 +25,67 @@
 #include "kernels/common/isa.h"
 #include "kernels/common/lanes.h"
 #include "kernels/common/loops.h"
+#include "kernels/common/twin.h"
 #include "kernels/common/double_word.h"
 #include "kernels/trig/double_word.h"
 #include "kernels/trig/hyperbolic/data.h"
 
 namespace {
 
+// The first of the 8 pairs of each lane's row: (w AND 0x7ffc0000) -
+// 0x3fbc0000 kept within [0, 0x780000], then shifted right by 15, on the
+// lanes' high words at once. Twins work out each vector in turn.
+template <class V>
+inline void tanh_rows(typename V::vd a, uint32_t* j) {
+    if constexpr (IsTwin<V>::value) {
+        using I = typename V::inner;
+        tanh_rows<I>(a.a, j);
+        tanh_rows<I>(a.b, j + I::lanes);
+    } else {
+        using L = Lanes<V::lanes>;
+        using vi = typename L::vi;
+        constexpr int32_t top = 0x780000;
+        vi d = L::sub(L::and_(L::hi32(a), L::splat(0x7ffc0000)), L::splat(0x3fbc0000));
+        d = L::and_(d, L::lt(L::splat(-1), d));
+        d = L::add(d, L::and_(L::lt(L::splat(top), d), L::sub(L::splat(top), d)));
+        L::store(j, L::template srli<15>(d));
+    }
+}
+
+// Blocks run as twins (two vectors' chains interleaved, the same bits as
+// one vector at a time): a round's Horner chain is 13 dependent multiply-
+// adds, and one round alone leaves the units idle waiting on it. Each pair
+// of words is fetched as the chain reaches it, so that twins of 256-bit
+// vectors fit the sixteen registers.
 template <bool HA>
-struct TanhForm : PerVector<TanhForm<HA>> {
+struct TanhForm : PerTwin<TanhForm<HA>> {
     template <class V>
     static typename V::vd eval(typename V::vd x) {
         using vd = typename V::vd;
-        using L = Lanes<V::lanes>;
         const vd a = abs_of<V>(x);
-        uint32_t w[V::lanes], j[V::lanes];
-        L::store(w, L::and_(L::hi32(a), L::splat(0x7ffc0000)));
-        for (int l = 0; l < V::lanes; ++l) {
-            const int32_t d = static_cast<int32_t>(w[l] - 0x3fbc0000u);
-            j[l] = d < 0 ? 0 : d > 0x780000 ? 30 * 8 : static_cast<uint32_t>(d) >> 15;
-        }
-        // j: the row's first pair, 8 pairs a row
+        uint32_t j[V::lanes];
+        tanh_rows<V>(a, j);
         const double* rows = zvl::kTanhRows;
-        vd c[14], centre, scale;
-        for (int k = 0; k < 7; ++k) V::gather_pairs(rows + 2 * k, j, c[2 * k], c[2 * k + 1]);
+        vd lo, hi, centre, scale;
         V::gather_pairs(rows + 14, j, centre, scale);
         const vd t = V::mul(V::sub(a, centre), scale);
-        vd r;
+        // c13 t + c12, then two words a step down to c2 (HA) or c0
+        V::gather_pairs(rows + 12, j, lo, hi);
+        vd r = V::mul_add(hi, t, lo);
+        for (int k = 5; k >= 1; --k) {
+            V::gather_pairs(rows + 2 * k, j, lo, hi);
+            r = V::mul_add(V::mul_add(r, t, hi), t, lo);
+        }
+        V::gather_pairs(rows, j, lo, hi);
         if constexpr (HA) {
-            vd q = c[13];
-            for (int k = 12; k >= 2; --k) q = V::mul_add(q, t, c[k]);
-            const vd c1_hi = upper_half<V>(c[1]), t_hi = upper_half<V>(t);
+            const vd c1_hi = upper_half<V>(hi), t_hi = upper_half<V>(t);
             const vd p = V::mul(c1_hi, t_hi);
-            const vd p_lo = V::add(V::mul(c1_hi, V::sub(t, t_hi)), V::mul(V::sub(c[1], c1_hi), t));
+            const vd p_lo = V::add(V::mul(c1_hi, V::sub(t, t_hi)), V::mul(V::sub(hi, c1_hi), t));
             vd s, e;
-            fast_two_sum<V>(c[0], p, s, e);  // |c0| > |c1 t| unless c0 is 0
-            r = V::add(s, V::add(e, V::add(p_lo, V::mul(V::mul(t, t), q))));
+            fast_two_sum<V>(lo, p, s, e);  // |c0| > |c1 t| unless c0 is 0
+            r = V::add(s, V::add(e, V::add(p_lo, V::mul(V::mul(t, t), r))));
         } else {
-            r = c[13];
-            for (int k = 12; k >= 0; --k) r = V::mul_add(r, t, c[k]);
+            r = V::mul_add(V::mul_add(r, t, hi), t, lo);
         }
         // Infinities and NaNs reach row 30 with t = inf * 0: 1 and x + 0
         // (the NaN made quiet, its payload kept; a sum that cannot overflow

@@ -32,7 +32,9 @@ constexpr Plan Sinh = plan(kHyperbolicRowHA, kHyperbolicRow, kHyperbolicRow, kHy
                            kHyperbolicRow, kHyperbolicRow);
 constexpr Plan Cosh = Sinh;
 constexpr Row3 kTanhRow = {hyperbolic('H'), hyperbolic('L'), hyperbolic('L')};
-constexpr Plan Tanh = plan(kHyperbolicRowHA, kTanhRow, kTanhRow, kTanhRow, kTanhRow, kTanhRow);
+constexpr Cell tanh_wide(char variant) { return own(variant, 16, Guard::mxcsr, Loop::scratch); }
+constexpr Row3 kTanhRow5 = {tanh_wide('H'), tanh_wide('L'), tanh_wide('L')};
+constexpr Plan Tanh = plan(kHyperbolicRowHA, kTanhRow, kTanhRow, kTanhRow, kTanhRow, kTanhRow5);
 
 static_assert(well_formed(Sinh) && well_formed(Tanh));
 

@@ -59,10 +59,29 @@ inline void tanh_rows(typename V::vd a, uint32_t* j) {
 // vectors fit the sixteen registers.
 template <bool HA>
 struct TanhForm : PerTwin<TanhForm<HA>> {
+    template <class V, int NV>
+    static void block(const typename V::vd* x, typename V::vd* y) {
+        if constexpr (NV % 4 == 0 && V::lanes == 4) {
+            using Q = Twin<Twin<V>>;
+            for (int j = 0; j < NV; j += 4) {
+                const typename Q::vd r = eval<Q>({{x[j], x[j + 1]}, {x[j + 2], x[j + 3]}});
+                y[j] = r.a.a;
+                y[j + 1] = r.a.b;
+                y[j + 2] = r.b.a;
+                y[j + 3] = r.b.b;
+            }
+        } else {
+            PerTwin<TanhForm<HA>>::template block<V, NV>(x, y);
+        }
+    }
     template <class V>
     static typename V::vd eval(typename V::vd x) {
         using vd = typename V::vd;
-        const vd a = abs_of<V>(x);
+        // Infinities become 32, in row 30 (t = 0, the constant 1) with the
+        // finite arguments from 20 up. A NaN is the minimum's second operand
+        // and passes unchanged; it reaches row 30 too, where t and the
+        // chain carry it, made quiet with its payload kept, as x + 0 would.
+        const vd a = V::min_(V::splat(32.0), abs_of<V>(x));
         uint32_t j[V::lanes];
         tanh_rows<V>(a, j);
         const double* rows = zvl::kTanhRows;
@@ -87,12 +106,6 @@ struct TanhForm : PerTwin<TanhForm<HA>> {
         } else {
             r = V::mul_add(V::mul_add(r, t, hi), t, lo);
         }
-        // Infinities and NaNs reach row 30 with t = inf * 0: 1 and x + 0
-        // (the NaN made quiet, its payload kept; a sum that cannot overflow
-        // where x is finite, nor be folded away) take their place.
-        const vd inf = splat_bits<V>(Fp64::exp_mask);
-        r = V::select(V::lt(a, inf), r,
-                      V::select(V::eq(a, inf), V::splat(1.0), V::add(x, V::splat(0.0))));
         return V::or_(r, sign_of<V>(x));
     }
     template <class V>

@@ -16,8 +16,8 @@
 // within 2^-59 relative. Largest errors found against MPFR (2.4 million
 // arguments; see tests/kernels/trig): LA and EP 0.984 ulp at
 // -0x1.fe8e472c43b61p-14 (row 0's t (1 + t^2 Q) rounds twice), HA 0.513
-// ulp at -0x1.1f6a5b3d0245bp+3. Infinities give +-1 and NaNs x + x, in line. No
-// lane is special, and there is no status.
+// ulp at -0x1.1f6a5b3d0245bp+3. Infinities give +-1 (taken for 32) and NaNs
+// come out quiet, in line. No lane is special, and there is no status.
 //
 // Included inside the unnamed namespace of the per-cpu units (see isa.h).
 #pragma once
@@ -52,16 +52,17 @@ inline void tanh_rows(typename V::vd a, uint32_t* j) {
     }
 }
 
-// Blocks run as twins (two vectors' chains interleaved, the same bits as
-// one vector at a time): a round's Horner chain is 13 dependent multiply-
-// adds, and one round alone leaves the units idle waiting on it. Each pair
-// of words is fetched as the chain reaches it, so that twins of 256-bit
-// vectors fit the sixteen registers.
+// Blocks of four vectors run as one: four rounds' chains interleaved, op by
+// op, each lane computing what it computes alone (the same bits). A
+// round's Horner chain is 13 dependent multiply-adds: one or two rounds at
+// a time leave the units idle waiting on it, and the processor's window
+// does not reach far enough ahead to fill the gaps. Each pair of words is
+// fetched as the chain reaches it, which keeps few registers live.
 template <bool HA>
 struct TanhForm : PerTwin<TanhForm<HA>> {
     template <class V, int NV>
     static void block(const typename V::vd* x, typename V::vd* y) {
-        if constexpr (NV % 4 == 0 && V::lanes == 4) {
+        if constexpr (NV % 4 == 0) {
             using Q = Twin<Twin<V>>;
             for (int j = 0; j < NV; j += 4) {
                 const typename Q::vd r = eval<Q>({{x[j], x[j + 1]}, {x[j + 2], x[j + 3]}});

@@ -11,9 +11,10 @@
 // Tanh: H the rows of TanhRows with the top two terms in two words, L one
 // Horner chain (LA, and EP under its own name); no lane is ever refused.
 //
-// At cpu type 0 LA and EP run HA. Blocks of eight, then one at a time, under
-// the full MXCSR guard: the shifter rounds N to nearest and the two-part
-// sums assume it, whatever the caller's mode. Sinh and Cosh report
+// At cpu type 0 LA and EP run HA. Blocks of eight (Tanh sixteen from cpu
+// type 1 on), then one at a time, under the full MXCSR guard: the shifter
+// rounds N to nearest and the two-part sums assume it, whatever the
+// caller's mode. Sinh and Cosh report
 // ZVL_STATUS_OVERFLOW past 710.47586007394386, through the callout; Tanh
 // never reports.
 #pragma once
@@ -31,7 +32,9 @@ constexpr Row3 kHyperbolicRowHA = {hyperbolic('H'), kRunsHA, kRunsHA};
 constexpr Plan Sinh = plan(kHyperbolicRowHA, kHyperbolicRow, kHyperbolicRow, kHyperbolicRow,
                            kHyperbolicRow, kHyperbolicRow);
 constexpr Plan Cosh = Sinh;
-constexpr Row3 kTanhRow = {hyperbolic('H'), hyperbolic('L'), hyperbolic('L')};
+// Tanh: blocks of sixteen, four rounds side by side (tanh.h)
+constexpr Cell tanh_blocks(char variant) { return own(variant, 16, Guard::mxcsr, Loop::scratch); }
+constexpr Row3 kTanhRow = {tanh_blocks('H'), tanh_blocks('L'), tanh_blocks('L')};
 constexpr Plan Tanh = plan(kHyperbolicRowHA, kTanhRow, kTanhRow, kTanhRow, kTanhRow, kTanhRow);
 
 static_assert(well_formed(Sinh) && well_formed(Tanh));

@@ -111,10 +111,12 @@ void element1(int n, const double* a, double* r, int32_t* st) {
     X("atan", "EP", "element EP", AtanEP1, element1)
 
 // Appends the vector bodies for wrapper V to `out` (a std::vector<BodyRun>):
-// one vector a block, and two (the twins, which must give the same bits).
+// one vector a block, two (the twins) and four (Tanh's four rounds side by
+// side in 256-bit vectors), which must all give the same bits.
 #define ZVL_TRIG_ADD(fn, mode, form, F, runner)                                        \
     zvl_trig_add(out, fn, mode, form, ZVL_TRIG_ISA, runner<ZVL_TRIG_V, F>);            \
-    zvl_trig_add(out, fn, mode, form, ZVL_TRIG_ISA " twin", runner<ZVL_TRIG_V, F, 2>);
+    zvl_trig_add(out, fn, mode, form, ZVL_TRIG_ISA " twin", runner<ZVL_TRIG_V, F, 2>); \
+    zvl_trig_add(out, fn, mode, form, ZVL_TRIG_ISA " quad", runner<ZVL_TRIG_V, F, 4>);
 
 namespace {
 

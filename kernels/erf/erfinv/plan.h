@@ -13,7 +13,7 @@ namespace {
 constexpr Plan ErfInv = plan({own('H', 1, Guard::x87_53, Loop::scratch, Wrap::scalar), kRunsHA,
                               erf_blocks(0, 'E', Guard::none)},
                              erf_row(1, Guard::none), erf_row(2, Guard::none), erf_row(3, Guard::none),
-                             erf_row(4, Guard::none), erf_row(5, Guard::none));
+                             erf_row(4, Guard::none), erf_row(5, Guard::none, Wrap::unit));
 
 static_assert(well_formed(ErfInv));
 

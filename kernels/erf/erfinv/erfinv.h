@@ -104,7 +104,7 @@ struct ErfInvLanes {
     template <class V>
     static int special(typename V::vd x) {
         using C = ErfInvConstants;
-        using I = Lanes<V::lanes>;
+        using I = LanesOf<V>;
         const typename I::vi s = I::add(I::hi32(abs_of<V>(x)), I::splat(C::main_shift));
         return I::mask(I::lt(I::splat(C::last_main), s));
     }

@@ -73,10 +73,17 @@ struct Scalar {
     // into lane l, and gather_pairs loads the two halves of 16-byte entries,
     // t[2*j[l]] and t[2*j[l]+1], into lane l of `a` and `b`.
     static void low_words(vd a, uint32_t* w) { w[0] = static_cast<uint32_t>(zvl::bits(a)); }
+    // gather_adjacent loads t[j[l]] and t[j[l]+1], two neighbouring words
+    // of a longer row, into lane l of `a` and `b` (one unaligned 16-byte
+    // load a lane where the vector wrappers have it).
     static vd gather(const double* t, const uint32_t* j) { return t[j[0]]; }
     static void gather_pairs(const double* t, const uint32_t* j, vd& a, vd& b) {
         a = t[2 * j[0]];
         b = t[2 * j[0] + 1];
+    }
+    static void gather_adjacent(const double* t, const uint32_t* j, vd& a, vd& b) {
+        a = t[j[0]];
+        b = t[j[0] + 1];
     }
 };
 
@@ -129,8 +136,14 @@ struct Sse2 {
     static vd gather(const double* t, const uint32_t* j) {
         return _mm_loadh_pd(_mm_load_sd(t + j[0]), t + j[1]);
     }
-    static void gather_pairs(const double* t, const uint32_t* j, vd& a, vd& b) {
-        const __m128d p0 = _mm_loadu_pd(t + 2 * j[0]), p1 = _mm_loadu_pd(t + 2 * j[1]);
+    static void gather_pairs(const double* t, const uint32_t* j, vd& a, vd& b) { words<2>(t, j, a, b); }
+    static void gather_adjacent(const double* t, const uint32_t* j, vd& a, vd& b) { words<1>(t, j, a, b); }
+
+  private:
+    // t[S*j[l]] and the word after it, lane by lane
+    template <uint32_t S>
+    static void words(const double* t, const uint32_t* j, vd& a, vd& b) {
+        const __m128d p0 = _mm_loadu_pd(t + S * j[0]), p1 = _mm_loadu_pd(t + S * j[1]);
         a = _mm_unpacklo_pd(p0, p1);
         b = _mm_unpackhi_pd(p0, p1);
     }
@@ -220,16 +233,20 @@ struct Avx {
     }
     // Entries 0 and 2 share one 256-bit register, 1 and 3 another; the
     // in-lane unpacks then give lanes in element order.
-    static void gather_pairs(const double* t, const uint32_t* j, vd& a, vd& b) {
-        const vd p02 = _mm256_insertf128_pd(_mm256_castpd128_pd256(_mm_loadu_pd(t + 2 * j[0])),
-                                            _mm_loadu_pd(t + 2 * j[2]), 1);
-        const vd p13 = _mm256_insertf128_pd(_mm256_castpd128_pd256(_mm_loadu_pd(t + 2 * j[1])),
-                                            _mm_loadu_pd(t + 2 * j[3]), 1);
+    static void gather_pairs(const double* t, const uint32_t* j, vd& a, vd& b) { words<2>(t, j, a, b); }
+    static void gather_adjacent(const double* t, const uint32_t* j, vd& a, vd& b) { words<1>(t, j, a, b); }
+
+  private:
+    // t[S*j[l]] and the word after it, lane by lane
+    template <uint32_t S>
+    static void words(const double* t, const uint32_t* j, vd& a, vd& b) {
+        const vd p02 = _mm256_insertf128_pd(_mm256_castpd128_pd256(_mm_loadu_pd(t + S * j[0])),
+                                            _mm_loadu_pd(t + S * j[2]), 1);
+        const vd p13 = _mm256_insertf128_pd(_mm256_castpd128_pd256(_mm_loadu_pd(t + S * j[1])),
+                                            _mm_loadu_pd(t + S * j[3]), 1);
         a = _mm256_unpacklo_pd(p02, p13);
         b = _mm256_unpackhi_pd(p02, p13);
     }
-
-  private:
     static __m128i low(vd a) { return _mm_castpd_si128(_mm256_castpd256_pd128(a)); }
     static __m128i high(vd a) { return _mm_castpd_si128(_mm256_extractf128_pd(a, 1)); }
     static vd join(__m128i l, __m128i h) {

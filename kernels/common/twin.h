@@ -79,6 +79,10 @@ struct Twin {
         V::gather_pairs(t, j, x.a, y.a);
         V::gather_pairs(t, j + V::lanes, x.b, y.b);
     }
+    ZVL_TWIN_INLINE static void gather_adjacent(const double* t, const uint32_t* j, vd& x, vd& y) {
+        V::gather_adjacent(t, j, x.a, y.a);
+        V::gather_adjacent(t, j + V::lanes, x.b, y.b);
+    }
 };
 
 template <class V>

@@ -31,6 +31,7 @@
 
 #include "kernels/common/isa.h"
 #include "kernels/common/lanes.h"
+#include "kernels/common/twin.h"
 #include "kernels/common/double_word.h"
 #include "kernels/erf/erfinv/data.h"
 
@@ -77,7 +78,7 @@ struct ErfInvArg {
 template <class V, int32_t Top, int Shift, int Stride>
 inline void erfinv_rows(typename V::vd t, typename V::vd main, uint32_t* j) {
     static_assert(Stride == 17 || Stride == 6 || Stride == 2, "a stride of the tables");
-    using I = Lanes<V::lanes>;
+    using I = LanesOf<V>;
     using vi = typename I::vi;
     const vi e = I::sub(I::splat(Top), I::template srli<Shift>(I::hi32(t)));
     vi k;
@@ -103,7 +104,7 @@ struct ErfInvLanes {
     template <class V>
     static int special(typename V::vd x) {
         using C = ErfInvConstants;
-        using I = Lanes<V::lanes>;
+        using I = LanesOf<V>;
         const typename I::vi s = I::add(I::hi32(abs_of<V>(x)), I::splat(C::main_shift));
         return I::mask(I::lt(I::splat(C::last_main), s));
     }
@@ -122,8 +123,11 @@ struct ErfInvHA : ErfInvLanes {
         uint32_t j[V::lanes];
         erfinv_rows<V, 0xffb, 18, 17>(t, a.main, j);
         const double* T = &zvl::kErfInvTableHA[0][0];
+        // a row is 17 words: neighbouring columns two to a 16-byte load a
+        // lane (rows are not 16-byte aligned; the loads need not be)
         vd c[17];
-        for (int k = 0; k < 17; ++k) c[k] = V::gather(T + k, j);
+        for (int k = 0; k < 16; k += 2) V::gather_adjacent(T + k, j, c[k], c[k + 1]);
+        c[16] = V::gather(T + 16, j);
         // r = r0 + m ((1 - t) - ax): (1 - t) - ax is exactly what rounding
         // dropped from t, and m = 2^-E scales it as t is scaled into r
         const vd r0 = reduced<V>(t, C::frac_quarter, C::centre_quarter);

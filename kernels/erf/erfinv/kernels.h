@@ -5,16 +5,19 @@
 // Included by the erf units inside their own context (see unit.h).
 #pragma once
 
+#include "kernels/common/twin.h"
 #include "kernels/common/unit.h"
 #include "kernels/erf/erfinv/erfinv.h"
 #include "kernels/erf/erfinv/plan.h"
 
 namespace {
 
-// Blocks of four, then a pair, then one.
+// Blocks of four, then a pair, then one; a block's vectors evaluated two
+// at a time as twins (twin.h), so that two Horner chains interleave.
 template <class Body>
-struct ErfInvKernel : PerVector<Body>, Body {
+struct ErfInvKernel : PerTwin<Body>, Body {
     static constexpr bool pair_tail = true;
+    static constexpr bool half_tail = true;
 };
 
 using ErfInvFamily =

@@ -22,7 +22,7 @@ using ErfRun = void (*)(ErfBody b, int n, const double* a, double* r, int32_t* s
 // One per wrapper: Scalar and Sse2 at the baseline, Sse41 built with
 // SSE4.1, Avx built with AVX (call only where the processor has it), and
 // twins of Sse41 and Avx, two vectors side by side as the kernels of cpu
-// types 1 to 5 run Erf and Erfc (ErfInv runs their single vectors).
+// types 1 to 5 run them.
 void erf_run_scalar(ErfBody b, int n, const double* a, double* r, int32_t* st);
 void erf_run_sse2(ErfBody b, int n, const double* a, double* r, int32_t* st);
 void erf_run_sse41(ErfBody b, int n, const double* a, double* r, int32_t* st);

@@ -38,20 +38,9 @@ void run_on(int n, const double* a, double* r, int32_t* st) {
     if (i < n) run_on<F, Scalar>(n - i, a + i, r + i, st + i);
 }
 
-// ErfInv has no twin form: its bodies run the twin's single vectors.
-template <class V>
-struct SingleOf {
-    using type = V;
-};
-template <class V>
-struct SingleOf<Twin<V>> {
-    using type = V;
-};
-
 template <class V>
 void run_body(zvl_test::ErfBody b, int n, const double* a, double* r, int32_t* st) {
     using namespace zvl_test;
-    using V1 = typename SingleOf<V>::type;
     switch (b) {
         case kErfHA: return run_on<ErfHA, V>(n, a, r, st);
         case kErfLA: return run_on<ErfLA, V>(n, a, r, st);
@@ -59,9 +48,9 @@ void run_body(zvl_test::ErfBody b, int n, const double* a, double* r, int32_t* s
         case kErfcHA: return run_on<ErfcHA, V>(n, a, r, st);
         case kErfcLA: return run_on<ErfcLA, V>(n, a, r, st);
         case kErfcEP: return run_on<ErfcEP, V>(n, a, r, st);
-        case kErfInvHA: return run_on<ErfInvHA, V1>(n, a, r, st);
-        case kErfInvLA: return run_on<ErfInvLA, V1>(n, a, r, st);
-        case kErfInvEP: return run_on<ErfInvEP, V1>(n, a, r, st);
+        case kErfInvHA: return run_on<ErfInvHA, V>(n, a, r, st);
+        case kErfInvLA: return run_on<ErfInvLA, V>(n, a, r, st);
+        case kErfInvEP: return run_on<ErfInvEP, V>(n, a, r, st);
         case kErfBodies: break;
     }
 }

@@ -147,41 +147,39 @@ struct AsinAcosHA : PerTwin<AsinAcosHA<Acos>>, AsinAcosFixup<Acos> {
         // runs on every lane in range and needs no select of its own.
         const vd z_big = times_pow2<V, -1>(V::sub(ha_const<V>(zvl::kOne), a));
         const vd z = V::select(big, z_big, V::mul(x, x));
-        // sqrt(z_big) = root + root_lo to 2^-58. s0 = z y0 from the
-        // estimate y0 and the binomial series of e = 1 - z y0^2 to e^2 (e
-        // (1/2 + 3/8 e)) give the root s and the reciprocal y to 2^-33,
-        // each from its own start. root is s rounded to 26 bits (within
-        // 2^-26), d = z - root^2 exact, and with h = d y / 2 root_lo = h +
-        // h^2 y / 2 = d (y/2 + d y^3 / 8), where y0 serves for y in the
-        // second term (2^-53 of root).
+        // sqrt(z_big) = root + root_lo to 2^-58, root_lo taken times m at
+        // once. The estimate y0 and the binomial series of e = 1 - z y0^2 to
+        // e^2 (e (1/2 + 3/8 e)) give the reciprocal y to 2^-33 and s = z y;
+        // root is s rounded to 26 bits (within 2^-26), dn = root^2 - z exact,
+        // and root_lo = -dn (y/2 - dn y^3 / 8), where y0 serves for y in the
+        // second term (2^-53 of root). m root_lo is then dn (y - dn y^3 / 4)
+        // for m = -2 and its negative for m = 2.
         const vd y0 = rsqrt_estimate(z_big);
         const vd y0y0 = V::mul(y0, y0);
-        const vd s0 = V::mul(z_big, y0);
         const vd e = V::sub(ha_const<V>(zvl::kOne), V::mul(z_big, y0y0));
         const vd ec = V::mul(e, V::mul_add(e, ha_const<V>(zvl::kThreeEighths), ha_const<V>(zvl::kHalf)));
         const vd y = V::add(y0, V::mul(y0, ec));
-        const vd root = upper_half<V>(V::add_i64(V::add(s0, V::mul(s0, ec)), splat_bits<V>(uint64_t{1} << 26)));
-        const vd d = V::sub(z_big, V::mul(root, root));
-        const vd y3_8 = V::mul(y0y0, V::mul(y0, ha_const<V>(zvl::kEighth)));
-        const vd root_lo = V::mul(d, V::add(times_pow2<V, -1>(y), V::mul(d, y3_8)));
+        const vd root = upper_half<V>(V::add_i64(V::mul(z_big, y), splat_bits<V>(uint64_t{1} << 26)));
+        const vd dn = V::sub(V::mul(root, root), z_big);
+        const vd y3_4 = V::mul(y0y0, V::mul(y0, ha_const<V>(zvl::kQuarter)));
+        const vd mroot_lo = V::mul(dn, V::sub(y, V::mul(dn, y3_4)));
         // The results are B + m asin(s), and every term of asin(s) is taken
         // times m from here: s_hi = m s's upper part. Where a > 1/2 m = -2
         // (Acos: 2 for x > 0, -2 below) and s_hi 2 root (root >= 2^-27) by
         // its exponent; where a <= 1/2 s is x (Acos, m = -1) or a (m = 1)
-        // whole.
-        vd s_hi, m, B_hi, B_lo;
+        // whole. flip holds the sign that turns m root_lo's -2 into m.
+        vd s_hi, flip, B_hi, B_lo;
         const vd root2 = times_pow2<V, 1>(root);
         if constexpr (Acos) {
             const vd sx = sign_of<V>(x);
             s_hi = V::select(big, V::xor_(root2, sx), V::xor_(x, sign));
-            m = V::xor_(ha_const<V>(zvl::kTwo), sx);
+            flip = V::andnot(x, sign);
             // pi/2 where a <= 1/2, 0 for x > 1/2, pi for x < -1/2
             const vd x_neg = V::lt(x, V::splat(0.0));
             B_hi = V::select(big, V::and_(x_neg, ha_const<V>(zvl::kPiHi)), ha_const<V>(zvl::kPiHalfHi));
             B_lo = V::select(big, V::and_(x_neg, ha_const<V>(zvl::kPiLo)), ha_const<V>(zvl::kPiHalfLo));
         } else {
             s_hi = V::select(big, V::or_(root2, sign), a);
-            m = ha_const<V>(zvl::kMinusTwo);
             B_hi = V::and_(big, ha_const<V>(zvl::kPiHalfHi));
             B_lo = V::and_(big, ha_const<V>(zvl::kPiHalfLo));
         }
@@ -205,7 +203,9 @@ struct AsinAcosHA : PerTwin<AsinAcosHA<Acos>>, AsinAcosFixup<Acos> {
         const vd rest = V::mul(V::add(T, T_lo), P2);
         // root_lo's share, m root_lo (1 + z P), by a factor that is ready
         // before root_lo is (0 where a <= 1/2)
-        const vd G = V::and_(big, V::mul(m, V::mul_add(z, V::add(P2, ha_const<V>(zvl::kEighth)), ha_const<V>(zvl::kOne))));
+        vd G = V::mul_add(z, V::add(P2, ha_const<V>(zvl::kEighth)), ha_const<V>(zvl::kOne));
+        if constexpr (Acos) G = V::xor_(G, flip);
+        G = V::and_(big, G);
         // B + s_hi is exact where a > 1/2: s_hi's 26 bits from 2^-26 up and
         // B_hi are whole multiples of 2^-52 (pi's of 2^-51) and the sum lies
         // in [1/2, 4). Elsewhere (Acos, pi/2 - x) its error is kept. Then
@@ -216,7 +216,7 @@ struct AsinAcosHA : PerTwin<AsinAcosHA<Acos>>, AsinAcosFixup<Acos> {
         if constexpr (Acos) tail = V::add(tail, V::add(V::sub(B_hi, D), s_hi));
         vd r, e2;
         fast_two_sum<V>(D, C, r, e2);
-        r = V::add(r, V::add(V::add(e2, tail), V::mul(root_lo, G)));
+        r = V::add(r, V::add(V::add(e2, tail), V::mul(mroot_lo, G)));
         return Acos ? r : V::or_(r, sign_of<V>(x));
     }
 };

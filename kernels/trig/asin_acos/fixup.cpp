@@ -16,7 +16,7 @@ const Quad asin_ha_poly[] = {ZVL_Q(0), ZVL_Q(1), ZVL_Q(2),  ZVL_Q(3),  ZVL_Q(4),
 static_assert(sizeof asin_ha_poly == sizeof AsinPolyHA::c * 4, "one row a coefficient");
 
 const Quad asin_ha_const[] = {quad(0.5),     quad(1.0),     quad(0.375),        quad(0.125),
-                              quad(-2.0),    quad(2.0),     quad(Pi::hi),       quad(Pi::lo),
+                              quad(0.25),    quad(Pi::hi),       quad(Pi::lo),
                               quad(Pi::half_hi), quad(Pi::half_lo), quad(c1 - 0.125)};
 static_assert(sizeof asin_ha_const / sizeof(Quad) == kAsinHAConsts, "one row a constant");
 

@@ -174,10 +174,12 @@ struct AsinAcosHA : PerTwin<AsinAcosHA<Acos>>, AsinAcosFixup<Acos> {
             const vd sx = sign_of<V>(x);
             s_hi = V::select(big, V::xor_(root2, sx), V::xor_(x, sign));
             flip = V::andnot(x, sign);
-            // pi/2 where a <= 1/2, 0 for x > 1/2, pi for x < -1/2
-            const vd x_neg = V::lt(x, V::splat(0.0));
-            B_hi = V::select(big, V::and_(x_neg, ha_const<V>(zvl::kPiHi)), ha_const<V>(zvl::kPiHalfHi));
-            B_lo = V::select(big, V::and_(x_neg, ha_const<V>(zvl::kPiLo)), ha_const<V>(zvl::kPiHalfLo));
+            // pi/2 where a <= 1/2, 0 for x > 1/2, pi for x < -1/2: pi/2 less
+            // pi/2 with the sign of x where a > 1/2 (exact), and the low part
+            // the high one times lo/hi, which gives pi's and pi/2's low parts
+            // exactly (fixup.cpp)
+            B_hi = V::sub(ha_const<V>(zvl::kPiHalfHi), V::and_(big, V::xor_(ha_const<V>(zvl::kPiHalfHi), sx)));
+            B_lo = V::mul(B_hi, ha_const<V>(zvl::kPiLoOverHi));
         } else {
             s_hi = V::select(big, V::or_(root2, sign), a);
             B_hi = V::and_(big, ha_const<V>(zvl::kPiHalfHi));

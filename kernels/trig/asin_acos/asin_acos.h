@@ -53,7 +53,9 @@ using zvl::Pi;
 // The reduction both modes share: a = |x|, big where a > 1/2, the
 // argument of the series below 1/2 (Acos keeps the sign of x), and z: its
 // square, or for a > 1/2 (1 - a)/2, exact (Acos halves 1 - a, at least
-// 2^-53 and so normal, by decrementing its exponent). Plain values, not
+// 2^-53 and so normal, by decrementing its exponent). z is the smaller of
+// the two, as (1 - a)/2 < 1/4 < a^2 just where a > 1/2: one minpd for a
+// select (three operations under SSE2). Plain values, not
 // members of a struct: GCC 12 took a struct's copy of |x| at cpu type 5
 // apart through the general registers and joined its halves on the stack,
 // and the 256-bit load of two 128-bit stores cannot be forwarded (Asin LA
@@ -66,7 +68,7 @@ inline void asin_args(typename V::vd x, typename V::vd& big, typename V::vd& s_s
     const typename V::vd h = V::sub(V::splat(1.0), a);
     const typename V::vd z_big = Acos ? V::sub_i64(h, splat_bits<V>(0x0010000000000000))
                                       : V::mul(h, V::splat(0.5));
-    z = V::select(big, z_big, V::mul(s_small, s_small));
+    z = V::min_(z_big, V::mul(s_small, s_small));
 }
 
 template <bool Acos>
@@ -164,9 +166,10 @@ struct AsinAcosHA : PerTwin<AsinAcosHA<Acos>>, AsinAcosFixup<Acos> {
         const vd big = V::lt(ha_const<V>(zvl::kHalf), a);
         const vd sign = splat_bits<V>(Fp64::sign_mask);
         // (1 - a)/2, exact; at most 1/2 where a <= 1/2, so the root below
-        // runs on every lane in range and needs no select of its own.
+        // runs on every lane in range and needs no select of its own. z is
+        // the smaller of it and x^2 (see asin_args).
         const vd z_big = times_pow2<V, -1>(V::sub(ha_const<V>(zvl::kOne), a));
-        const vd z = ha_select<V>(big, z_big, V::mul(x, x));
+        const vd z = V::min_(z_big, V::mul(x, x));
         // sqrt(z_big) = root + root_lo to 2^-58, root_lo taken times m at
         // once. The estimate y0 and the binomial series of e = 1 - z y0^2 to
         // e^2 (e (1/2 + 3/8 e)) give the reciprocal y to 2^-33 and s = z y;

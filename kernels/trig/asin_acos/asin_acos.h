@@ -35,6 +35,8 @@
 // Included inside the unnamed namespace of the per-cpu units (see isa.h).
 #pragma once
 
+#include <type_traits>
+
 #include "kernels/common/isa.h"
 #include "kernels/common/lanes.h"
 #include "kernels/common/loops.h"
@@ -51,20 +53,23 @@ using zvl::Pi;
 // The reduction both modes share: a = |x|, big where a > 1/2, the
 // argument of the series below 1/2 (Acos keeps the sign of x), and z: its
 // square, or for a > 1/2 (1 - a)/2, exact (Acos halves 1 - a, at least
-// 2^-53 and so normal, by decrementing its exponent).
+// 2^-53 and so normal, by decrementing its exponent). z is the smaller of
+// the two, as (1 - a)/2 < 1/4 < a^2 just where a > 1/2: one minpd for a
+// select (three operations under SSE2). Plain values, not
+// members of a struct: GCC 12 took a struct's copy of |x| at cpu type 5
+// apart through the general registers and joined its halves on the stack,
+// and the 256-bit load of two 128-bit stores cannot be forwarded (Asin LA
+// 2.22 ns an element against 1.90 for Acos LA, whose copy was x itself).
 template <class V, bool Acos>
-struct AsinArgs {
-    typename V::vd a, big, s_small, z;
-    explicit AsinArgs(typename V::vd x) {
-        a = abs_of<V>(x);
-        big = V::lt(V::splat(0.5), a);
-        s_small = Acos ? x : a;
-        const typename V::vd h = V::sub(V::splat(1.0), a);
-        const typename V::vd z_big = Acos ? V::sub_i64(h, splat_bits<V>(0x0010000000000000))
-                                          : V::mul(h, V::splat(0.5));
-        z = V::select(big, z_big, V::mul(s_small, s_small));
-    }
-};
+inline void asin_args(typename V::vd x, typename V::vd& big, typename V::vd& s_small, typename V::vd& z) {
+    const typename V::vd a = abs_of<V>(x);
+    big = V::lt(V::splat(0.5), a);
+    s_small = Acos ? x : a;
+    const typename V::vd h = V::sub(V::splat(1.0), a);
+    const typename V::vd z_big = Acos ? V::sub_i64(h, splat_bits<V>(0x0010000000000000))
+                                      : V::mul(h, V::splat(0.5));
+    z = V::min_(z_big, V::mul(s_small, s_small));
+}
 
 template <bool Acos>
 struct AsinAcosFixup {
@@ -83,8 +88,8 @@ struct AsinAcosLA : PerTwin<AsinAcosLA<Poly, Acos>>, AsinAcosFixup<Acos> {
     template <class V>
     static typename V::vd eval(typename V::vd x) {
         using vd = typename V::vd;
-        const AsinArgs<V, Acos> g(x);
-        const vd big = g.big, s_small = g.s_small, z = g.z;
+        vd big, s_small, z;
+        asin_args<V, Acos>(x, big, s_small, z);
         const vd s = V::select(big, V::sqrt(z), s_small);
         const vd P = V::mul(z, horner2<V>(Poly::c, z, V::mul(z, z)));
         const vd q = V::add(V::mul(P, s), s);
@@ -134,6 +139,24 @@ inline typename V::vd ha_poly(typename V::vd z, typename V::vd w) {
     return (N - 1) % 2 == 0 ? V::mul_add(h1, z, h0) : V::mul_add(h0, z, h1);
 }
 
+// V::select for the HA body. At SSE4.2 GCC 12 reads blendvpd as a select on
+// the mask's sign and builds that sign again by pcmpgtq against zero, with
+// the masks kept on the stack: Asin HA ran 0.5 ns an element slower at cpu
+// type 4 than at type 3. One blendvpd by hand (its mask in xmm0).
+template <class V>
+inline typename V::vd ha_select(typename V::vd m, typename V::vd a, typename V::vd b) {
+#if defined(__SSE4_2__) && !defined(__AVX__)
+    if constexpr (std::is_same_v<V, Sse41>) {
+        __asm__("blendvpd %%xmm0, %2, %0" : "+x"(b) : "Yz"(m), "x"(a));
+        return b;
+    } else if constexpr (IsTwin<V>::value) {
+        using I = typename V::inner;
+        return {ha_select<I>(m.a, a.a, b.a), ha_select<I>(m.b, a.b, b.b)};
+    }
+#endif
+    return V::select(m, a, b);
+}
+
 template <bool Acos>
 struct AsinAcosHA : PerTwin<AsinAcosHA<Acos>>, AsinAcosFixup<Acos> {
     template <class V>
@@ -143,44 +166,52 @@ struct AsinAcosHA : PerTwin<AsinAcosHA<Acos>>, AsinAcosFixup<Acos> {
         const vd big = V::lt(ha_const<V>(zvl::kHalf), a);
         const vd sign = splat_bits<V>(Fp64::sign_mask);
         // (1 - a)/2, exact; at most 1/2 where a <= 1/2, so the root below
-        // runs on every lane in range and needs no select of its own.
+        // runs on every lane in range and needs no select of its own. z is
+        // the smaller of it and x^2 (see asin_args).
         const vd z_big = times_pow2<V, -1>(V::sub(ha_const<V>(zvl::kOne), a));
-        const vd z = V::select(big, z_big, V::mul(x, x));
-        // sqrt(z_big) = root + root_lo to 2^-58. s0 = z y0 from the
-        // estimate y0 and the binomial series of e = 1 - z y0^2 to e^2 (e
-        // (1/2 + 3/8 e)) give the root s and the reciprocal y to 2^-33,
-        // each from its own start. root is s rounded to 26 bits (within
-        // 2^-26), d = z - root^2 exact, and with h = d y / 2 root_lo = h +
-        // h^2 y / 2 = d (y/2 + d y^3 / 8), where y0 serves for y in the
-        // second term (2^-53 of root).
+        const vd z = V::min_(z_big, V::mul(x, x));
+        // sqrt(z_big) = root + root_lo to 2^-58, root_lo taken times m at
+        // once. The estimate y0 and the binomial series of e = 1 - z y0^2 to
+        // e^2 (e (1/2 + 3/8 e)) give the reciprocal y to 2^-33 and s = z y;
+        // root is s rounded to 26 bits (within 2^-26), dn = root^2 - z exact,
+        // and root_lo = -dn (y/2 - dn y^3 / 8), where y0 serves for y in the
+        // second term (2^-53 of root). m root_lo is then dn (y - dn y^3 / 4)
+        // for m = -2, and d (y + d y^3 / 4) with d = -dn for m = 2 (Acos
+        // gives it x's sign below).
         const vd y0 = rsqrt_estimate(z_big);
         const vd y0y0 = V::mul(y0, y0);
-        const vd s0 = V::mul(z_big, y0);
         const vd e = V::sub(ha_const<V>(zvl::kOne), V::mul(z_big, y0y0));
         const vd ec = V::mul(e, V::mul_add(e, ha_const<V>(zvl::kThreeEighths), ha_const<V>(zvl::kHalf)));
         const vd y = V::add(y0, V::mul(y0, ec));
-        const vd root = upper_half<V>(V::add_i64(V::add(s0, V::mul(s0, ec)), splat_bits<V>(uint64_t{1} << 26)));
-        const vd d = V::sub(z_big, V::mul(root, root));
-        const vd y3_8 = V::mul(y0y0, V::mul(y0, ha_const<V>(zvl::kEighth)));
-        const vd root_lo = V::mul(d, V::add(times_pow2<V, -1>(y), V::mul(d, y3_8)));
+        const vd root = upper_half<V>(V::add_i64(V::mul(z_big, y), splat_bits<V>(uint64_t{1} << 26)));
+        const vd rr = V::mul(root, root);
+        const vd y3_4 = V::mul(y0y0, V::mul(y0, ha_const<V>(zvl::kQuarter)));
+        vd mroot_lo;
+        if constexpr (Acos) {
+            const vd d = V::sub(z_big, rr);
+            mroot_lo = V::mul(d, V::add(y, V::mul(d, y3_4)));
+        } else {
+            const vd dn = V::sub(rr, z_big);
+            mroot_lo = V::mul(dn, V::sub(y, V::mul(dn, y3_4)));
+        }
         // The results are B + m asin(s), and every term of asin(s) is taken
         // times m from here: s_hi = m s's upper part. Where a > 1/2 m = -2
         // (Acos: 2 for x > 0, -2 below) and s_hi 2 root (root >= 2^-27) by
         // its exponent; where a <= 1/2 s is x (Acos, m = -1) or a (m = 1)
         // whole.
-        vd s_hi, m, B_hi, B_lo;
+        vd s_hi, B_hi, B_lo;
+        const vd sx = sign_of<V>(x);
         const vd root2 = times_pow2<V, 1>(root);
         if constexpr (Acos) {
-            const vd sx = sign_of<V>(x);
-            s_hi = V::select(big, V::xor_(root2, sx), V::xor_(x, sign));
-            m = V::xor_(ha_const<V>(zvl::kTwo), sx);
-            // pi/2 where a <= 1/2, 0 for x > 1/2, pi for x < -1/2
-            const vd x_neg = V::lt(x, V::splat(0.0));
-            B_hi = V::select(big, V::and_(x_neg, ha_const<V>(zvl::kPiHi)), ha_const<V>(zvl::kPiHalfHi));
-            B_lo = V::select(big, V::and_(x_neg, ha_const<V>(zvl::kPiLo)), ha_const<V>(zvl::kPiHalfLo));
+            s_hi = ha_select<V>(big, V::xor_(root2, sx), V::xor_(x, sign));
+            // pi/2 where a <= 1/2, 0 for x > 1/2, pi for x < -1/2: pi/2 less
+            // pi/2 with the sign of x where a > 1/2 (exact), and the low part
+            // the high one times lo/hi, which gives pi's and pi/2's low parts
+            // exactly (fixup.cpp)
+            B_hi = V::sub(ha_const<V>(zvl::kPiHalfHi), V::and_(big, V::xor_(ha_const<V>(zvl::kPiHalfHi), sx)));
+            B_lo = V::mul(B_hi, ha_const<V>(zvl::kPiLoOverHi));
         } else {
-            s_hi = V::select(big, V::or_(root2, sign), a);
-            m = ha_const<V>(zvl::kMinusTwo);
+            s_hi = ha_select<V>(big, V::or_(root2, sign), a);
             B_hi = V::and_(big, ha_const<V>(zvl::kPiHalfHi));
             B_lo = V::and_(big, ha_const<V>(zvl::kPiHalfLo));
         }
@@ -204,7 +235,9 @@ struct AsinAcosHA : PerTwin<AsinAcosHA<Acos>>, AsinAcosFixup<Acos> {
         const vd rest = V::mul(V::add(T, T_lo), P2);
         // root_lo's share, m root_lo (1 + z P), by a factor that is ready
         // before root_lo is (0 where a <= 1/2)
-        const vd G = V::and_(big, V::mul(m, V::mul_add(z, V::add(P2, ha_const<V>(zvl::kEighth)), ha_const<V>(zvl::kOne))));
+        vd G = V::mul_add(z, V::add(P2, ha_const<V>(zvl::kEighth)), ha_const<V>(zvl::kOne));
+        if constexpr (Acos) G = V::xor_(G, sx);
+        G = V::and_(big, G);
         // B + s_hi is exact where a > 1/2: s_hi's 26 bits from 2^-26 up and
         // B_hi are whole multiples of 2^-52 (pi's of 2^-51) and the sum lies
         // in [1/2, 4). Elsewhere (Acos, pi/2 - x) its error is kept. Then
@@ -215,8 +248,8 @@ struct AsinAcosHA : PerTwin<AsinAcosHA<Acos>>, AsinAcosFixup<Acos> {
         if constexpr (Acos) tail = V::add(tail, V::add(V::sub(B_hi, D), s_hi));
         vd r, e2;
         fast_two_sum<V>(D, C, r, e2);
-        r = V::add(r, V::add(V::add(e2, tail), V::mul(root_lo, G)));
-        return Acos ? r : V::or_(r, sign_of<V>(x));
+        r = V::add(r, V::add(V::add(e2, tail), V::mul(mroot_lo, G)));
+        return Acos ? r : V::or_(r, sx);
     }
 };
 

@@ -35,7 +35,7 @@ struct AsinPolyHA {  // both HA, degree 25 (2^-58.46)
 struct alignas(32) Quad {
     double v[4];
 };
-enum AsinHAConst { kHalf, kOne, kThreeEighths, kEighth, kMinusTwo, kTwo, kPiHi, kPiLo, kPiHalfHi, kPiHalfLo,
+enum AsinHAConst { kHalf, kOne, kThreeEighths, kEighth, kQuarter, kPiLoOverHi, kPiHalfHi, kPiHalfLo,
                    kC1Rest, kAsinHAConsts };
 extern const Quad asin_ha_poly[sizeof AsinPolyHA::c / sizeof(double)];
 extern const Quad asin_ha_const[kAsinHAConsts];

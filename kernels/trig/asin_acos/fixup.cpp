@@ -7,6 +7,7 @@ namespace zvl {
 namespace {
 constexpr Quad quad(double c) { return {{c, c, c, c}}; }
 constexpr double c1 = AsinPolyHA::c[sizeof AsinPolyHA::c / sizeof(double) - 1];
+constexpr double kLoOverHi = Pi::lo / Pi::hi;
 }  // namespace
 
 #define ZVL_Q(i) quad(AsinPolyHA::c[i])
@@ -16,8 +17,10 @@ const Quad asin_ha_poly[] = {ZVL_Q(0), ZVL_Q(1), ZVL_Q(2),  ZVL_Q(3),  ZVL_Q(4),
 static_assert(sizeof asin_ha_poly == sizeof AsinPolyHA::c * 4, "one row a coefficient");
 
 const Quad asin_ha_const[] = {quad(0.5),     quad(1.0),     quad(0.375),        quad(0.125),
-                              quad(-2.0),    quad(2.0),     quad(Pi::hi),       quad(Pi::lo),
+                              quad(0.25),    quad(kLoOverHi),
                               quad(Pi::half_hi), quad(Pi::half_lo), quad(c1 - 0.125)};
+static_assert(Pi::half_hi * kLoOverHi == Pi::half_lo && Pi::hi * kLoOverHi == Pi::lo,
+              "pi's and pi/2's low parts from their high ones, exactly");
 static_assert(sizeof asin_ha_const / sizeof(Quad) == kAsinHAConsts, "one row a constant");
 
 __attribute__((noinline, cold)) int32_t asin_fixup(const double* xp, double* r) {

@@ -1,8 +1,9 @@
 // The kernels of Atan, Atan2, Asin and Acos in every cell, on what the
 // contract and directed tests leave out: Atan stays monotonic and odd where
 // its reduction changes centre; Atan2 stays monotonic where its callout
-// changes path and keeps denormal quotients; Asin and Acos raise the invalid
-// flag for an argument beyond +-1, and only then.
+// changes path and keeps denormal quotients; Asin and Acos stay monotonic
+// and symmetric where the square root's path starts and near 1, and raise
+// the invalid flag for an argument beyond +-1, and only then.
 #include <gtest/gtest.h>
 
 #include <cfenv>
@@ -124,6 +125,42 @@ bool invalid_after(const Kernel& k, const std::vector<double>& a) {
 // An argument beyond +-1 anywhere in the array raises the invalid flag,
 // whether the block or the remainder takes it; arguments inside (-1, 1),
 // 0.5 and its neighbours among them, raise nothing.
+// The 64 doubles on either side of 1/2, where z turns from x^2 to
+// (1 - |x|)/2 and the result takes the square root's two parts, and the 128
+// below 1, where (1 - |x|)/2 is a few ulps and the low part of its root
+// matters most. The HA results must not step (Asin up, Acos down), -x
+// gives -asin(x) to the bit in every mode, and acos(x) + acos(-x) is pi to
+// an ulp of pi in HA (pi - 2q and 2q, or pi/2 - x and pi/2 + x).
+TEST(AsinAcos, MonotonicAndSymmetricWhereTheRootStarts) {
+    std::vector<double> x;
+    double v = 0.5;
+    for (int i = 0; i < 64; ++i) v = std::nextafter(v, 0.0);
+    for (int i = 0; i < 128; ++i, v = std::nextafter(v, 1.0)) x.push_back(v);
+    v = 1.0;
+    for (int i = 0; i < 128; ++i) v = std::nextafter(v, 0.0);
+    for (int i = 0; i < 128; ++i, v = std::nextafter(v, 1.0)) x.push_back(v);
+    std::vector<double> minus(x.size());
+    for (size_t i = 0; i < x.size(); ++i) minus[i] = -x[i];
+    const double pi = 3.141592653589793, ulp_pi = std::nextafter(pi, 4.0) - pi;
+    for (const char* name : {"VDASIN", "VDACOS"}) {
+        const bool acos = std::string(name) == "VDACOS";
+        each_slot(row(name), [&](const Kernel& k, const std::string& where) {
+            const bool ha = where.find("_HA") != std::string::npos;
+            std::vector<double> up(x.size()), down(x.size());
+            k(static_cast<int>(x.size()), x.data(), nullptr, up.data(), nullptr);
+            k(static_cast<int>(minus.size()), minus.data(), nullptr, down.data(), nullptr);
+            for (size_t i = 0; i < x.size(); ++i) {
+                if (ha && i % 128 != 0) {
+                    if (acos) EXPECT_GE(up[i - 1], up[i]) << where << " at x = " << x[i];
+                    else EXPECT_LE(up[i - 1], up[i]) << where << " at x = " << x[i];
+                }
+                if (!acos) EXPECT_EQ(-up[i], down[i]) << where << " at x = " << x[i];
+                if (acos && ha) EXPECT_LE(std::fabs(up[i] + down[i] - pi), ulp_pi) << where << " at x = " << x[i];
+            }
+        });
+    }
+}
+
 TEST(AsinAcos, InvalidFlagJustForArgumentsBeyondOne) {
     for (const char* name : {"VDASIN", "VDACOS"}) {
         const Row& r = row(name);

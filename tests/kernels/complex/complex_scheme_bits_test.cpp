@@ -166,19 +166,19 @@ std::vector<ZVLComplex16> arguments() {
     std::mt19937_64 rng(20261126);
     std::uniform_real_distribution<double> unit(-1.0, 1.0);
     std::vector<ZVLComplex16> base;
-    for (int i = 0; i < 20000; ++i) base.push_back({log_uniform(rng, 0x1p-5, 0x1p5), log_uniform(rng, 0x1p-5, 0x1p5)});
-    for (int i = 0; i < 20000; ++i)
+    for (int i = 0; i < 5000; ++i) base.push_back({log_uniform(rng, 0x1p-5, 0x1p5), log_uniform(rng, 0x1p-5, 0x1p5)});
+    for (int i = 0; i < 5000; ++i)
         base.push_back({log_uniform(rng, 0x1p-1074, 0x1p1023), log_uniform(rng, 0x1p-1074, 0x1p1023)});
-    for (int i = 0; i < 20000; ++i) {
+    for (int i = 0; i < 5000; ++i) {
         const double a = std::acos(0.0) * (unit(rng) + 1.0) / 2, r = 1.0 + unit(rng) * (i % 2 ? 0x1p-9 : 0x1p-5);
         base.push_back({r * std::cos(a), r * std::sin(a)});
     }
-    for (int i = 0; i < 10000; ++i) {
+    for (int i = 0; i < 4000; ++i) {
         const double x = log_uniform(rng, 0x1p-1000, 0x1p1000);
         const double y = x * std::ldexp(1.0 + unit(rng) / 2, -38 - static_cast<int>(i % 4));
         base.push_back(i % 8 < 4 ? ZVLComplex16{x, y} : ZVLComplex16{y, x});
     }
-    for (int i = 0; i < 1000; ++i) {
+    for (int i = 0; i < 500; ++i) {
         const double v = log_uniform(rng, 0x1p-1074, 0x1p1023);
         base.push_back({v, v});
     }

@@ -46,6 +46,23 @@ inline bool part_inf(double x) { return !part_finite(x) && (part_bits(x) << 12) 
 inline bool part_subnormal(double x) { return part_exp(x) == 0 && !part_zero(x); }
 inline bool part_negative(double x) { return (part_bits(x) >> 63) != 0; }
 
+// A part of the argument as an extended value, |part| for part_abs, loaded
+// anew from the double at every use. A part used all through a routine
+// would otherwise hold one of the eight x87 registers or be spilled and
+// reloaded as an 80-bit value (a store of two operations, a load of four);
+// this is one load of the double. The asm is volatile so that the compiler
+// does not merge the loads back into one long-lived value.
+inline long double part_load(const double* v) {
+    long double r;
+    __asm__ volatile("fldl %1" : "=t"(r) : "m"(*v));
+    return r;
+}
+inline long double part_abs(const double* v) {
+    long double r;
+    __asm__ volatile("fldl %1\n\tfabs" : "=t"(r) : "m"(*v));
+    return r;
+}
+
 inline ZVLComplex16 make_z(long double re, long double im) {
     return ZVLComplex16{static_cast<double>(re), static_cast<double>(im)};
 }

@@ -65,23 +65,6 @@ inline double nan_of(double v) {
 // compiler chose, and that differs between the Linux and Windows builds.
 inline double nan_times(double x, double y) { return is_nan(y) ? nan_of(x) : x * y; }
 
-// A part of the argument as an extended value, |part| for part_abs, loaded
-// anew from the double at every use. A part used all through a routine
-// would otherwise hold one of the eight x87 registers or be spilled and
-// reloaded as an 80-bit value (a store of two operations, a load of four);
-// this is one load of the double. The asm is volatile so that the compiler
-// does not merge the loads back into one long-lived value.
-inline long double part_load(const double* v) {
-    long double r;
-    __asm__ volatile("fldl %1" : "=t"(r) : "m"(*v));
-    return r;
-}
-inline long double part_abs(const double* v) {
-    long double r;
-    __asm__ volatile("fldl %1\n\tfabs" : "=t"(r) : "m"(*v));
-    return r;
-}
-
 // +inf made by an overflowing product, so that the flag is raised.
 inline long double ext_overflow() { return ext_opaque(Ext::huge) * Ext::huge; }
 

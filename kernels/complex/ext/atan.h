@@ -51,21 +51,38 @@ struct ExtAtan {
 // with z = t^2. The table holds B + s atan c for every fold, so s t joins
 // it by one fast two-sum: |t| < atan c unless c = 0, and B + s atan c
 // >= pi/4 where B is not 0.
-template <int V>
-inline long double atan_fold(long double a, long double b) {
+//
+// atan_fold_body takes the fold at run time (atan_fold<V> fixes it), for
+// callers to whom it is a coin toss (the signs of the parts, which is the
+// larger), where a branch would mispredict half the time: the row from
+// 65 V, the signs of t and p by a product with s_v = +-1, exact, so the
+// same bits.
+ZVL_EXT_INLINE long double atan_fold_body(long double a, long double b, unsigned V, long double s_v) {
     const long double r = (a / b - 0x1p-8L) + ExtAtan::shifter;
     const long double c = r - ExtAtan::shifter;
-    const Pair& A = ExtAtan::table[65 * V + (ext_sig(r) - 0xC000000000000000u)];
+    // the row from 64 c, an integer, by the integer store: the significand
+    // of r holds the same number, but reading it waits for a ten-byte store
+    const Pair& A = ExtAtan::table[65 * V + ext_to_int(c * 64.0L)];
     const long double bt = b * 65.0L;
     const long double b58 = bt - (bt - b), b6 = b - b58;
     const long double t = ((a - c * b58) - c * b6) / (b + c * a);
     const long double z = t * t, t3 = t * z, t7 = t3 * (z * z);
     const long double* k = Ext::atan_poly;
     const long double p = t3 * (k[0] + z * k[1]) + t7 * (k[2] + z * k[3]);
-    constexpr bool minus = V == 1 || V == 2;
-    const Pair s = fast_two_sum(A.hi, minus ? -t : t);
-    return s.hi + (s.lo + (A.lo + (minus ? -p : p)));
+    const Pair s = fast_two_sum(A.hi, s_v * t);
+    return s.hi + (s.lo + (A.lo + s_v * p));
 }
+
+template <int V>
+inline long double atan_fold(long double a, long double b) {
+    return atan_fold_body(a, b, V, V == 1 || V == 2 ? -1.0L : 1.0L);
+}
+
+// +1 or -1 by index: the sign of a fold (1 and 2 negative), or, from
+// index 4 on, the sign of y for a negative y at 5.
+struct ExtSigns {
+    static constexpr long double table[6] = {1.0L, -1.0L, -1.0L, 1.0L, 1.0L, -1.0L};
+};
 
 // The angle of the point (X, Y), Y >= 0 and X not both zero, in [0, pi],
 // for X and Y of moderate size (their products neither overflow nor

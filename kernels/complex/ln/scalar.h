@@ -64,10 +64,83 @@ inline long double half_log_abs(double x, double y) {
     return 0.5L * ext_log(S);
 }
 
+// |v|'s bits, and whether both parts are finite and not zero: the
+// common case, told by two integer comparisons.
+inline uint64_t abs_bits(double v) { return part_bits(v) & 0x7fffffffffffffffu; }
+inline bool finite_nonzero(uint64_t ax, uint64_t ay) {
+    return ax - 1 < 0x7fefffffffffffffu && ay - 1 < 0x7fefffffffffffffu;
+}
+
+// The exponent field that the double of bits a (finite, not zero, sign
+// clear) has as an extended value: subnormal doubles are normal there.
+inline int ext_field_of(uint64_t a) {
+    const int e = static_cast<int>(a >> 52);
+    return e != 0 ? e + (16383 - 1023) : (16383 - 1074) + 63 - __builtin_clzll(a);
+}
+
+// Half ln|z| and arg z for x and y finite and not zero: half_log_abs and
+// ext_atan2 taken inline, the same operations on the same values, so the
+// same bits and flags. What ext_atan2 learns from the extended values
+// (the exponent fields, the signs, which part is the larger) comes from
+// the doubles' bits instead, and the fold of the angle is chosen by index
+// and sign products rather than branches, which would mispredict half the
+// time. The two chains, the logarithm's and the angle's, are independent:
+// their steps are issued in turn (the quotient, the logarithm's
+// reduction, the angle's second division, the logarithm's polynomial, the
+// angle's), so that each division runs under the other chain's work.
+struct LnParts {
+    long double half_log, angle;
+};
+
+ZVL_EXT_INLINE LnParts ln_parts(const double* xp, const double* yp) {
+    const uint64_t ax = abs_bits(*xp), ay = abs_bits(*yp);
+    const bool swap = ax < ay, xneg = part_negative(*xp), yneg = part_negative(*yp);
+    // the larger and the smaller part, read from memory at each use
+    const double* const hp = swap ? yp : xp;
+    const double* const lp = swap ? xp : yp;
+    const auto h = [hp] { return part_abs(hp); };
+    const auto l = [lp] { return part_abs(lp); };
+    const long double sign_y = ExtSigns::table[4 + yneg];
+    // the angle: y/x where |y/x| < 2^-39 and x > 0 (then l/h with y's
+    // sign, the same rounding), otherwise the fold of (l, h) by the sign
+    // of x and the larger part
+    const bool tiny = ext_field_of(ay) + 40 < ext_field_of(ax) && !xneg;
+    const unsigned fold = (xneg ? 2u : 0u) + (swap ? 1u : 0u);
+    LnParts out;
+    out.angle = sign_y * (tiny ? l() / h() : atan_fold_body(l(), h(), fold, ExtSigns::table[fold]));
+    const long double S = h() * h() + l() * l();
+    if (ext_abs(S - 1.0L) <= 0.03L) {
+        // ext_log1p(t) of t = S - 1 formed without loss: t itself at zero,
+        // the small polynomial below 1/128, the core on the exact pair
+        // 1 + t above
+        const Pair hh = two_prod(h(), h()), ll = two_prod(l(), l());
+        const Pair s = two_sum(hh.hi, ll.hi);
+        const Pair d = two_sum(s.hi, -1.0L);
+        const long double t = d.hi + (((d.lo + s.lo) + hh.lo) + ll.lo);
+        if (ext_abs(t) < ExtLog::near) {
+            const Pair L = log1p_small({t, 0.0L});
+            out.half_log = 0.5L * (t == 0 ? t : L.hi + L.lo);
+            return out;
+        }
+        const Pair one_t = two_sum(1.0L, t);
+        const Pair L = log_core({one_t.hi, one_t.lo + 0.0L}, 0);
+        out.half_log = 0.5L * (L.hi + L.lo);
+        return out;
+    }
+    const Pair L = log_core({S, 0.0L}, 0);
+    out.half_log = 0.5L * (L.hi + L.lo);
+    return out;
+}
+
 }  // namespace zln
 
 ZVL_SCALAR_ROUTINE ZVLComplex16* zLn_scalar(ZVLComplex16* r, const ZVLComplex16* z) {
     const double x = z->real, y = z->imag;
+    if (zln::finite_nonzero(zln::abs_bits(x), zln::abs_bits(y))) {
+        const zln::LnParts p = zln::ln_parts(&z->real, &z->imag);
+        *r = make_z(p.half_log, p.angle);
+        return r;
+    }
     const long double X = x, Y = y;
     if (part_finite(x) && part_finite(y)) {
         *r = make_z(zln::half_log_abs(x, y), ext_atan2(Y, X));
@@ -83,6 +156,12 @@ ZVL_SCALAR_ROUTINE ZVLComplex16* zLn_scalar(ZVLComplex16* r, const ZVLComplex16*
 
 ZVL_SCALAR_ROUTINE ZVLComplex16* zLog10_scalar(ZVLComplex16* r, const ZVLComplex16* z) {
     const double x = z->real, y = z->imag;
+    if (zln::finite_nonzero(zln::abs_bits(x), zln::abs_bits(y))) {
+        const long double k = zln::log10_e();
+        const zln::LnParts p = zln::ln_parts(&z->real, &z->imag);
+        *r = make_z(k * p.half_log, k * p.angle);
+        return r;
+    }
     const long double X = x, Y = y, k = zln::log10_e(), C = zln::log10_e_pio2();
     const long double sign = part_negative(y) ? -1.0L : 1.0L;
     if (part_nan(x) || part_nan(y)) {

@@ -26,7 +26,8 @@ enum ExtUnaryId {
 #define ZVL_COMPLEX_SCALARS(X)                                                           \
     X(zSqrt_scalar) X(zCosh_scalar) X(zSinh_scalar) X(zTanh_scalar)                      \
     X(zCos_scalar) X(zSin_scalar) X(zTan_scalar) X(zAcos_scalar) X(zAcosh_scalar)        \
-    X(zAsinh_scalar) X(zAtanh_scalar) X(zAsin_scalar) X(zAtan_scalar)
+    X(zAsinh_scalar) X(zAtanh_scalar) X(zAsin_scalar) X(zAtan_scalar) X(zLn_scalar)       \
+    X(zLog10_scalar)
 
 enum ComplexScalarId {
 #define ZVL_COMPLEX_ID(name) name##_id,

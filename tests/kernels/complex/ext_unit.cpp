@@ -3,6 +3,7 @@
 // ZVL_EXT_LABEL the cpu label). Nothing else lives here, so that the
 // object's code is theirs alone.
 #include "kernels/complex/ext/ext.h"
+#include "kernels/complex/ln/scalar.h"
 #include "kernels/complex/scalars.h"
 #include "tests/kernels/complex/ext_set.h"
 

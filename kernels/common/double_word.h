@@ -63,6 +63,15 @@ inline void two_sum(typename V::vd a, typename V::vd b, typename V::vd& s, typen
     e = V::add(V::sub(a, V::sub(s, bb)), V::sub(b, bb));
 }
 
+// Two-difference: s + e == a - b exactly, whatever their sizes; the bits of
+// two_sum(a, -b) without negating b.
+template <class V>
+inline void two_diff(typename V::vd a, typename V::vd b, typename V::vd& s, typename V::vd& e) {
+    s = V::sub(a, b);
+    const typename V::vd bb = V::sub(s, a);
+    e = V::sub(V::sub(a, V::sub(s, bb)), V::add(b, bb));
+}
+
 // Veltkamp's split: hi with 26 significant bits and lo with at most 26
 // (lo takes a sign of its own), hi + lo == x exactly. Round to nearest, and
 // |x| below 2^995 so that the scaled x stays finite.

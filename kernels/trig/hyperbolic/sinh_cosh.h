@@ -141,12 +141,13 @@ template <class V, bool HiLo>
 inline typename V::vd hyp_sum(const HypParts<V>& h, bool cosh) {
     using vd = typename V::vd;
     vd S, S_lo;
-    const vd B_hi = cosh ? h.B_hi : V::xor_(h.B_hi, splat_bits<V>(Fp64::sign_mask));
-    const vd B_lo = cosh ? h.B_lo : V::xor_(h.B_lo, splat_bits<V>(Fp64::sign_mask));
-    two_sum<V>(h.A_hi, B_hi, S, S_lo);
+    if (cosh)
+        two_sum<V>(h.A_hi, h.B_hi, S, S_lo);
+    else
+        two_diff<V>(h.A_hi, h.B_hi, S, S_lo);
     vd D = cosh ? V::sub(h.A_hi, h.B_hi) : V::add(h.A_hi, h.B_hi);
     if constexpr (HiLo) {
-        S_lo = V::add(S_lo, V::add(h.A_lo, B_lo));
+        S_lo = V::add(S_lo, cosh ? V::add(h.A_lo, h.B_lo) : V::sub(h.A_lo, h.B_lo));
         D = V::add(D, cosh ? V::sub(h.A_lo, h.B_lo) : V::add(h.A_lo, h.B_lo));
     }
     return V::add(S, V::add(V::add(S_lo, V::mul(S, h.E)), V::mul(D, V::add(h.r, h.O))));

@@ -62,10 +62,8 @@ inline LogParts<V> log_parts(typename V::vd v, typename V::vd e_add) {
     V::low_words(V::add(p.m, V::splat(InvHypLog::shifter)), j);
     for (int l = 0; l < V::lanes; ++l) j[l] = (j[l] >> 4) * 2;  // the row's first pair
     V::gather_pairs(zvl::kInvHypLogRows, j, p.R, p.T);
-    if constexpr (TwoPart) {
-        for (int l = 0; l < V::lanes; ++l) ++j[l];
-        V::gather_pairs(zvl::kInvHypLogRows, j, p.T_hi, p.T_lo);
-    }
+    // the row's second pair from the same numbers, two doubles further on
+    if constexpr (TwoPart) V::gather_pairs(zvl::kInvHypLogRows + 2, j, p.T_hi, p.T_lo);
     return p;
 }
 

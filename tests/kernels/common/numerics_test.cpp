@@ -49,6 +49,13 @@ TEST(DoubleWord, SumsAndProductsKeepTheirErrors) {
         two_sum<Scalar>(a, b, s, e);
         EXPECT_TRUE(Q(s) + Q(e) == Q(a) + Q(b)) << a << " + " << b;
         EXPECT_EQ(s, a + b);
+        // the difference: exact, and the bits of the sum with b negated
+        double d, g;
+        two_diff<Scalar>(a, b, d, g);
+        EXPECT_TRUE(Q(d) + Q(g) == Q(a) - Q(b)) << a << " - " << b;
+        two_sum<Scalar>(a, -b, s, e);
+        EXPECT_EQ(zvl::bits(d), zvl::bits(s)) << a << " - " << b;
+        EXPECT_EQ(zvl::bits(g), zvl::bits(e)) << a << " - " << b;
         const double big = std::fabs(a) >= std::fabs(b) ? a : b, small = big == a ? b : a;
         fast_two_sum<Scalar>(big, small, s, e);
         EXPECT_TRUE(Q(s) + Q(e) == Q(a) + Q(b)) << a << " + " << b;

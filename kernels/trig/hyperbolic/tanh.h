@@ -104,6 +104,11 @@ struct TanhForm : PerTwin<TanhForm<HA>> {
             vd s, e;
             fast_two_sum<V>(lo, p, s, e);  // |c0| > |c1 t| unless c0 is 0
             r = V::add(s, V::add(e, V::add(p_lo, V::mul(V::mul(t, t), r))));
+            // A NaN reaches this sum twice: through t_hi with its payload's
+            // low bits cut and through t whole, and which of the two the sum
+            // passes on depends on the order the compiler gives its operands
+            // (clang and GCC differ). t carries x's payload, made quiet.
+            r = V::select(V::eq(a, a), r, t);
         } else {
             r = V::mul_add(V::mul_add(r, t, hi), t, lo);
         }

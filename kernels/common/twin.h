@@ -94,9 +94,24 @@ struct IsTwin<Twin<V>> {
     static constexpr bool value = true;
 };
 
+// The 32-bit lane operations of a wrapper, a twin's (of twins too) lane by
+// lane of its halves.
+template <class V>
+struct TwinLanes;
+template <class V>
+struct LanesOfT {
+    using type = Lanes<V::lanes>;
+};
+template <class V>
+struct LanesOfT<Twin<V>> {
+    using type = TwinLanes<V>;
+};
+template <class V>
+using LanesOf = typename LanesOfT<V>::type;
+
 template <class V>
 struct TwinLanes {
-    using L = Lanes<V::lanes>;
+    using L = LanesOf<V>;
     using vi = TwinOf<typename L::vi>;
     using vd = typename Twin<V>::vd;
 
@@ -131,16 +146,6 @@ struct TwinLanes {
     }
 };
 
-template <class V>
-struct LanesOfT {
-    using type = Lanes<V::lanes>;
-};
-template <class V>
-struct LanesOfT<Twin<V>> {
-    using type = TwinLanes<V>;
-};
-template <class V>
-using LanesOf = typename LanesOfT<V>::type;
 
 // PerVector whose blocks of an even number of vectors run as twins, for
 // wrappers of at most MaxLanes lanes (the longest bodies, with a table's

@@ -34,22 +34,16 @@ namespace {
 
 // The first of the 8 pairs of each lane's row: (w AND 0x7ffc0000) -
 // 0x3fbc0000 kept within [0, 0x780000], then shifted right by 15, on the
-// lanes' high words at once. Twins work out each vector in turn.
+// lanes' high words at once.
 template <class V>
 inline void tanh_rows(typename V::vd a, uint32_t* j) {
-    if constexpr (IsTwin<V>::value) {
-        using I = typename V::inner;
-        tanh_rows<I>(a.a, j);
-        tanh_rows<I>(a.b, j + I::lanes);
-    } else {
-        using L = Lanes<V::lanes>;
-        using vi = typename L::vi;
-        constexpr int32_t top = 0x780000;
-        vi d = L::sub(L::and_(L::hi32(a), L::splat(0x7ffc0000)), L::splat(0x3fbc0000));
-        d = L::and_(d, L::lt(L::splat(-1), d));
-        d = L::add(d, L::and_(L::lt(L::splat(top), d), L::sub(L::splat(top), d)));
-        L::store(j, L::template srli<15>(d));
-    }
+    using L = LanesOf<V>;
+    using vi = typename L::vi;
+    constexpr int32_t top = 0x780000;
+    vi d = L::sub(L::and_(L::hi32(a), L::splat(0x7ffc0000)), L::splat(0x3fbc0000));
+    d = L::and_(d, L::lt(L::splat(-1), d));
+    d = L::add(d, L::and_(L::lt(L::splat(top), d), L::sub(L::splat(top), d)));
+    L::store(j, L::template srli<15>(d));
 }
 
 // Blocks of four vectors run as one: four rounds' chains interleaved, op by
